@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file export.h
+/// Visibility of the library's public symbols.
+#pragma once
+
+#if defined(_WIN32)
+#if defined(LXPIC_BUILDING)
+#define LXPIC_API __declspec(dllexport)
+#else
+#define LXPIC_API __declspec(dllimport)
+#endif
+#else
+#define LXPIC_API __attribute__((visibility("default")))
+#endif
