@@ -148,6 +148,8 @@ void Arena::Paint(const Picture& picture, std::vector<std::uint8_t>& bytes) cons
 
 void Arena::Reset() { std::memcpy(memory, before.data(), size); }
 
+bool Arena::IsUntouched() const { return std::memcmp(memory, before.data(), size) == 0; }
+
 std::string Arena::Difference() const {
   if (std::memcmp(memory, expected.data(), size) == 0) return {};
   const auto* const found = std::mismatch(memory, memory + size, expected.begin()).first;

@@ -54,6 +54,8 @@ class Arena {
   void Reset();
   /// Where and how the memory differs from what is expected; "" when it does not.
   std::string Difference() const;
+  /// Whether the memory is as before the call.
+  bool IsUntouched() const;
 
   LxGenericROI* Region() const { return region.get(); }
   /// Another region object over the same pixels.

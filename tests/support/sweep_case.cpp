@@ -127,6 +127,7 @@ void RunCase(const Operation& operation, const Reference& reference, const Sweep
                          sweepCase.size.height);
     for (const auto& arena : arenas) arena->Reset();
     LxSetError(LX_ERROR_INTERNAL);
+    LxTraceError("before");
     operation.call(call.values);
     result.dispatched |= paths[i].fast && scope.Dispatched();
     std::string found = Difference(arenas);
