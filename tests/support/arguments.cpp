@@ -63,24 +63,19 @@ std::shared_ptr<std::vector<Number>> MakeTable(std::size_t count, Random& random
   return table;
 }
 
-struct Describe {
-  std::string operator()(double number) const {
-    std::ostringstream text;
-    text.precision(17);
-    text << number;
-    return text.str();
+struct Writer {
+  std::ostream& text;
+
+  void operator()(double number) const { text << number; }
+  void operator()(LxC24 colour) const {
+    text << '(' << int{colour.c0} << ' ' << int{colour.c1} << ' ' << int{colour.c2} << ')';
   }
-  std::string operator()(LxC24 colour) const {
-    return "(" + std::to_string(colour.c0) + " " + std::to_string(colour.c1) + " " +
-           std::to_string(colour.c2) + ")";
-  }
-  std::string operator()(LxColor colour) const {
-    return "(" + (*this)(double{colour.c0}) + " " + (*this)(double{colour.c1}) + " " +
-           (*this)(double{colour.c2}) + ")";
+  void operator()(LxColor colour) const {
+    text << '(' << colour.c0 << ' ' << colour.c1 << ' ' << colour.c2 << ')';
   }
   template <class Pointer>
-  std::string operator()(Pointer* /*pointer*/) const {
-    return "*";
+  void operator()(Pointer* /*pointer*/) const {
+    text << '*';
   }
 };
 
@@ -115,16 +110,19 @@ Value Arguments::Component(std::size_t index, int k) const {
 }
 
 std::string Arguments::Text() const {
-  std::string text;
+  std::ostringstream text;
+  text.precision(17);
   for (std::size_t i = 0; i < values.size(); ++i) {
     const Parameter& parameter = operation->parameters[i];
     if (parameter.kind == Kind::kRegion) continue;
-    const std::string value = std::visit(Describe{}, values[i]);
-    const bool choice = parameter.kind == Kind::kChoice;
-    text += " " + parameter.name + "=" +
-            (choice ? catalogue::ChoiceName(static_cast<int>(Number(i))) : value);
+    text << ' ' << parameter.name << '=';
+    if (parameter.kind == Kind::kChoice) {
+      text << catalogue::ChoiceName(static_cast<int>(Number(i)));
+    } else {
+      std::visit(Writer{text}, values[i]);
+    }
   }
-  return text;
+  return text.str();
 }
 
 Argument Arguments::Standard(const Parameter& parameter) {

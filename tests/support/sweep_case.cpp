@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <sstream>
 
 #include "tests/support/crash_note.h"
 #include "tests/support/sweep.h"
@@ -97,7 +98,8 @@ std::string Difference(const std::vector<std::unique_ptr<Arena>>& arenas) {
   if (LxGetTraceCount() != 0) return std::string("trace ") + LxGetTrace(0);
   for (std::size_t i = 0; i < arenas.size(); ++i) {
     const std::string found = arenas[i]->Difference();
-    if (!found.empty()) return "region " + std::to_string(i) + " (destinations first) " + found;
+    if (!found.empty())
+      return std::string(i == 0 ? "destination, " : "another region, ").append(found);
   }
   return {};
 }
@@ -105,11 +107,14 @@ std::string Difference(const std::vector<std::unique_ptr<Arena>>& arenas) {
 std::string CaseText(const Operation& operation, const SweepCase& sweepCase,
                      const Arguments& call) {
   static constexpr std::array kInPlace = {"", " onto source 1", " onto source 2", " onto all"};
-  std::string text =
-      operation.signature + call.Text() + ", " + std::to_string(sweepCase.size.width) + "x" +
-      std::to_string(sweepCase.size.height) + kInPlace[static_cast<std::size_t>(sweepCase.inPlace)];
-  for (const Layout layout : sweepCase.layouts) text += " " + LayoutText(layout);
-  return text + ", content " + std::to_string(static_cast<int>(sweepCase.content));
+  static constexpr std::array kContent = {"noise",    "ramp", "edges", "constant",
+                                          "extremes", "near", "sparse"};
+  std::ostringstream text;
+  text << operation.signature << call.Text() << ", " << sweepCase.size.width << 'x'
+       << sweepCase.size.height << kInPlace[static_cast<std::size_t>(sweepCase.inPlace)] << ", "
+       << kContent[static_cast<std::size_t>(sweepCase.content)];
+  for (const Layout layout : sweepCase.layouts) text << ' ' << LayoutText(layout);
+  return text.str();
 }
 
 }  // namespace
@@ -134,10 +139,9 @@ void RunCase(const Operation& operation, const Reference& reference, const Sweep
     if (found.empty() && paths[i].fast && PathScope::Running() != paths[i].name) {
       found = "ran on " + PathScope::Running();
     }
-    if (!found.empty()) {
-      result.failures[i] =
-          CaseText(operation, sweepCase, call) + ", " + paths[i].name + ": " + found;
-    }
+    if (found.empty()) continue;
+    result.failures[i] = CaseText(operation, sweepCase, call);
+    result.failures[i].append(", ").append(paths[i].name).append(": ").append(found);
   }
 }
 
