@@ -5,7 +5,7 @@
 #include <thread>
 #include <vector>
 
-#include "tests/support/trial_call.h"
+#include "support/trial_call.h"
 
 namespace lx::test {
 namespace {

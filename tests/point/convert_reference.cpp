@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <array>
 
-#include "tests/support/reference.h"
+#include "support/reference.h"
 
 namespace lx::test {
 

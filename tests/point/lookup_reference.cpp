@@ -4,7 +4,7 @@
 #include <array>
 #include <cmath>
 
-#include "tests/support/reference.h"
+#include "support/reference.h"
 
 namespace lx::test {
 
@@ -126,13 +126,16 @@ std::vector<Reference> LookupReferences() {
       Pointwise("PicLut(LxROI<LxBW16>*, LxROI<LxBW8>*, LxBW8Vector*, unsigned int)", MapBits)
           .WithArguments(DrawTable),
       Pointwise("PicLut(LxROI<LxBW16>*, LxROI<LxBW16>*, unsigned short*)",
-                MapThroughTable<unsigned short*>),
+                MapThroughTable<unsigned short*>)
+          .WithoutKernel(),
       Pointwise("PicLut(LxROI<LxBW16>*, LxROI<LxBW16>*, LxBW16Vector*)",
-                MapThroughVector<LxBW16Vector>),
+                MapThroughVector<LxBW16Vector>)
+          .WithoutKernel(),
       Pointwise("PicTransform(LxROI<LxBW8>*, LxROI<LxBW8>*, unsigned char (*)(unsigned char), int)",
                 MapThroughFunction<catalogue::ByteFunction>),
       Pointwise("PicTransform(LxROI<LxBW16>*, LxROI<LxBW16>*, unsigned short (*)(unsigned short))",
-                MapThroughFunction<catalogue::WordFunction>),
+                MapThroughFunction<catalogue::WordFunction>)
+          .WithoutKernel(),
       Pointwise("PicGainOffset(LxROI<LxBW8>*, LxROI<LxBW8>*, float, float)", ScaleFixed<255>),
       Pointwise("PicGainOffset(LxROI<LxC24>*, LxROI<LxC24>*, LxColor, LxColor)", ScaleColour),
       Pointwise("PicGainOffset(LxROI<LxBW16>*, LxROI<LxBW16>*, float, float)", ScaleFixed<65535>),
@@ -142,7 +145,8 @@ std::vector<Reference> LookupReferences() {
   for (const std::string pixel : {"LxBW8", "LxBW16", "LxC24", "LxC15", "LxC16"}) {
     const std::string region = "LxROI<" + pixel + ">*";
     references.push_back(Pointwise("PicCopy(" + pixel + ", " + region + ")", FillConstant));
-    references.push_back(Pointwise("PicCopy(" + region + ", " + region + ")", CopyPixel));
+    references.push_back(
+        Pointwise("PicCopy(" + region + ", " + region + ")", CopyPixel).WithoutKernel());
   }
   return references;
 }

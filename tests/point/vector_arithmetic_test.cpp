@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "lxpic/lxpic.h"
-#include "tests/support/random.h"
+#include "support/random.h"
 
 namespace lx::test {
 namespace {

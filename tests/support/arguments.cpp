@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/support/arguments.h"
+#include "support/arguments.h"
 
 #include <algorithm>
 #include <array>

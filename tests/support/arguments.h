@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "catalogue/catalogue.h"
-#include "tests/support/picture.h"
-#include "tests/support/random.h"
+#include "support/picture.h"
+#include "support/random.h"
 
 namespace lx::test {
 

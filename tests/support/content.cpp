@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/support/content.h"
+#include "support/content.h"
 
 #include <algorithm>
 #include <array>

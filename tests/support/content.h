@@ -4,8 +4,8 @@
 
 #include <array>
 
-#include "tests/support/picture.h"
-#include "tests/support/random.h"
+#include "support/picture.h"
+#include "support/random.h"
 
 namespace lx::test {
 

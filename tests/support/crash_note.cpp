@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/support/crash_note.h"
+#include "support/crash_note.h"
 
 #include <signal.h>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/support/execution_path.h"
+#include "support/execution_path.h"
 
 #undef HWY_TARGET_INCLUDE
-#define HWY_TARGET_INCLUDE "tests/support/execution_path.cpp"
+#define HWY_TARGET_INCLUDE "support/execution_path.cpp"
 #include "hwy/foreach_target.h"
 // Behind foreach_target.h.
 #include "hwy/highway.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/support/picture.h"
+#include "support/picture.h"
 
 #include <array>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/support/reference.h"
+#include "support/reference.h"
 
 #include <map>
 #include <utility>
@@ -37,8 +37,8 @@ Reference Reference::WithArguments(std::function<void(Arguments&, Random&)> adju
   return std::move(*this);
 }
 
-Reference Reference::WithoutKernel() && {
-  dispatches = false;
+Reference Reference::WithoutKernel(int choice) && {
+  plainChoices.push_back(choice);
   return std::move(*this);
 }
 

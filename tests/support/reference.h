@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
-#include "tests/support/arguments.h"
-#include "tests/support/picture.h"
+#include "support/arguments.h"
+#include "support/picture.h"
 
 namespace lx::test {
 
@@ -40,13 +40,14 @@ struct Reference {
   std::function<Size(std::size_t index, Size base)> sizeOf;
   /// Brings drawn arguments into relations that single parameters cannot express.
   std::function<void(Arguments& call, Random& random)> adjust;
-  /// The fast path runs a dispatched kernel.
-  bool dispatches = true;
+  /// The choices that dispatch no kernel on the fast path; -1 stands for an operation without
+  /// choices.
+  std::vector<int> plainChoices;
 
   Reference WithSizes(std::function<Size(std::size_t, Size)> sizes) &&;
   Reference WithArguments(std::function<void(Arguments&, Random&)> adjustment) &&;
-  /// Has no kernel: it copies memory, or calls a function for each pixel.
-  Reference WithoutKernel() &&;
+  /// Has no kernel: it copies memory, or looks up or calls a function for each pixel.
+  Reference WithoutKernel(int choice = -1) &&;
 };
 
 /// Each destination pixel from the pixels at the same position.

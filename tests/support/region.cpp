@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/support/region.h"
+#include "support/region.h"
 
 #include <algorithm>
 #include <array>
@@ -117,7 +117,7 @@ Arena::Arena(std::size_t slot, Pixel type, int w, int h, Layout layout)
   const std::ptrdiff_t step = std::abs(pitch);
   const std::ptrdiff_t span = wholeHeight > 0 ? step * (wholeHeight - 1) + rowBytes : 0;
   const GuardedBuffer& buffer = BufferOf(slot);
-  std::uint8_t* const end = buffer.end();
+  std::uint8_t* const end = buffer.GetData() + buffer.GetSize();
   std::ptrdiff_t slack = 0;
   if (layout.offset >= 0) {
     const auto address = reinterpret_cast<std::uintptr_t>(end - span);

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/guarded_buffer.h"
-#include "tests/support/picture.h"
+#include "support/guarded_buffer.h"
+#include "support/picture.h"
 
 namespace lx::test {
 

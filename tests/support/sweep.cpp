@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/support/sweep.h"
+#include "support/sweep.h"
 
 #include <array>
 

@@ -6,11 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/arguments.h"
-#include "tests/support/content.h"
-#include "tests/support/execution_path.h"
-#include "tests/support/reference.h"
-#include "tests/support/region.h"
+#include "support/arguments.h"
+#include "support/content.h"
+#include "support/execution_path.h"
+#include "support/reference.h"
+#include "support/region.h"
 
 namespace lx::test {
 

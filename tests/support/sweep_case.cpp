@@ -5,8 +5,8 @@
 #include <memory>
 #include <sstream>
 
-#include "tests/support/crash_note.h"
-#include "tests/support/sweep.h"
+#include "support/crash_note.h"
+#include "support/sweep.h"
 
 namespace lx::test {
 

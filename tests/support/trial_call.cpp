@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/support/trial_call.h"
+#include "support/trial_call.h"
 
 #include <algorithm>
 
-#include "tests/support/content.h"
+#include "support/content.h"
 
 namespace lx::test {
 

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/arguments.h"
-#include "tests/support/reference.h"
-#include "tests/support/region.h"
+#include "support/arguments.h"
+#include "support/reference.h"
+#include "support/region.h"
 
 namespace lx::test {
 
