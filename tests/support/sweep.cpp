@@ -8,7 +8,7 @@ namespace lx::test {
 namespace {
 
 constexpr int kWidths = 300;  // past two vectors of the widest pixels on every instruction set
-constexpr int kRounds = 3;
+constexpr int kRounds = 8;
 constexpr std::array kInPlaces = {InPlace::kNone, InPlace::kNone, InPlace::kFirst, InPlace::kSecond,
                                   InPlace::kAll};
 // What no round of widths holds: nothing at all, single columns, and a region of many rows.
@@ -44,7 +44,7 @@ class Sweeper {
   }
 
  private:
-  // The small axes are drawn anew for each case: some nine hundred cases a choice meet every pair
+  // The small axes are drawn anew for each case: some two thousand cases a choice meet every pair
   // of their values.
   void RunRandom(Size size) {
     SweepCase drawn{size, random.Pick(kContents), {}, random.Pick(kInPlaces), random.Below(2) == 0};
