@@ -23,20 +23,23 @@ class LXPIC_API LxImage : public LxROI<T> {
   /// allocated, sets LX_ERROR_ALLOCATION_FAILED and changes nothing. Trace "LxImage::SetSize".
   void SetSize(int width, int height);
   /// SetSize() to the size of `model`. A view of the caller's memory is not replaced: it only
-  /// checks that the size agrees (LX_ERROR_SIZE_MISMATCH).
+  /// checks that the size agrees (LX_ERROR_SIZE_MISMATCH). A null model sets
+  /// LX_ERROR_ROI_NOT_ATTACHED.
   void SetSize(LxGenericROI* model) override;
 
   /// Makes the image a view of `width` × `height` pixels at `pixels`, rows `pitch` bytes apart,
   /// without copying. The memory stays the caller's and must outlive the view. A negative pitch
   /// describes a bottom-up image whose top row is at `pixels`. Errors, each changing nothing: null
-  /// `pixels` 1011, negative width 1012, negative height 1013, a pitch smaller than a row 1014.
-  /// Trace "LxImage::Attach".
+  /// `pixels` 1011, negative width 1012, negative height 1013, a pitch smaller than a row, or too
+  /// large for all rows to be addressed, 1014. Trace "LxImage::Attach".
   void Attach(void* pixels, int width, int height, std::ptrdiff_t pitch);
 
  protected:
   typename LxROI<T>::Origin Locate() const override;
 
  private:
+  bool Allocate(int width, int height);
+  void Adopt(std::uint8_t* pixels, int width, int height, std::ptrdiff_t pitch, bool owner);
   void Release();
 
   std::uint8_t* m_pPixels = nullptr;

@@ -5,8 +5,10 @@
 
 #include <cstdint>
 
+#include "lxpic/base/export.h"
+
 /// 8-bit grey level, 0..255.
-struct LxBW8 {
+struct LXPIC_API LxBW8 {
   std::uint8_t value;
   LxBW8() = default;
   constexpr LxBW8(std::uint8_t level) noexcept : value(level) {}
@@ -14,7 +16,7 @@ struct LxBW8 {
 };
 
 /// 16-bit grey level, 0..65535.
-struct LxBW16 {
+struct LXPIC_API LxBW16 {
   std::uint16_t value;
   LxBW16() = default;
   constexpr LxBW16(std::uint16_t level) noexcept : value(level) {}
@@ -22,7 +24,7 @@ struct LxBW16 {
 };
 
 /// 32-bit unsigned value.
-struct LxBW32 {
+struct LXPIC_API LxBW32 {
   std::uint32_t value;
   LxBW32() = default;
   constexpr LxBW32(std::uint32_t level) noexcept : value(level) {}
@@ -31,14 +33,14 @@ struct LxBW32 {
 
 /// 24-bit colour: component k in byte k, no padding between pixels. The file loaders put blue in
 /// byte 0, green in byte 1 and red in byte 2.
-struct LxC24 {
+struct LXPIC_API LxC24 {
   std::uint8_t c0;
   std::uint8_t c1;
   std::uint8_t c2;
 };
 
 /// 24-bit colour with alpha in byte 3.
-struct LxC24A {
+struct LXPIC_API LxC24A {
   std::uint8_t c0;
   std::uint8_t c1;
   std::uint8_t c2;
@@ -47,24 +49,24 @@ struct LxC24A {
 
 /// 15-bit colour: bits 0-4 component 0, 5-9 component 1, 10-14 component 2. Bit 15 is not a colour
 /// bit: writing a pixel leaves it as it was.
-struct LxC15 {
+struct LXPIC_API LxC15 {
   std::uint16_t word;
 };
 
 /// 16-bit colour: bits 0-4 component 0, 5-10 component 1, 11-15 component 2.
-struct LxC16 {
+struct LXPIC_API LxC16 {
   std::uint16_t word;
 };
 
 /// Complex value of two 32-bit floats.
-struct LxComplex64 {
+struct LXPIC_API LxComplex64 {
   float re;
   float im;
 };
 
 /// Three floats that parametrise colour operations. The order is the reverse of a pixel's bytes:
 /// `c0` goes with byte 2, `c1` with byte 1, `c2` with byte 0.
-struct LxColor {
+struct LXPIC_API LxColor {
   float c0;
   float c1;
   float c2;
@@ -90,7 +92,7 @@ static_assert(sizeof(LxC16) == 2 && sizeof(LxComplex64) == 8);
 /// A run of pixels of a region. `start` and `end` (exclusive) are byte offsets from the address of
 /// the region's pixel (0, 0), or absolute addresses; the region knows which. `position` holds the x
 /// of the run's first pixel in its low and the y in its high 16 bits, both signed.
-struct LxRun {
+struct LXPIC_API LxRun {
   std::uintptr_t start;
   std::uintptr_t end;
   std::uint32_t position;

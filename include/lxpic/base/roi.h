@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file roi.h
-/// Regions: rectangles of pixels inside an image, rows a pitch apart.
+/// Regions: rectangles of pixels inside an image, rows a pitch apart. A member that succeeds leaves
+/// the error state as it was.
 #pragma once
 
 #include <cstddef>
@@ -92,8 +93,8 @@ class LXPIC_API LxROI : public LxGenericROI {
   /// LX_ERROR_INCONSISTENT_ARGUMENTS and nothing changes; so does any run in a binary region. Trace
   /// "LxROI::SetRuns".
   void SetRuns(const LxVectorTemplate<LxRun>& runs, bool absolute);
-  /// Appends the run of `length` pixels that starts at (x, y). A run outside the region sets
-  /// LX_ERROR_INCONSISTENT_ARGUMENTS. Trace "LxROI::AddRun".
+  /// Appends the run of `length` pixels that starts at (x, y), neither beyond 32,767. A run outside
+  /// the region sets LX_ERROR_INCONSISTENT_ARGUMENTS. Trace "LxROI::AddRun".
   void AddRun(int x, int y, int length);
   /// Whether the runs hold addresses rather than byte offsets.
   bool RunsAreAbsolute() const { return m_bRunsAbsolute; }

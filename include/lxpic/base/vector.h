@@ -27,11 +27,11 @@ enum LX_DATA_TYPES : int {
 enum LX_VECTOR_KINDS : int {
   LX_VECTOR_NONE = 0,        ///< laid out by hand with SetStructure()
   LX_VECTOR_CONTOUR = 1,     ///< room for `a` groups of three signed 32-bit integers, none in use
-  LX_VECTOR_HISTOGRAM = 2,   ///< `b` unsigned 32-bit entries; 256 when `b` is 0 and `a` is 0
-  LX_VECTOR_TABLE = 3,       ///< `b` unsigned 8-bit entries
+  LX_VECTOR_HISTOGRAM = 2,   ///< a group of `b` unsigned 32-bit entries; 256 when `a`, `b` are 0
+  LX_VECTOR_TABLE = 3,       ///< a group of `b` unsigned 8-bit entries
   LX_VECTOR_SEGMENT = 4,     ///< `a` groups of three signed 32-bit integers (`b`, when larger)
   LX_VECTOR_EXTREMES = 5,    ///< room for 2,048 groups of three signed 32-bit integers, use code 6
-  LX_VECTOR_DISC_ENERGY = 7  ///< `a` 32-bit floats
+  LX_VECTOR_DISC_ENERGY = 7  ///< `a` groups of one 32-bit float
 };
 
 /// Vector of groups of elements whose width, type and kind are chosen at run time.
@@ -67,8 +67,10 @@ class LXPIC_API LxVector {
   /// LX_ERROR_ARGUMENT_2_OUT_OF_RANGE; a group length below 1 LX_ERROR_ARGUMENT_3_OUT_OF_RANGE;
   /// LX_ERROR_ALLOCATION_FAILED. Trace "LxVector::SetStructure".
   void SetStructure(int dataSize, int groups, int groupLength, int dataType);
-  /// Turns the vector into a kind of LX_VECTOR_KINDS. Another kind or a negative size sets
-  /// LX_ERROR_ARGUMENT_1_OUT_OF_RANGE, _2_ or _3_ and changes nothing. Trace "LxVector::SetType".
+  /// Lays the vector out as a kind of LX_VECTOR_KINDS, zeroed; without entries there is no group.
+  /// Errors, each changing nothing: another kind (0 too) or a negative size
+  /// LX_ERROR_ARGUMENT_1_OUT_OF_RANGE, _2_ or _3_; LX_ERROR_ALLOCATION_FAILED. Trace
+  /// "LxVector::SetType".
   void SetType(int kind, int a, int b);
   /// Non-zero when the vector is of `kind`.
   int IsSameVectType(int kind) const { return m_n32Kind == kind ? 1 : 0; }
@@ -76,13 +78,15 @@ class LXPIC_API LxVector {
   /// A tag that says what the content means, set by the operation that made it.
   int GetUse() const { return m_n32Use; }
   void SetUse(int use) { m_n32Use = use; }
-  /// Grows the storage to `capacity` groups and keeps the content; a smaller capacity changes
-  /// nothing. LX_ERROR_ARGUMENT_1_OUT_OF_RANGE when negative, LX_ERROR_ALLOCATION_FAILED. Trace
+  /// Grows the storage to as many whole groups as `capacity` bytes hold, zeroed, and keeps the
+  /// content; a smaller capacity changes nothing. LX_ERROR_ARGUMENT_1_OUT_OF_RANGE when negative,
+  /// LX_ERROR_VECTOR_NO_DATA before the first layout, LX_ERROR_ALLOCATION_FAILED. Trace
   /// "LxVector::Reallocate".
   void Reallocate(int capacity);
 
  private:
   bool Layout(int dataSize, int maxGroups, int groupLength, int dataType);
+  bool Grow(int groups);
 
   void* m_pData = nullptr;
   int m_n32DataSize = 0;

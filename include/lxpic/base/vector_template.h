@@ -91,6 +91,8 @@ class LXPIC_API LxVectorTemplate {
 
  private:
   T& OutOfRange() const;
+  bool Resize(unsigned capacity, bool keep);
+  void Append(T element, const char* name);
 
   static thread_local T m_PlaceHolder;
 };

@@ -5,38 +5,39 @@
 
 #include <cstdint>
 
+#include "lxpic/base/export.h"
 #include "lxpic/base/pixel.h"
 #include "lxpic/base/vector_template.h"
 
 /// A point of a path.
-struct LxPath {
+struct LXPIC_API LxPath {
   std::int16_t m_n16X;  ///< column
   std::int16_t m_n16Y;  ///< row
 };
 
 /// A point with its grey level.
-struct LxBW8Path {
+struct LXPIC_API LxBW8Path {
   std::int16_t m_n16X;
   std::int16_t m_n16Y;
   LxBW8 m_bw8Pixel;
 };
 
 /// A point with its 16-bit grey level.
-struct LxBW16Path {
+struct LXPIC_API LxBW16Path {
   std::int16_t m_n16X;
   std::int16_t m_n16Y;
   LxBW16 m_bw16Pixel;
 };
 
 /// A point with its colour.
-struct LxC24Path {
+struct LXPIC_API LxC24Path {
   std::int16_t m_n16X;
   std::int16_t m_n16Y;
   LxC24 m_c24Pixel;
 };
 
 /// A peak of a profile.
-struct LxPeak {
+struct LXPIC_API LxPeak {
   std::uint32_t m_un32Start;
   std::uint32_t m_un32Length;
   float m_f32Center;

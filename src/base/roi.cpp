@@ -1,0 +1,245 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "lxpic/base/roi.h"
+
+#include <cstring>
+#include <type_traits>
+
+#include "base/failure.h"
+
+namespace {
+
+template <class T>
+constexpr bool kBinary = std::is_same_v<T, int>;
+
+template <class T>
+constexpr unsigned kPixelSize = kBinary<T> ? 0 : sizeof(T);
+
+// The byte that bit number `bit` falls into, and its place there, for any sign of `bit`.
+constexpr std::ptrdiff_t ByteOf(std::ptrdiff_t bit) { return bit >> 3; }
+constexpr int BitInByte(std::ptrdiff_t bit) { return static_cast<int>(bit & 7); }
+
+bool SpanFits(int start, int length, std::uint32_t available) {
+  return start >= 0 && length >= 0 && std::int64_t{start} + length <= std::int64_t{available};
+}
+
+// The run of no pixels at (x, y) of a region whose pixel (0, 0) is at `base`, null for offsets.
+template <class T>
+LxRun RunAt(int x, int y, std::ptrdiff_t pitch, const std::uint8_t* base) {
+  LxRun run;
+  run.start = reinterpret_cast<std::uintptr_t>(base) + static_cast<std::uintptr_t>(y * pitch) +
+              static_cast<unsigned>(x) * std::uintptr_t{sizeof(T)};
+  run.end = run.start;
+  run.position = static_cast<std::uint32_t>(y) << 16 | static_cast<std::uint32_t>(x);
+  return run;
+}
+
+}  // namespace
+
+LxGenericROI::~LxGenericROI() = default;
+
+template <class T>
+LxROI<T>::LxROI() = default;
+
+template <class T>
+LxROI<T>::LxROI(LxROI* parent, int x, int y, int width, int height) : m_pParent(parent) {
+  if (parent != nullptr && Place(x, y, width, height)) return;
+  m_pParent = nullptr;
+  lx::Fail(parent == nullptr ? LX_ERROR_ROI_NOT_ATTACHED : LX_ERROR_INCONSISTENT_ARGUMENTS,
+           "LxROI::LxROI");
+}
+
+template <class T>
+LxROI<T>::~LxROI() = default;
+
+template <class T>
+bool LxROI<T>::Place(int x, int y, int width, int height) {
+  if (m_pParent == nullptr || !SpanFits(x, width, m_pParent->m_un32Width) ||
+      !SpanFits(y, height, m_pParent->m_un32Height)) {
+    return false;
+  }
+  m_n32X = x;
+  m_n32Y = y;
+  m_un32Width = static_cast<std::uint32_t>(width);
+  m_un32Height = static_cast<std::uint32_t>(height);
+  return true;
+}
+
+template <class T>
+void LxROI<T>::SetPlacement(int x, int y, int width, int height) {
+  if (!Place(x, y, width, height)) {
+    lx::Fail(LX_ERROR_INCONSISTENT_ARGUMENTS, "LxROI::SetPlacement");
+  }
+}
+
+template <class T>
+typename LxROI<T>::Origin LxROI<T>::Locate() const {
+  // The parent may have moved or shrunk since the placement was set.
+  if (m_pParent == nullptr ||
+      !SpanFits(m_n32X, static_cast<int>(m_un32Width), m_pParent->m_un32Width) ||
+      !SpanFits(m_n32Y, static_cast<int>(m_un32Height), m_pParent->m_un32Height)) {
+    return {};
+  }
+  Origin origin = m_pParent->Locate();
+  if (origin.base == nullptr) return {};
+  origin.base += m_n32Y * origin.pitch;
+  if constexpr (kBinary<T>) {
+    origin.firstBit += m_n32X;
+  } else {
+    origin.base += std::ptrdiff_t{m_n32X} * kPixelSize<T>;
+  }
+  return origin;
+}
+
+template <class T>
+std::uintptr_t LxROI<T>::GetIdentity() const {
+  if (Locate().base == nullptr) return 0;
+  const LxROI* root = this;
+  while (root->m_pParent != nullptr) root = root->m_pParent;
+  return reinterpret_cast<std::uintptr_t>(root->Locate().base);
+}
+
+template <class T>
+unsigned LxROI<T>::GetPixelSize() const {
+  return kPixelSize<T>;
+}
+
+template <class T>
+void LxROI<T>::CheckSize(LxGenericROI* other) const {
+  if (other == nullptr) {
+    LxSetError(LX_ERROR_ROI_NOT_ATTACHED);
+  } else if (other->GetWidth() != m_un32Width || other->GetHeight() != m_un32Height) {
+    LxSetError(LX_ERROR_SIZE_MISMATCH);
+  }
+}
+
+template <class T>
+void LxROI<T>::SetSize(LxGenericROI* model) {
+  CheckSize(model);
+}
+
+template <class T>
+void* LxROI<T>::GetPixelPtr(int x, int y) const {
+  const Origin origin = Locate();
+  if (origin.base == nullptr) return nullptr;
+  const std::ptrdiff_t column =
+      kBinary<T> ? ByteOf(origin.firstBit + x) : std::ptrdiff_t{x} * kPixelSize<T>;
+  return origin.base + y * origin.pitch + column;
+}
+
+template <class T>
+std::ptrdiff_t LxROI<T>::GetPitch() const {
+  return Locate().pitch;
+}
+
+template <class T>
+int LxROI<T>::GetBitPosition(int x, int /*y*/) const {
+  return kBinary<T> ? BitInByte(Locate().firstBit + x) : 0;
+}
+
+template <class T>
+void LxROI<T>::Check() const {
+  if (Locate().base == nullptr) LxSetError(LX_ERROR_ROI_NOT_ATTACHED);
+}
+
+template <class T>
+std::ptrdiff_t LxROI<T>::GetRowSkip() const {
+  const Origin origin = Locate();
+  if (origin.base == nullptr) return 0;
+  const auto width = static_cast<std::ptrdiff_t>(m_un32Width);
+  if constexpr (kBinary<T>) {
+    if (width == 0) return origin.pitch;
+    return origin.pitch - (ByteOf(origin.firstBit + width - 1) - ByteOf(origin.firstBit) + 1);
+  } else {
+    return origin.pitch - width * std::ptrdiff_t{kPixelSize<T>};
+  }
+}
+
+template <class T>
+T LxROI<T>::GetPixel(int x, int y) const {
+  T value{};
+  if (!SpanFits(x, 1, m_un32Width) || !SpanFits(y, 1, m_un32Height)) return value;
+  const auto* const pixel = static_cast<const std::uint8_t*>(GetPixelPtr(x, y));
+  if (pixel == nullptr) return value;
+  if constexpr (kBinary<T>) {
+    value = (*pixel >> (7 - GetBitPosition(x, y))) & 1;
+  } else {
+    // Rows of the caller's memory may start at any address.
+    std::memcpy(&value, pixel, sizeof value);
+  }
+  return value;
+}
+
+template <class T>
+void LxROI<T>::SetPixel(T value, int x, int y) {
+  if (!SpanFits(x, 1, m_un32Width) || !SpanFits(y, 1, m_un32Height)) return;
+  auto* const pixel = static_cast<std::uint8_t*>(GetPixelPtr(x, y));
+  if (pixel == nullptr) return;
+  if constexpr (kBinary<T>) {
+    const int mask = 0x80 >> GetBitPosition(x, y);
+    *pixel = static_cast<std::uint8_t>(value != 0 ? *pixel | mask : *pixel & ~mask);
+  } else {
+    if constexpr (std::is_same_v<T, LxC15>) {
+      const int flag = GetPixel(x, y).word & 0x8000;
+      value.word = static_cast<std::uint16_t>((value.word & 0x7FFF) | flag);
+    }
+    std::memcpy(pixel, &value, sizeof value);
+  }
+}
+
+// Whether `run` is a stretch of one row of the region, and says so in all of its three values.
+template <class T>
+bool LxROI<T>::HoldsRun(const LxRun& run, bool absolute) const {
+  const Origin origin = Locate();
+  if (kBinary<T> || origin.base == nullptr || run.end < run.start) return false;
+  const std::uintptr_t length = (run.end - run.start) / sizeof(T);
+  const int x = static_cast<std::int16_t>(run.position & 0xFFFF);
+  const int y = static_cast<std::int16_t>(run.position >> 16);
+  if (length > m_un32Width || !SpanFits(x, static_cast<int>(length), m_un32Width) ||
+      !SpanFits(y, 1, m_un32Height)) {
+    return false;
+  }
+  const LxRun empty = RunAt<T>(x, y, origin.pitch, absolute ? origin.base : nullptr);
+  return run.start == empty.start && run.end == empty.start + length * sizeof(T);
+}
+
+template <class T>
+void LxROI<T>::SetRuns(const LxVectorTemplate<LxRun>& runs, bool absolute) {
+  for (const LxRun& run : runs) {
+    if (!HoldsRun(run, absolute)) {
+      lx::Fail(LX_ERROR_INCONSISTENT_ARGUMENTS, "LxROI::SetRuns");
+      return;
+    }
+  }
+  m_Runs = runs;
+  // A copy that succeeded has exactly the capacity it needs.
+  if (&runs != &m_Runs && m_Runs.GetMaxElements() != runs.GetNumElements()) {
+    LxTraceError("LxROI::SetRuns");
+    return;
+  }
+  m_bRunsAbsolute = absolute;
+}
+
+template <class T>
+void LxROI<T>::AddRun(int x, int y, int length) {
+  const Origin origin = Locate();
+  if (kBinary<T> || origin.base == nullptr || !SpanFits(x, length, m_un32Width) ||
+      !SpanFits(y, 1, m_un32Height) || x > INT16_MAX || y > INT16_MAX) {
+    lx::Fail(LX_ERROR_INCONSISTENT_ARGUMENTS, "LxROI::AddRun");
+    return;
+  }
+  LxRun run = RunAt<T>(x, y, origin.pitch, m_bRunsAbsolute ? origin.base : nullptr);
+  run.end = run.start + static_cast<unsigned>(length) * std::uintptr_t{sizeof(T)};
+  const unsigned count = m_Runs.GetNumElements();
+  m_Runs.AddElement(run);
+  if (m_Runs.GetNumElements() == count) LxTraceError("LxROI::AddRun");
+}
+
+template class LxROI<LxBW8>;
+template class LxROI<LxBW16>;
+template class LxROI<LxBW32>;
+template class LxROI<LxC24>;
+template class LxROI<LxC15>;
+template class LxROI<LxC16>;
+template class LxROI<LxC24A>;
+template class LxROI<LxComplex64>;
+template class LxROI<int>;
