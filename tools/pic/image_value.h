@@ -63,6 +63,7 @@ class ImageValue {
   std::string SizeText() const;
 
   LxGenericROI* Region() const { return region.get(); }
+  const std::shared_ptr<LxGenericROI>& Owner() const { return region; }
   /// The image as what it is; T must be its pixel type.
   template <class T>
   LxImage<T>& As() const {

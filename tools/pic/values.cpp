@@ -86,6 +86,19 @@ std::vector<std::string> ChoiceNames(const Parameter& parameter) {
   return names;
 }
 
+// Of every form, so that a slip of the pen is told from a choice that one form lacks.
+std::vector<std::string> AllChoiceNames() {
+  std::vector<std::string> names;
+  for (const auto& operation : catalogue::All()) {
+    for (const Parameter& parameter : operation.parameters) {
+      for (std::string& name : ChoiceNames(parameter)) names.push_back(std::move(name));
+    }
+  }
+  return names;
+}
+
+constexpr int kUnknownChoice = -1;
+
 Value ReadChoice(const Parameter& parameter, const std::string& word) {
   const auto number = ReadNumber(word);
   const int value =
