@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: Apache-2.0
+// The frame of every exported operation: error state, argument checks, trace, no exceptions.
+#pragma once
+
+#include <initializer_list>
+#include <new>
+
+#include "lxpic/base/errors.h"
+#include "lxpic/base/roi.h"
+
+namespace lx {
+
+// Runs the body of an operation: resets the error state, turns exceptions into error codes and appends
+// `trace` after a failure. A null `trace` appends nothing.
+template <class Body>
+void RunOperation(const char* trace, Body&& body) noexcept {
+  LxOk();
+  try {
+    body();
+  } catch (const std::bad_alloc&) {
+    LxSetError(LX_ERROR_ALLOCATION_FAILED);
+  } catch (...) {
+    LxSetError(LX_ERROR_INTERNAL);
+  }
+  if (LxGetError() != LX_OK) LxTraceError(trace);
+}
+
+// Each check returns whether the operation may go on, and sets the error code if not.
+
+inline bool Require(bool condition, LX_ERRORS code) {
+  if (!condition) LxSetError(code);
+  return condition;
+}
+
+// Every region has pixels in memory.
+bool Attached(std::initializer_list<const LxGenericROI*> regions);
+
+// Every region has pixels in memory, and all have the size of the last one.
+bool Usable(std::initializer_list<LxGenericROI*> regions);
+
+}  // namespace lx

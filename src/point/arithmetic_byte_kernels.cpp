@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "point/arithmetic_kernels.h"
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "point/arithmetic_byte_kernels.cpp"
+#include "hwy/foreach_target.h"
+
+// Highway asks for this order.
+#include "point/arithmetic_tables-inl.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace lx::HWY_NAMESPACE {
+
+using Element = std::uint8_t;
+
+template <class Rule>
+struct OnImages {
+  static void Run(const PixelMap& map) { MapTwo<Element>(map, Rule{}); }
+};
+
+template <class Rule>
+struct OnConstant {
+  static void Run(const PixelMap& map) { MapConstant<Element>(map, Rule{}); }
+};
+
+bool InvertElements(const PixelMap& map) {
+  MapOne<Element>(map, Invert{});
+  return true;
+}
+
+bool Images(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map) {
+  return RunImages<OnImages>(operation, map);
+}
+
+bool WithConstants(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map) {
+  return RunWithConstant<OnConstant>(operation, map);
+}
+
+bool ConstantsWith(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map) {
+  return RunConstantWith<OnConstant>(operation, map);
+}
+
+}  // namespace lx::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace lx {
+
+HWY_EXPORT(InvertElements);
+HWY_EXPORT(Images);
+HWY_EXPORT(WithConstants);
+HWY_EXPORT(ConstantsWith);
+
+bool InvertElements8(const PixelMap& map) { return LX_KERNEL(InvertElements)(map); }
+
+bool CombineImages8(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map) {
+  return LX_KERNEL(Images)(operation, map);
+}
+
+bool CombineWithConstant8(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map) {
+  return LX_KERNEL(WithConstants)(operation, map);
+}
+
+bool CombineConstantWith8(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map) {
+  return LX_KERNEL(ConstantsWith)(operation, map);
+}
+
+}  // namespace lx
+#endif

@@ -1,0 +1,390 @@
+// SPDX-License-Identifier: Apache-2.0
+// The arithmetic of PicOper() on one vector of unsigned lanes of 8 or 16 bits. Included once for each
+// instruction set.
+
+#if defined(LXPIC_POINT_ARITHMETIC_RULES_INL_H_) == defined(HWY_TARGET_TOGGLE)
+#ifdef LXPIC_POINT_ARITHMETIC_RULES_INL_H_
+#undef LXPIC_POINT_ARITHMETIC_RULES_INL_H_
+#else
+#define LXPIC_POINT_ARITHMETIC_RULES_INL_H_
+#endif
+
+#include "foundation/simd-inl.h"
+#include "point/reciprocals.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace lx::HWY_NAMESPACE {
+
+template <class D>
+inline constexpr bool kIsByte = sizeof(hn::TFromD<D>) == 1;
+
+// All ones where true.
+template <class D, class M>
+HWY_INLINE hn::Vec<D> Truth(D d, M mask) {
+  return hn::VecFromMask(d, mask);
+}
+
+template <class D>
+HWY_INLINE hn::Vec<D> Ones(D d) {
+  return hn::Set(d, hwy::LimitsMax<hn::TFromD<D>>());
+}
+
+// floor((a + b) / 2); the instruction rounds up, which the complement turns round.
+template <class D, class V>
+HWY_INLINE V FloorAverage(D d, V a, V b) {
+  return hn::Xor(hn::AverageRound(hn::Xor(a, Ones(d)), hn::Xor(b, Ones(d))), Ones(d));
+}
+
+struct Invert {
+  template <class D, class V>
+  HWY_INLINE V operator()(D d, V a) const {
+    return hn::Xor(a, Ones(d));
+  }
+};
+
+struct Add {
+  template <class D, class V>
+  HWY_INLINE V operator()(D /*d*/, V a, V b) const {
+    return hn::SaturatedAdd(a, b);
+  }
+};
+
+struct Subtract {
+  template <class D, class V>
+  HWY_INLINE V operator()(D /*d*/, V a, V b) const {
+    return hn::SaturatedSub(a, b);
+  }
+};
+
+struct AddWrap {
+  template <class D, class V>
+  HWY_INLINE V operator()(D /*d*/, V a, V b) const {
+    return hn::Add(a, b);
+  }
+};
+
+struct SubtractWrap {
+  template <class D, class V>
+  HWY_INLINE V operator()(D /*d*/, V a, V b) const {
+    return hn::Sub(a, b);
+  }
+};
+
+struct Multiply {
+  template <class D, class V>
+  HWY_INLINE V operator()(D d, V a, V b) const {
+    if constexpr (kIsByte<D>) {
+      return MapWide(
+          d,
+          [](auto wide, auto p, auto q) HWY_ATTR { return hn::Min(hn::Mul(p, q), hn::Set(wide, 255)); },
+          a, b);
+    } else {
+      const auto overflows = hn::Ne(hn::MulHigh(a, b), hn::Zero(d));
+      return hn::Or(hn::Mul(a, b), Truth(d, overflows));
+    }
+  }
+};
+
+struct ScaledMultiply {
+  template <class D, class V>
+  HWY_INLINE V operator()(D d, V a, V b) const {
+    if constexpr (kIsByte<D>) {
+      return MapWide(
+          d, [](auto, auto p, auto q) HWY_ATTR { return hn::ShiftRight<8>(hn::Mul(p, q)); }, a, b);
+    } else {
+      return hn::MulHigh(a, b);
+    }
+  }
+};
+
+// Constructors are written out because one that the compiler adds would lack the instruction set.
+
+// Division of bytes multiplies by reciprocals from a table: see reciprocals.h. Applies
+// rule(wide, a, b, reciprocal) to 16-bit lanes.
+class Reciprocals {
+ public:
+  HWY_INLINE Reciprocals() : low_(kReciprocals.low), high_(kReciprocals.high) {}
+
+  template <class D, class V, class Rule>
+  HWY_INLINE V Apply(D d, V a, V b, const Rule& rule) const {
+    return MapWide(
+        d,
+        [&rule](auto wide, auto p, auto q, auto low, auto high) HWY_ATTR {
+          return rule(wide, p, q, hn::Or(low, hn::ShiftLeft<8>(high)));
+        },
+        a, b, low_(d, b), high_(d, b));
+  }
+
+ private:
+  ByteTable low_;
+  ByteTable high_;
+};
+
+// Division of 16-bit lanes in single precision: with numerators below 2^24 the truncated quotient is
+// exact wherever it fits 16 bits. `shift` scales the numerator; the result saturates, and x / 0 does too.
+template <int kShift, class D, class V>
+HWY_INLINE V QuotientOfWords(D d, V a, V b) {
+  return MapWide(
+      d,
+      [](auto wide, auto p, auto q) HWY_ATTR {
+        const hn::RebindToSigned<decltype(wide)> whole;
+        const hn::RebindToFloat<decltype(wide)> real;
+        const auto dividend = hn::ConvertTo(real, hn::BitCast(whole, hn::ShiftLeft<kShift>(p)));
+        const auto divisor =
+            hn::ConvertTo(real, hn::BitCast(whole, hn::Max(q, hn::Set(wide, 1))));
+        const auto ratio = hn::ConvertTo(whole, hn::Div(dividend, divisor));
+        const auto largest = hn::Set(wide, 0xFFFF);
+        return hn::IfThenElse(hn::Eq(q, hn::Zero(wide)), largest,
+                              hn::Min(hn::BitCast(wide, ratio), largest));
+      },
+      a, b);
+}
+
+class Divide {
+ public:
+  HWY_INLINE Divide() {}
+
+  template <class D, class V>
+  HWY_INLINE V operator()(D d, V a, V b) const {
+    if constexpr (kIsByte<D>) {
+      const V quotient = reciprocals_.Apply(
+          d, a, b, [](auto, auto p, auto, auto r) HWY_ATTR { return hn::MulHigh(p, r); });
+      const V byOne = hn::IfThenElse(hn::Eq(b, hn::Set(d, 1)), a, quotient);
+      return hn::Or(byOne, Truth(d, hn::Eq(b, hn::Zero(d))));
+    } else {
+      return QuotientOfWords<0>(d, a, b);
+    }
+  }
+
+ private:
+  Reciprocals reciprocals_;
+};
+
+class Modulo {
+ public:
+  HWY_INLINE Modulo() {}
+
+  template <class D, class V>
+  HWY_INLINE V operator()(D d, V a, V b) const {
+    if constexpr (kIsByte<D>) {
+      const V rest = reciprocals_.Apply(d, a, b, [](auto, auto p, auto q, auto r) HWY_ATTR {
+        return hn::Sub(p, hn::Mul(hn::MulHigh(p, r), q));
+      });
+      return hn::IfThenZeroElse(hn::Eq(hn::Min(b, hn::Set(d, 1)), b), rest);
+    } else {
+      const V rest = hn::Sub(a, hn::Mul(QuotientOfWords<0>(d, a, b), b));
+      return hn::IfThenZeroElse(hn::Eq(b, hn::Zero(d)), rest);
+    }
+  }
+
+ private:
+  Reciprocals reciprocals_;
+};
+
+class ScaledDivide {
+ public:
+  HWY_INLINE ScaledDivide() {}
+
+  template <class D, class V>
+  HWY_INLINE V operator()(D d, V a, V b) const {
+    if constexpr (kIsByte<D>) {
+      // With a < b the estimate is the quotient or one more.
+      const V quotient =
+          reciprocals_.Apply(d, a, b, [](auto wide, auto p, auto q, auto r) HWY_ATTR {
+            const auto dividend = hn::ShiftLeft<8>(p);
+            const auto estimate = hn::MulHigh(dividend, r);
+            const auto excess = hn::SaturatedSub(hn::Mul(estimate, q), dividend);
+            const auto one = hn::Set(wide, 1);
+            return hn::And(hn::Sub(estimate, hn::Min(excess, one)), hn::Set(wide, 255));
+          });
+      return hn::Or(quotient, Truth(d, hn::Eq(hn::Max(a, b), a)));
+    } else {
+      return QuotientOfWords<8>(d, a, b);
+    }
+  }
+
+ private:
+  Reciprocals reciprocals_;
+};
+
+// Shifts take a power of two in place of the count: 2^count, or 2^(bits - 1 - count) to the right, and 0
+// when everything is shifted out.
+struct ShiftLeft {
+  template <class D, class V>
+  HWY_INLINE V operator()(D d, V a, V power) const {
+    if constexpr (kIsByte<D>) {
+      return MapWide(
+          d,
+          [](auto wide, auto p, auto q) HWY_ATTR { return hn::And(hn::Mul(p, q), hn::Set(wide, 255)); },
+          a, power);
+    } else {
+      return hn::Mul(a, power);
+    }
+  }
+};
+
+struct ShiftRight {
+  template <class D, class V>
+  HWY_INLINE V operator()(D d, V a, V power) const {
+    return MapWide(
+        d,
+        [](auto, auto p, auto q) HWY_ATTR {
+          return hn::ShiftRight<8 * sizeof(hn::TFromD<D>) - 1>(hn::Mul(p, q));
+        },
+        a, power);
+  }
+};
+
+struct Average {
+  template <class D, class V>
+  HWY_INLINE V operator()(D d, V a, V b) const {
+    return FloorAverage(d, a, b);
+  }
+};
+
+struct HalfDifference {
+  template <class D, class V>
+  HWY_INLINE V operator()(D d, V a, V b) const {
+    return hn::Xor(hn::AverageRound(hn::Xor(a, Ones(d)), b), Ones(d));
+  }
+};
+
+struct BitwiseAnd {
+  template <class D, class V>
+  HWY_INLINE V operator()(D /*d*/, V a, V b) const {
+    return hn::And(a, b);
+  }
+};
+
+struct BitwiseOr {
+  template <class D, class V>
+  HWY_INLINE V operator()(D /*d*/, V a, V b) const {
+    return hn::Or(a, b);
+  }
+};
+
+struct BitwiseXor {
+  template <class D, class V>
+  HWY_INLINE V operator()(D /*d*/, V a, V b) const {
+    return hn::Xor(a, b);
+  }
+};
+
+struct LogicalAnd {
+  template <class D, class V>
+  HWY_INLINE V operator()(D d, V a, V b) const {
+    return Truth(d, hn::Ne(hn::Min(a, b), hn::Zero(d)));
+  }
+};
+
+struct LogicalOr {
+  template <class D, class V>
+  HWY_INLINE V operator()(D d, V a, V b) const {
+    return Truth(d, hn::Ne(hn::Or(a, b), hn::Zero(d)));
+  }
+};
+
+struct LogicalXor {
+  template <class D, class V>
+  HWY_INLINE V operator()(D d, V a, V b) const {
+    return hn::Xor(Truth(d, hn::Eq(a, hn::Zero(d))), Truth(d, hn::Eq(b, hn::Zero(d))));
+  }
+};
+
+struct Minimum {
+  template <class D, class V>
+  HWY_INLINE V operator()(D /*d*/, V a, V b) const {
+    return hn::Min(a, b);
+  }
+};
+
+struct Maximum {
+  template <class D, class V>
+  HWY_INLINE V operator()(D /*d*/, V a, V b) const {
+    return hn::Max(a, b);
+  }
+};
+
+struct SetWhereZero {
+  template <class D, class V>
+  HWY_INLINE V operator()(D d, V a, V b, V old) const {
+    return hn::IfThenElse(hn::Eq(a, hn::Zero(d)), b, old);
+  }
+};
+
+struct SetWhereNonzero {
+  template <class D, class V>
+  HWY_INLINE V operator()(D d, V a, V b, V old) const {
+    return hn::IfThenElse(hn::Eq(a, hn::Zero(d)), old, b);
+  }
+};
+
+struct Equal {
+  template <class D, class V>
+  HWY_INLINE V operator()(D d, V a, V b) const {
+    return Truth(d, hn::Eq(a, b));
+  }
+};
+
+struct NotEqual {
+  template <class D, class V>
+  HWY_INLINE V operator()(D d, V a, V b) const {
+    return Truth(d, hn::Ne(a, b));
+  }
+};
+
+// The order of unsigned lanes through minimum and maximum, which every instruction set has.
+struct GreaterOrEqual {
+  template <class D, class V>
+  HWY_INLINE V operator()(D d, V a, V b) const {
+    return Truth(d, hn::Eq(hn::Max(a, b), a));
+  }
+};
+
+struct LessOrEqual {
+  template <class D, class V>
+  HWY_INLINE V operator()(D d, V a, V b) const {
+    return Truth(d, hn::Eq(hn::Min(a, b), a));
+  }
+};
+
+struct Greater {
+  template <class D, class V>
+  HWY_INLINE V operator()(D d, V a, V b) const {
+    return Truth(d, hn::Ne(hn::Min(a, b), a));
+  }
+};
+
+struct Less {
+  template <class D, class V>
+  HWY_INLINE V operator()(D d, V a, V b) const {
+    return Truth(d, hn::Ne(hn::Max(a, b), a));
+  }
+};
+
+struct AbsoluteDifference {
+  template <class D, class V>
+  HWY_INLINE V operator()(D /*d*/, V a, V b) const {
+    return hn::Or(hn::SaturatedSub(a, b), hn::SaturatedSub(b, a));
+  }
+};
+
+// A rule with its operands exchanged.
+template <class Rule>
+class Swapped {
+ public:
+  HWY_INLINE Swapped() {}
+
+  template <class D, class V>
+  HWY_INLINE V operator()(D d, V a, V b) const {
+    return rule_(d, b, a);
+  }
+
+ private:
+  Rule rule_;
+};
+
+}  // namespace lx::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#endif  // LXPIC_POINT_ARITHMETIC_RULES_INL_H_

@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "point/gain_offset_kernels.h"
+
+#include <algorithm>
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "point/gain_offset_kernels.cpp"
+#include "hwy/foreach_target.h"
+
+// Highway asks for this order.
+#include "foundation/pixel_map-inl.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace lx::HWY_NAMESPACE {
+
+// Products of 16-bit pixels and gains fit 32 bits; so does the sum with an offset that already saturates.
+struct Scale {
+  std::int32_t gain;
+  std::int32_t offset;
+
+  template <class D, class V>
+  HWY_INLINE V operator()(D d, V a) const {
+    return MapWide(
+        d,
+        [this](auto wide, auto v) HWY_ATTR {
+          const hn::RebindToSigned<decltype(wide)> whole;
+          const auto product = hn::Mul(hn::BitCast(whole, v), hn::Set(whole, gain));
+          const auto sum = hn::Add(hn::ShiftRight<5>(product), hn::Set(whole, offset));
+          const auto clamped = hn::Min(hn::Max(sum, hn::Zero(whole)), hn::Set(whole, 0xFFFF));
+          return hn::BitCast(wide, clamped);
+        },
+        a);
+  }
+};
+
+void Words(const PixelMap& map, std::int32_t gain, std::int32_t offset) {
+  MapOne<std::uint16_t>(map, Scale{gain, offset});
+}
+
+}  // namespace lx::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace lx {
+
+HWY_EXPORT(Words);
+
+namespace {
+
+// For gains whose products leave 32 bits.
+void ScaleWordsIn64Bits(const PixelMap& map, std::int64_t gain, std::int64_t offset) {
+  for (std::size_t y = 0; y < map.height; ++y) {
+    const auto* const from = map.sources[0].Row<std::uint8_t>(y);
+    auto* const to = map.destination.Row<std::uint8_t>(y);
+    for (std::size_t x = 0; x < map.width; ++x) {
+      std::uint16_t pixel = 0;
+      std::memcpy(&pixel, from + 2 * x, sizeof(pixel));
+      const std::int64_t scaled = ((pixel * gain) >> 5) + offset;
+      pixel = static_cast<std::uint16_t>(std::clamp<std::int64_t>(scaled, 0, 0xFFFF));
+      std::memcpy(to + 2 * x, &pixel, sizeof(pixel));
+    }
+  }
+}
+
+}  // namespace
+
+void ScaleWords(const PixelMap& map, std::int64_t gain, std::int64_t offset) {
+  if (gain < -0x7FFF || gain > 0x7FFF) {
+    ScaleWordsIn64Bits(map, gain, offset);
+    return;
+  }
+  // Beyond this every sum saturates anyway.
+  constexpr std::int64_t kLargest = std::int64_t{1} << 28;
+  const std::int64_t bounded = std::clamp(offset, -kLargest, kLargest);
+  LX_KERNEL(Words)(map, static_cast<std::int32_t>(gain), static_cast<std::int32_t>(bounded));
+}
+
+}  // namespace lx
+#endif

@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "lxpic/point/vector_arithmetic.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <type_traits>
+
+#include "foundation/frame.h"
+
+namespace {
+
+using Operation = ARITH_LOGIC_OPERATIONS;
+
+// Combines elements of type T with a constant in 64 bits, which hold every intermediate result.
+template <typename T>
+class Combiner {
+ public:
+  Combiner(Operation operation, int constant) : operation_(operation), constant_(static_cast<T>(constant)) {
+    const bool tooFar = constant < 0 || constant > kBits;
+    if (operation == ARITH_LOGIC_SHIFT_LEFT && tooFar) {
+      operation_ = ARITH_LOGIC_SET_WHERE_NONZERO;
+      constant_ = static_cast<T>(-1);
+    } else if (operation == ARITH_LOGIC_SHIFT_RIGHT && tooFar) {
+      operation_ = ARITH_LOGIC_SET;
+      constant_ = 0;
+    }
+  }
+
+  static bool Offers(Operation operation) {
+    switch (operation) {
+      case ARITH_LOGIC_BITWISE_AND:
+      case ARITH_LOGIC_BITWISE_OR:
+      case ARITH_LOGIC_BITWISE_XOR:
+      case ARITH_LOGIC_MINIMUM:
+      case ARITH_LOGIC_MAXIMUM:
+      case ARITH_LOGIC_SET_WHERE_NONZERO:
+      case ARITH_LOGIC_SET:
+        return true;
+      default:
+        return operation >= ARITH_LOGIC_COPY && operation <= ARITH_LOGIC_AVERAGE;
+    }
+  }
+
+  bool DividesByZero() const {
+    return constant_ == 0 && (operation_ == ARITH_LOGIC_DIVIDE || operation_ == ARITH_LOGIC_MODULO);
+  }
+
+  T operator()(T element) const { return static_cast<T>(Saturated(Combine(element, constant_))); }
+
+ private:
+  static constexpr int kBits = 8 * sizeof(T);
+  static constexpr std::int64_t kLowest = std::numeric_limits<T>::min();
+  static constexpr std::int64_t kHighest = std::numeric_limits<T>::max();
+
+  static std::int64_t Saturated(std::int64_t value) { return std::clamp(value, kLowest, kHighest); }
+
+  // Shifts and the complement act on the element's bits and lose what leaves them.
+  static std::int64_t Wrapped(std::uint64_t bits) { return static_cast<T>(bits); }
+
+  std::int64_t Combine(std::int64_t v, std::int64_t c) const {
+    using Bits = std::make_unsigned_t<T>;
+    const auto bits = static_cast<std::uint64_t>(static_cast<Bits>(v));
+    switch (operation_) {
+      case ARITH_LOGIC_INVERT:
+        return Wrapped(~bits);
+      case ARITH_LOGIC_ADD:
+        return v + c;
+      case ARITH_LOGIC_SUBTRACT:
+        return v - c;
+      case ARITH_LOGIC_MULTIPLY:
+        return v * c;
+      case ARITH_LOGIC_DIVIDE:
+        return c == 0 ? kHighest : v / c;
+      case ARITH_LOGIC_MODULO:
+        return c == 0 ? kHighest : v % c;
+      case ARITH_LOGIC_SHIFT_LEFT:
+        return Wrapped(bits << c);
+      case ARITH_LOGIC_SHIFT_RIGHT:
+        return Wrapped(bits >> c);
+      case ARITH_LOGIC_AVERAGE:
+        return (v + c) >> 1;
+      case ARITH_LOGIC_BITWISE_AND:
+        return v & c;
+      case ARITH_LOGIC_BITWISE_OR:
+        return v | c;
+      case ARITH_LOGIC_BITWISE_XOR:
+        return v ^ c;
+      case ARITH_LOGIC_MINIMUM:
+        return std::min(v, c);
+      case ARITH_LOGIC_MAXIMUM:
+        return std::max(v, c);
+      case ARITH_LOGIC_SET_WHERE_NONZERO:
+        return v != 0 ? c : 0;
+      case ARITH_LOGIC_SET:
+        return c;
+      default:
+        return v;
+    }
+  }
+
+  Operation operation_;
+  T constant_;
+};
+
+// The groups that a call processes, as elements, and all elements.
+struct ElementRange {
+  std::size_t first;
+  std::size_t end;
+  std::size_t count;
+};
+
+template <typename T>
+void CombineElements(Operation operation, const LxVector& source, int constant, LxVector& destination,
+                     const ElementRange& range) {
+  const Combiner<T> combine(operation, constant);
+  const auto* const from = static_cast<const T*>(source.GetDataPtr());
+  auto* const to = static_cast<T*>(destination.GetDataPtr());
+  std::transform(from + range.first, from + range.end, to + range.first, combine);
+  std::fill(to, to + range.first, T{0});
+  std::fill(to + range.end, to + range.count, T{0});
+  lx::Require(!combine.DividesByZero(), LX_ERROR_DIVISION_BY_ZERO);
+}
+
+using ElementWorker = void (*)(Operation, const LxVector&, int, LxVector&, const ElementRange&);
+
+template <bool kSigned>
+ElementWorker WorkerOf(int dataSize) {
+  switch (dataSize) {
+    case LX_DATA_SIZE_8:
+      return &CombineElements<std::conditional_t<kSigned, std::int8_t, std::uint8_t>>;
+    case LX_DATA_SIZE_16:
+      return &CombineElements<std::conditional_t<kSigned, std::int16_t, std::uint16_t>>;
+    default:
+      return &CombineElements<std::conditional_t<kSigned, std::int32_t, std::uint32_t>>;
+  }
+}
+
+bool HasIntegers(const LxVector& vector) {
+  const int size = vector.GetDataSize();
+  const int type = vector.GetDataType();
+  return lx::Require(size == LX_DATA_SIZE_8 || size == LX_DATA_SIZE_16 || size == LX_DATA_SIZE_32,
+                     LX_ERROR_UNSUPPORTED_DATA_SIZE) &&
+         lx::Require(type == LX_DATA_UNSIGNED || type == LX_DATA_SIGNED, LX_ERROR_UNSUPPORTED_DATA_TYPE);
+}
+
+bool CheckGroups(const LxVector& vector, int first, int& last) {
+  const int count = vector.GetNbGroup();
+  if (last == -1) last = count - 1;
+  const bool good =
+      lx::Require(first >= 0 && first < count && last < count, LX_ERROR_VECTOR_EMPTY) &&
+      lx::Require(first <= last, LX_ERROR_RANGE_END_BEFORE_START);
+  if (!good) LxTraceError("CheckGroups");
+  return good;
+}
+
+bool HasLayoutOf(const LxVector& a, const LxVector& b) {
+  return a.GetDataSize() == b.GetDataSize() && a.GetDataType() == b.GetDataType() &&
+         a.GetNbGroup() == b.GetNbGroup() && a.GetGroupLength() == b.GetGroupLength();
+}
+
+// Gives the destination the source's layout. In place, or in a destination that has it already, the
+// storage stays.
+bool Restructure(const LxVector& source, LxVector& destination) {
+  if (HasLayoutOf(source, destination)) return true;
+  destination.SetStructure(source.GetDataSize(), source.GetNbGroup(), source.GetGroupLength(),
+                           source.GetDataType());
+  return LxGetError() == LX_OK;
+}
+
+}  // namespace
+
+void PicVect1c2(ARITH_LOGIC_OPERATIONS operation, LxVector* source, int constant, LxVector* destination,
+                int first, int last) {
+  lx::RunOperation("PicVect1c2", [&] {
+    if (!lx::Require(source != nullptr && destination != nullptr, LX_ERROR_VECTOR_NO_DATA)) return;
+    if (!HasIntegers(*source) || !CheckGroups(*source, first, last)) return;
+    if (!Restructure(*source, *destination)) return;
+    if (!lx::Require(source->GetDataPtr() != nullptr && destination->GetDataPtr() != nullptr,
+                     LX_ERROR_ROI_NOT_ATTACHED)) {
+      return;
+    }
+    if (!lx::Require(Combiner<int>::Offers(operation), LX_ERROR_UNSUPPORTED_OPERATION)) return;
+    const auto length = static_cast<std::size_t>(source->GetGroupLength());
+    const ElementRange range{static_cast<std::size_t>(first) * length,
+                             (static_cast<std::size_t>(last) + 1) * length,
+                             static_cast<std::size_t>(source->GetNbGroup()) * length};
+    const bool isSigned = source->GetDataType() == LX_DATA_SIGNED;
+    const ElementWorker worker =
+        isSigned ? WorkerOf<true>(source->GetDataSize()) : WorkerOf<false>(source->GetDataSize());
+    worker(operation, *source, constant, *destination, range);
+  });
+}
+
+void PicVect1c2(ARITH_LOGIC_OPERATIONS /*operation*/, LxVector* source, double /*constant*/,
+                LxVector* /*destination*/) {
+  lx::RunOperation("PicVect1c2", [&] {
+    if (!lx::Require(source != nullptr, LX_ERROR_VECTOR_NO_DATA)) return;
+    const bool isReal = source->GetDataType() == LX_DATA_FLOAT;
+    LxSetError(isReal ? LX_ERROR_UNSUPPORTED_DATA_SIZE : LX_ERROR_UNSUPPORTED_DATA_TYPE);
+  });
+}
