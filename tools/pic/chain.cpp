@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tools/pic/chain.h"
 
+#include <filesystem>
 #include <span>
 #include <utility>
 
@@ -13,8 +14,11 @@ namespace lx::tool {
 
 bool StartsStep(const std::string& word) { return word == kStoreStep || IsOperation(word); }
 
-Chain::Chain(std::vector<std::string> steps, int runs)
-    : words(std::move(steps)), repeat(runs), overlayColour(PicGetOverlayColor()) {}
+Chain::Chain(std::vector<std::string> steps, int runs, std::string operandFolder)
+    : words(std::move(steps)),
+      repeat(runs),
+      folder(std::move(operandFolder)),
+      overlayColour(PicGetOverlayColor()) {}
 
 ImageValue Chain::Run(const ImageValue& input, const Observer& observe) {
   // A colour that the chain sets must not reach the steps before, on the next image.
@@ -70,7 +74,7 @@ ImageValue Chain::FindImage(const std::string& word, const Session& session) {
   }
   const auto found = files.find(word);
   if (found != files.end()) return found->second;
-  return files[word] = ReadImage(word);
+  return files[word] = ReadImage((std::filesystem::path(folder) / word).string());
 }
 
 }  // namespace lx::tool

@@ -29,8 +29,9 @@ class Chain {
  public:
   using Observer = std::function<void(const StepReport&)>;
 
-  /// `words` are the steps. Each operation runs `runs` times, from the same start each time.
-  explicit Chain(std::vector<std::string> words, int runs = 1);
+  /// Each operation runs `runs` times, from the same start each time. Operands are files of
+  /// `operandFolder` unless their names are absolute.
+  explicit Chain(std::vector<std::string> steps, int runs = 1, std::string operandFolder = "");
 
   /// The image that the last step leaves. `input` may be no image. Throws Failure, which names the
   /// step.
@@ -49,6 +50,7 @@ class Chain {
 
   std::vector<std::string> words;
   int repeat;
+  std::string folder;
   LxC24 overlayColour;
   std::map<std::string, ImageValue> files;  // operands that have been read
 };
