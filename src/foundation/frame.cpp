@@ -5,7 +5,7 @@
 
 namespace lx {
 
-bool Attached(std::initializer_list<const LxGenericROI*> regions) {
+bool Attached(std::initializer_list<LxGenericROI*> regions) {
   return std::all_of(regions.begin(), regions.end(), [](const LxGenericROI* region) {
     if (!Require(region != nullptr, LX_ERROR_ROI_NOT_ATTACHED)) return false;
     region->Check();
@@ -14,7 +14,7 @@ bool Attached(std::initializer_list<const LxGenericROI*> regions) {
 }
 
 bool Usable(std::initializer_list<LxGenericROI*> regions) {
-  if (!Attached({regions.begin(), regions.end()})) return false;
+  if (!Attached(regions)) return false;
   LxGenericROI* const model = *(regions.end() - 1);
   return std::all_of(regions.begin(), regions.end(), [model](const LxGenericROI* region) {
     region->CheckSize(model);

@@ -10,8 +10,8 @@
 
 namespace lx {
 
-// Runs the body of an operation: resets the error state, turns exceptions into error codes and appends
-// `trace` after a failure. A null `trace` appends nothing.
+// Runs the body of an operation: resets the error state, turns exceptions into error codes and
+// appends `trace` after a failure. A null `trace` appends nothing.
 template <class Body>
 void RunOperation(const char* trace, Body&& body) noexcept {
   LxOk();
@@ -33,7 +33,7 @@ inline bool Require(bool condition, LX_ERRORS code) {
 }
 
 // Every region has pixels in memory.
-bool Attached(std::initializer_list<const LxGenericROI*> regions);
+bool Attached(std::initializer_list<LxGenericROI*> regions);
 
 // Every region has pixels in memory, and all have the size of the last one.
 bool Usable(std::initializer_list<LxGenericROI*> regions);

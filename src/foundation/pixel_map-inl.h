@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The pixel-map drivers: they walk rows and vectors, a rule computes one vector of pixels. Included once
-// for each instruction set.
+// The pixel-map drivers: they walk rows and vectors, a rule computes one vector of pixels. Included
+// once for each instruction set.
 
 #if defined(LXPIC_FOUNDATION_PIXEL_MAP_INL_H_) == defined(HWY_TARGET_TOGGLE)
 #ifdef LXPIC_FOUNDATION_PIXEL_MAP_INL_H_
@@ -55,14 +55,15 @@ void MapTwo(const PixelMap& map, const Rule& rule) {
     const T* const b = map.sources[1].Row<const T>(y);
     T* const to = map.destination.Row<T>(y);
     ForEachVector(d, map.width, [&](std::size_t x, auto access) HWY_ATTR {
-      access.Store(d, ApplyTwo(d, rule, access.Load(d, a + x), access.Load(d, b + x), access, to + x),
+      access.Store(d,
+                   ApplyTwo(d, rule, access.Load(d, a + x), access.Load(d, b + x), access, to + x),
                    to + x);
     });
   }
 }
 
-// Calls step(x, phase, access) for each vector of a row, where `phase` counts 0, 1, 2, 0, ...: vector
-// `phase` of three that repeat a pattern of three elements continues it at x.
+// Calls step(x, phase, access) for each vector of a row, where `phase` counts 0, 1, 2, 0, ...:
+// vector `phase` of three that repeat a pattern of three elements continues it at x.
 template <class D, class Step>
 HWY_INLINE void ForEachPhase(D d, std::size_t width, const Step& step) {
   const std::size_t n = hn::Lanes(d);
@@ -104,8 +105,9 @@ void MapConstant(const PixelMap& map, const Rule& rule) {
     const T* const a = map.sources[0].Row<const T>(y);
     T* const to = map.destination.Row<T>(y);
     ForEachPhase(d, map.width, [&](std::size_t x, int phase, auto access) HWY_ATTR {
-      access.Store(
-          d, ApplyTwo(d, rule, access.Load(d, a + x), pattern.phases[phase], access, to + x), to + x);
+      access.Store(d,
+                   ApplyTwo(d, rule, access.Load(d, a + x), pattern.phases[phase], access, to + x),
+                   to + x);
     });
   }
 }

@@ -86,5 +86,4 @@ inline bool FastPath() { return LxGetMMX() != 0; }
 
 // The kernel `name` for the path of this call: the best instruction set of this processor, or the
 // baseline that the library is compiled for.
-#define LX_KERNEL(name) \
-  (::lx::FastPath() ? HWY_DYNAMIC_DISPATCH(name) : &HWY_STATIC_DISPATCH(name))
+#define LX_KERNEL(name) (::lx::FastPath() ? HWY_DYNAMIC_DISPATCH(name) : &HWY_STATIC_DISPATCH(name))

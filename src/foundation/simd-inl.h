@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The SIMD vocabulary of the kernels: vector access at row ends, lanes of twice the width, byte tables,
-// colour pixels. Included once for each instruction set.
+// The SIMD vocabulary of the kernels: vector access at row ends, lanes of twice the width, byte
+// tables, colour pixels. Included once for each instruction set.
 
 #if defined(LXPIC_FOUNDATION_SIMD_INL_H_) == defined(HWY_TARGET_TOGGLE)
 #ifdef LXPIC_FOUNDATION_SIMD_INL_H_
@@ -35,8 +35,8 @@ struct WholeVector {
   }
 };
 
-// Access to the first `count` lanes of a vector; nothing beyond them is read or written. The other lanes
-// are unspecified but initialised.
+// Access to the first `count` lanes of a vector; nothing beyond them is read or written. The other
+// lanes are unspecified but initialised.
 struct PartVector {
   std::size_t count;
 
@@ -71,8 +71,9 @@ HWY_INLINE void ForEachVector(D d, std::size_t width, const Step& step) {
   if (x < width) step(x, PartVector{width - x});
 }
 
-// Applies rule(d, lanes...) to unsigned lanes of twice the width, so that products and sums fit. Each
-// result must fit the narrow lane. Even and odd lanes are taken apart where they lie: nothing crosses.
+// Applies rule(d, lanes...) to unsigned lanes of twice the width, so that products and sums fit.
+// Each result must fit the narrow lane. Even and odd lanes are taken apart where they lie: nothing
+// crosses.
 template <class D, class Rule, class... V>
 HWY_INLINE hn::Vec<D> MapWide(D d, const Rule& rule, V... v) {
   using Narrow = hn::TFromD<D>;
@@ -110,8 +111,8 @@ class ByteTable {
       return hn::Vec<D>{_mm512_castsi512_si256(Entries(_mm512_castsi256_si512(index.raw)))};
     }
 #else
-    // Sixteen shuffles of sixteen bytes. Saturation pushes every index outside the block above 0x7F,
-    // where the shuffle gives 0.
+    // Sixteen shuffles of sixteen bytes. Saturation pushes every index outside the block above
+    // 0x7F, where the shuffle gives 0.
     const auto bias = hn::Set(d, 0x70);
     const auto step = hn::Set(d, 16);
     auto result = hn::Zero(d);
@@ -149,12 +150,12 @@ HWY_INLINE hn::Vec<D> Narrow(D d, V v) {
 
 // Byte positions for taking colour pixels apart and putting them together, in 64-byte vectors.
 struct ColourIndices {
-  // split[c][i]: where component c of pixel i lies in the first 128 of 192 bytes, and the third vector's
-  // part of it (bit i of splitThird[c] set).
+  // split[c][i]: where component c of pixel i lies in the first 128 of 192 bytes, and the third
+  // vector's part of it (bit i of splitThird[c] set).
   alignas(64) std::uint8_t split[3][64];
   std::uint64_t splitThird[3];
-  // merge[v][i]: the pixel whose component byte i of vector v is; mergeComponent[v][c] has bit i set when
-  // it is component c.
+  // merge[v][i]: the pixel whose component byte i of vector v is; mergeComponent[v][c] has bit i
+  // set when it is component c.
   alignas(64) std::uint8_t merge[3][64];
   std::uint64_t mergeComponent[3][3];
 };
@@ -191,8 +192,7 @@ HWY_INLINE void LoadColour(D d, const std::uint8_t* from, hn::Vec<D>& c0, hn::Ve
     for (int c = 0; c < 3; ++c) {
       const __m512i at = _mm512_load_si512(kColourIndices.split[c]);
       const __m512i two = _mm512_permutex2var_epi8(first, at, second);
-      out[c]->raw =
-          _mm512_mask_permutexvar_epi8(two, kColourIndices.splitThird[c], at, third);
+      out[c]->raw = _mm512_mask_permutexvar_epi8(two, kColourIndices.splitThird[c], at, third);
     }
     return;
   }
@@ -234,8 +234,8 @@ HWY_INLINE void Triple(D d, hn::Vec<D> grey, hn::Vec<D> (&to)[3]) {
 #endif
 }
 
-// Calls step(v, access) for the vectors of bytes that hold the `count` colour pixels of one vector of
-// pixels: three, or what is left of them at the end of a row.
+// Calls step(v, access) for the vectors of bytes that hold the `count` colour pixels of one vector
+// of pixels: three, or what is left of them at the end of a row.
 template <class D, class Step>
 HWY_INLINE void ForEachThird(D d, std::size_t count, const Step& step) {
   const std::size_t n = hn::Lanes(d);

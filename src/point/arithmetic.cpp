@@ -21,12 +21,14 @@ constexpr std::uint64_t Bits(std::initializer_list<int> values) {
   return bits;
 }
 
-// The operations that a form refuses by name: those listed, or all but those listed. What is neither
-// refused nor computed is an internal error.
+// The operations that a form refuses by name: those listed, or all but those listed. What is
+// neither refused nor computed is an internal error.
 class Refused {
  public:
   static constexpr Refused Only(std::initializer_list<int> values) { return {Bits(values), false}; }
-  static constexpr Refused AllBut(std::initializer_list<int> values) { return {~Bits(values), true}; }
+  static constexpr Refused AllBut(std::initializer_list<int> values) {
+    return {~Bits(values), true};
+  }
 
   constexpr bool Has(Operation operation) const {
     if (operation < 0 || operation >= 64) return beyond_;
@@ -96,7 +98,8 @@ bool CombineColour(ConstantKernel kernel, Operation operation, lx::PixelMap map)
   return true;
 }
 
-// The kernels shift by multiplying with a power of two: 2^count, or 2^(bits - 1 - count) to the right.
+// The kernels shift by multiplying with a power of two: 2^count, or 2^(bits - 1 - count) to the
+// right.
 std::uint16_t ShiftFactor(Operation operation, unsigned count, unsigned bits) {
   count %= 32;
   if (count >= bits) return 0;
@@ -136,22 +139,26 @@ void PicOper(Operation operation, LxBW8 constant, LxROI<LxBW8>* destination) {
 }
 
 void PicOper(Operation operation, LxROI<LxBW8>* source, LxROI<LxBW8>* destination) {
-  RunForm("PicOper ( BW8 Image to Image)", Refused::AllBut({0, 1}), operation, {source, destination},
+  RunForm("PicOper ( BW8 Image to Image)", Refused::AllBut({0, 1}), operation,
+          {source, destination},
           [&] { return CopyOrInvert(operation, lx::MapOf(destination, source), 1); });
 }
 
 void PicOper(Operation operation, LxBW8 constant, LxROI<LxBW8>* source, LxROI<LxBW8>* destination) {
-  RunForm("PicOper ( BW8 Const, Image to Image)", kConstantFirst, operation, {source, destination}, [&] {
-    return CombineGrey(&lx::CombineConstantWith8, operation,
-                       lx::WithConstant(lx::MapOf(destination, source), constant));
-  });
+  RunForm("PicOper ( BW8 Const, Image to Image)", kConstantFirst, operation, {source, destination},
+          [&] {
+            return CombineGrey(&lx::CombineConstantWith8, operation,
+                               lx::WithConstant(lx::MapOf(destination, source), constant));
+          });
 }
 
 void PicOper(Operation operation, LxROI<LxBW8>* source, LxBW8 constant, LxROI<LxBW8>* destination) {
-  RunForm("PicOper ( BW8 Image, Const to Image)", kConstantLast, operation, {source, destination}, [&] {
-    const auto map = lx::WithConstant(lx::MapOf(destination, source), constant);
-    return CombineGrey(&lx::CombineWithConstant8, operation, WithLastConstant(operation, map, 8));
-  });
+  RunForm("PicOper ( BW8 Image, Const to Image)", kConstantLast, operation, {source, destination},
+          [&] {
+            const auto map = lx::WithConstant(lx::MapOf(destination, source), constant);
+            return CombineGrey(&lx::CombineWithConstant8, operation,
+                               WithLastConstant(operation, map, 8));
+          });
 }
 
 void PicOper(Operation operation, LxROI<LxBW8>* source1, LxROI<LxBW8>* source2,
@@ -171,8 +178,8 @@ void PicOper(Operation operation, LxC24 constant, LxROI<LxC24>* destination) {
 }
 
 void PicOper(Operation operation, LxROI<LxC24>* source, LxROI<LxC24>* destination) {
-  RunForm("PicOper ( C24 Image to Image)", Refused::AllBut({0, 1, 34}), operation, {source, destination},
-          [&] {
+  RunForm("PicOper ( C24 Image to Image)", Refused::AllBut({0, 1, 34}), operation,
+          {source, destination}, [&] {
             if (operation == ARITH_LOGIC_OVERLAY) {
               return Overlay(&lx::OverlayColour, lx::MapOf(destination, source));
             }
@@ -181,23 +188,26 @@ void PicOper(Operation operation, LxROI<LxC24>* source, LxROI<LxC24>* destinatio
 }
 
 void PicOper(Operation operation, LxC24 constant, LxROI<LxC24>* source, LxROI<LxC24>* destination) {
-  RunForm("PicOper ( C24 Const, Image to Image)", kConstantFirst, operation, {source, destination}, [&] {
-    return CombineColour(&lx::CombineConstantWith8, operation,
-                         lx::WithConstant(lx::MapOf(destination, source), constant));
-  });
+  RunForm("PicOper ( C24 Const, Image to Image)", kConstantFirst, operation, {source, destination},
+          [&] {
+            return CombineColour(&lx::CombineConstantWith8, operation,
+                                 lx::WithConstant(lx::MapOf(destination, source), constant));
+          });
 }
 
 void PicOper(Operation operation, LxROI<LxC24>* source, LxC24 constant, LxROI<LxC24>* destination) {
-  RunForm("PicOper ( C24 Image, Const to Image)", kConstantLast, operation, {source, destination}, [&] {
-    const auto map = lx::WithConstant(lx::MapOf(destination, source), constant);
-    return CombineColour(&lx::CombineWithConstant8, operation, WithLastConstant(operation, map, 8));
-  });
+  RunForm("PicOper ( C24 Image, Const to Image)", kConstantLast, operation, {source, destination},
+          [&] {
+            const auto map = lx::WithConstant(lx::MapOf(destination, source), constant);
+            return CombineColour(&lx::CombineWithConstant8, operation,
+                                 WithLastConstant(operation, map, 8));
+          });
 }
 
 void PicOper(Operation operation, LxROI<LxC24>* source1, LxROI<LxC24>* source2,
              LxROI<LxC24>* destination) {
-  RunForm("PicOper ( C24 Image, Image to Image)", kShifts, operation, {source1, source2, destination},
-          [&] {
+  RunForm("PicOper ( C24 Image, Image to Image)", kShifts, operation,
+          {source1, source2, destination}, [&] {
             if (operation == ARITH_LOGIC_OVERLAY) {
               return Overlay(&lx::OverlayColourOnColour, lx::MapOf(destination, source1, source2));
             }
@@ -249,15 +259,15 @@ void PicOper(Operation operation, LxROI<LxC24>* source1, LxROI<LxBW8>* source2,
 
 void PicOper(Operation operation, LxROI<LxBW8>* source1, LxROI<LxBW8>* source2,
              LxROI<LxBW16>* destination) {
-  RunForm("PicOper ( BW8 Image and BW8 Image to BW16 Image)", Refused::AllBut({2, 3, 4, 5}), operation,
-          {source1, source2, destination},
+  RunForm("PicOper ( BW8 Image and BW8 Image to BW16 Image)", Refused::AllBut({2, 3, 4, 5}),
+          operation, {source1, source2, destination},
           [&] { return lx::WidenBytes(operation, lx::MapOf(destination, source1, source2)); });
 }
 
 void PicOper(Operation operation, LxROI<LxBW16>* source1, LxROI<LxBW8>* source2,
              LxROI<LxBW16>* destination) {
-  RunForm("PicOper ( BW16 Image and BW8 Image to BW16 IMage)", Refused::AllBut({2, 3, 4, 5, 29, 30}),
-          operation, {source1, source2, destination}, [&] {
+  RunForm("PicOper ( BW16 Image and BW8 Image to BW16 IMage)",
+          Refused::AllBut({2, 3, 4, 5, 29, 30}), operation, {source1, source2, destination}, [&] {
             return lx::CombineWordsWithBytes(operation, lx::MapOf(destination, source1, source2));
           });
 }
@@ -270,26 +280,32 @@ void PicOper(Operation operation, LxBW16 constant, LxROI<LxBW16>* destination) {
 }
 
 void PicOper(Operation operation, LxROI<LxBW16>* source, LxROI<LxBW16>* destination) {
-  RunForm("PicOper (BW16 Image to Image)", Refused::AllBut({0, 1}), operation, {source, destination},
+  RunForm("PicOper (BW16 Image to Image)", Refused::AllBut({0, 1}), operation,
+          {source, destination},
           [&] { return CopyOrInvert(operation, lx::MapOf(destination, source), 2); });
 }
 
-void PicOper(Operation operation, LxBW16 constant, LxROI<LxBW16>* source, LxROI<LxBW16>* destination) {
-  RunForm("PicOper ( BW16 Const, Image to Image)", kConstantFirst, operation, {source, destination}, [&] {
-    return lx::CombineConstantWith16(operation,
-                                     lx::WithConstant(lx::MapOf(destination, source), constant));
-  });
+void PicOper(Operation operation, LxBW16 constant, LxROI<LxBW16>* source,
+             LxROI<LxBW16>* destination) {
+  RunForm("PicOper ( BW16 Const, Image to Image)", kConstantFirst, operation, {source, destination},
+          [&] {
+            return lx::CombineConstantWith16(
+                operation, lx::WithConstant(lx::MapOf(destination, source), constant));
+          });
 }
 
-void PicOper(Operation operation, LxROI<LxBW16>* source, LxBW16 constant, LxROI<LxBW16>* destination) {
-  RunForm("PicOper ( BW16 Image, Const to Image)", kConstantLast, operation, {source, destination}, [&] {
-    const auto map = lx::WithConstant(lx::MapOf(destination, source), constant);
-    return lx::CombineWithConstant16(operation, WithLastConstant(operation, map, 16));
-  });
+void PicOper(Operation operation, LxROI<LxBW16>* source, LxBW16 constant,
+             LxROI<LxBW16>* destination) {
+  RunForm("PicOper ( BW16 Image, Const to Image)", kConstantLast, operation, {source, destination},
+          [&] {
+            const auto map = lx::WithConstant(lx::MapOf(destination, source), constant);
+            return lx::CombineWithConstant16(operation, WithLastConstant(operation, map, 16));
+          });
 }
 
 void PicOper(Operation operation, LxROI<LxBW16>* source1, LxROI<LxBW16>* source2,
              LxROI<LxBW16>* destination) {
-  RunForm("PicOper ( BW16 Image, Image to Image)", kShifts, operation, {source1, source2, destination},
+  RunForm("PicOper ( BW16 Image, Image to Image)", kShifts, operation,
+          {source1, source2, destination},
           [&] { return lx::CombineImages16(operation, lx::MapOf(destination, source1, source2)); });
 }

@@ -10,6 +10,7 @@
 
 HWY_BEFORE_NAMESPACE();
 namespace lx::HWY_NAMESPACE {
+namespace {
 
 using Element = std::uint8_t;
 
@@ -40,6 +41,7 @@ bool ConstantsWith(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map) {
   return RunConstantWith<OnConstant>(operation, map);
 }
 
+}  // namespace
 }  // namespace lx::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The kernels behind PicOper(). Each returns false, without touching a pixel, when it has no case for the
-// operation.
+// The kernels behind PicOper(). Each returns false, without touching a pixel, when it has no case
+// for the operation.
 #pragma once
 
 #include "foundation/pixel_map.h"
@@ -33,11 +33,11 @@ bool WidenBytes(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map);
 bool CombineWordsWithBytes(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map);
 
 // Overlays; the constants hold the overlay colour and the map counts pixels.
-void PaintWhereGrey(const PixelMap& map);             // grey -> colour, destination kept elsewhere
-void PaintGreyWhereGrey(const PixelMap& map);         // grey, grey mask -> colour
-void PaintColourWhereGrey(const PixelMap& map);       // colour, grey mask -> colour
-void OverlayColour(const PixelMap& map);              // colour -> colour, destination kept where black
-void OverlayColourOnColour(const PixelMap& map);      // source 2, where black source 1
-void OverlayColourOnGrey(const PixelMap& map);        // source 2, where black grey source 1
+void PaintWhereGrey(const PixelMap& map);         // grey -> colour, destination kept elsewhere
+void PaintGreyWhereGrey(const PixelMap& map);     // grey, grey mask -> colour
+void PaintColourWhereGrey(const PixelMap& map);   // colour, grey mask -> colour
+void OverlayColour(const PixelMap& map);          // colour -> colour, destination kept where black
+void OverlayColourOnColour(const PixelMap& map);  // source 2, where black source 1
+void OverlayColourOnGrey(const PixelMap& map);    // source 2, where black grey source 1
 
 }  // namespace lx

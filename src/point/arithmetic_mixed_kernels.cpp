@@ -10,9 +10,10 @@
 
 HWY_BEFORE_NAMESPACE();
 namespace lx::HWY_NAMESPACE {
+namespace {
 
-// destination = rule(a, b) per component, where the grey source counts for all three: it is the first
-// operand when kGreyFirst.
+// destination = rule(a, b) per component, where the grey source counts for all three: it is the
+// first operand when kGreyFirst.
 template <bool kGreyFirst, class Rule>
 void MapMixed(const PixelMap& map, const Rule& rule) {
   const hn::ScalableTag<std::uint8_t> d;
@@ -53,7 +54,8 @@ bool ColourWithGrey(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map) {
   return RunImages<OnColourAndGrey>(operation, map);
 }
 
-// destination = rule(a, b) in 16 bits; the second source, and the first one if it is of type A, is widened.
+// destination = rule(a, b) in 16 bits; the second source, and the first one if it is of type A, is
+// widened.
 template <typename A, class Rule>
 void MapWidened(const PixelMap& map, const Rule& rule) {
   const hn::ScalableTag<std::uint16_t> words;
@@ -106,6 +108,7 @@ bool WordsWithBytes(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map) {
   return RunRow(kRows, operation, map);
 }
 
+}  // namespace
 }  // namespace lx::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 

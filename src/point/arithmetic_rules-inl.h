@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The arithmetic of PicOper() on one vector of unsigned lanes of 8 or 16 bits. Included once for each
-// instruction set.
+// The arithmetic of PicOper() on one vector of unsigned lanes of 8 or 16 bits. Included once for
+// each instruction set.
 
 #if defined(LXPIC_POINT_ARITHMETIC_RULES_INL_H_) == defined(HWY_TARGET_TOGGLE)
 #ifdef LXPIC_POINT_ARITHMETIC_RULES_INL_H_
@@ -76,7 +76,8 @@ struct Multiply {
     if constexpr (kIsByte<D>) {
       return MapWide(
           d,
-          [](auto wide, auto p, auto q) HWY_ATTR { return hn::Min(hn::Mul(p, q), hn::Set(wide, 255)); },
+          [](auto wide, auto p, auto q)
+              HWY_ATTR { return hn::Min(hn::Mul(p, q), hn::Set(wide, 255)); },
           a, b);
     } else {
       const auto overflows = hn::Ne(hn::MulHigh(a, b), hn::Zero(d));
@@ -109,9 +110,8 @@ class Reciprocals {
   HWY_INLINE V Apply(D d, V a, V b, const Rule& rule) const {
     return MapWide(
         d,
-        [&rule](auto wide, auto p, auto q, auto low, auto high) HWY_ATTR {
-          return rule(wide, p, q, hn::Or(low, hn::ShiftLeft<8>(high)));
-        },
+        [&rule](auto wide, auto p, auto q, auto low, auto high)
+            HWY_ATTR { return rule(wide, p, q, hn::Or(low, hn::ShiftLeft<8>(high))); },
         a, b, low_(d, b), high_(d, b));
   }
 
@@ -120,8 +120,9 @@ class Reciprocals {
   ByteTable high_;
 };
 
-// Division of 16-bit lanes in single precision: with numerators below 2^24 the truncated quotient is
-// exact wherever it fits 16 bits. `shift` scales the numerator; the result saturates, and x / 0 does too.
+// Division of 16-bit lanes in single precision: with numerators below 2^24 the truncated quotient
+// is exact wherever it fits 16 bits. `shift` scales the numerator; the result saturates, and x / 0
+// does too.
 template <int kShift, class D, class V>
 HWY_INLINE V QuotientOfWords(D d, V a, V b) {
   return MapWide(
@@ -130,8 +131,7 @@ HWY_INLINE V QuotientOfWords(D d, V a, V b) {
         const hn::RebindToSigned<decltype(wide)> whole;
         const hn::RebindToFloat<decltype(wide)> real;
         const auto dividend = hn::ConvertTo(real, hn::BitCast(whole, hn::ShiftLeft<kShift>(p)));
-        const auto divisor =
-            hn::ConvertTo(real, hn::BitCast(whole, hn::Max(q, hn::Set(wide, 1))));
+        const auto divisor = hn::ConvertTo(real, hn::BitCast(whole, hn::Max(q, hn::Set(wide, 1))));
         const auto ratio = hn::ConvertTo(whole, hn::Div(dividend, divisor));
         const auto largest = hn::Set(wide, 0xFFFF);
         return hn::IfThenElse(hn::Eq(q, hn::Zero(wide)), largest,
@@ -207,15 +207,16 @@ class ScaledDivide {
   Reciprocals reciprocals_;
 };
 
-// Shifts take a power of two in place of the count: 2^count, or 2^(bits - 1 - count) to the right, and 0
-// when everything is shifted out.
+// Shifts take a power of two in place of the count: 2^count, or 2^(bits - 1 - count) to the right,
+// and 0 when everything is shifted out.
 struct ShiftLeft {
   template <class D, class V>
   HWY_INLINE V operator()(D d, V a, V power) const {
     if constexpr (kIsByte<D>) {
       return MapWide(
           d,
-          [](auto wide, auto p, auto q) HWY_ATTR { return hn::And(hn::Mul(p, q), hn::Set(wide, 255)); },
+          [](auto wide, auto p, auto q)
+              HWY_ATTR { return hn::And(hn::Mul(p, q), hn::Set(wide, 255)); },
           a, power);
     } else {
       return hn::Mul(a, power);
@@ -228,9 +229,8 @@ struct ShiftRight {
   HWY_INLINE V operator()(D d, V a, V power) const {
     return MapWide(
         d,
-        [](auto, auto p, auto q) HWY_ATTR {
-          return hn::ShiftRight<8 * sizeof(hn::TFromD<D>) - 1>(hn::Mul(p, q));
-        },
+        [](auto, auto p, auto q)
+            HWY_ATTR { return hn::ShiftRight<8 * sizeof(hn::TFromD<D>) - 1>(hn::Mul(p, q)); },
         a, power);
   }
 };

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Which rule serves which operation, for images with images and images with constants. Included once for
-// each instruction set.
+// Which rule serves which operation, for images with images and images with constants. Included
+// once for each instruction set.
 
 #if defined(LXPIC_POINT_ARITHMETIC_TABLES_INL_H_) == defined(HWY_TARGET_TOGGLE)
 #ifdef LXPIC_POINT_ARITHMETIC_TABLES_INL_H_
@@ -100,8 +100,8 @@ bool RunWithConstant(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map) {
   return RunRow(kRows, operation, map);
 }
 
-// Constant with image: the rules that mind the order are swapped, comparisons turned round, and the rest
-// is commutative.
+// Constant with image: the rules that mind the order are swapped, comparisons turned round, and the
+// rest is commutative.
 template <template <class> class Apply>
 bool RunConstantWith(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map) {
   static constexpr KernelRow kRows[] = {

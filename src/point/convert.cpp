@@ -30,35 +30,43 @@ auto Packed(PackedKernel kernel, lx::Packing packing) {
 }  // namespace
 
 void PicConvert(LxROI<LxC24>* source, LxROI<LxC15>* destination) {
-  Convert("PicConvert ( C24 to C15)", source, destination, Packed(&lx::PackColour, lx::Packing::kC15));
+  Convert("PicConvert ( C24 to C15)", source, destination,
+          Packed(&lx::PackColour, lx::Packing::kC15));
 }
 
 void PicConvert(LxROI<LxBW8>* source, LxROI<LxC15>* destination) {
-  Convert("PicConvert ( BW8 to C15)", source, destination, Packed(&lx::PackGrey, lx::Packing::kC15));
+  Convert("PicConvert ( BW8 to C15)", source, destination,
+          Packed(&lx::PackGrey, lx::Packing::kC15));
 }
 
 void PicConvert(LxROI<LxC15>* source, LxROI<LxC24>* destination) {
-  Convert("PicConvert ( C15 to C24)", source, destination, Packed(&lx::UnpackToColour, lx::Packing::kC15));
+  Convert("PicConvert ( C15 to C24)", source, destination,
+          Packed(&lx::UnpackToColour, lx::Packing::kC15));
 }
 
 void PicConvert(LxROI<LxC15>* source, LxROI<LxBW8>* destination) {
-  Convert("PicConvert ( C15 to BW8)", source, destination, Packed(&lx::UnpackToGrey, lx::Packing::kC15));
+  Convert("PicConvert ( C15 to BW8)", source, destination,
+          Packed(&lx::UnpackToGrey, lx::Packing::kC15));
 }
 
 void PicConvert(LxROI<LxC24>* source, LxROI<LxC16>* destination) {
-  Convert("PicConvert ( C24 to C16)", source, destination, Packed(&lx::PackColour, lx::Packing::kC16));
+  Convert("PicConvert ( C24 to C16)", source, destination,
+          Packed(&lx::PackColour, lx::Packing::kC16));
 }
 
 void PicConvert(LxROI<LxBW8>* source, LxROI<LxC16>* destination) {
-  Convert("PicConvert ( BW8 to C16)", source, destination, Packed(&lx::PackGrey, lx::Packing::kC16));
+  Convert("PicConvert ( BW8 to C16)", source, destination,
+          Packed(&lx::PackGrey, lx::Packing::kC16));
 }
 
 void PicConvert(LxROI<LxC16>* source, LxROI<LxC24>* destination) {
-  Convert("PicConvert ( C16 to C24)", source, destination, Packed(&lx::UnpackToColour, lx::Packing::kC16));
+  Convert("PicConvert ( C16 to C24)", source, destination,
+          Packed(&lx::UnpackToColour, lx::Packing::kC16));
 }
 
 void PicConvert(LxROI<LxC16>* source, LxROI<LxBW8>* destination) {
-  Convert("PicConvert ( C16 to /// BW8)", source, destination, Packed(&lx::UnpackToGrey, lx::Packing::kC16));
+  Convert("PicConvert ( C16 to /// BW8)", source, destination,
+          Packed(&lx::UnpackToGrey, lx::Packing::kC16));
 }
 
 void PicConvert(LxROI<LxC24>* source, LxROI<LxC24A>* destination) {
@@ -71,7 +79,8 @@ void PicConvert(LxROI<LxC24A>* source, LxROI<LxC24>* destination) {
 
 void PicConvert(LxROI<LxC24>* source, LxROI<LxBW8>* alpha, LxROI<LxC24A>* destination) {
   lx::RunOperation("PicConvert ( C24 to C24A with Alpha)", [&] {
-    if (lx::Usable({source, alpha, destination})) lx::MergeAlpha(lx::MapOf(destination, source, alpha));
+    if (lx::Usable({source, alpha, destination}))
+      lx::MergeAlpha(lx::MapOf(destination, source, alpha));
   });
 }
 
@@ -85,7 +94,8 @@ void PicConvert(LxROI<LxC24A>* source, LxROI<LxC24>* destination, LxROI<LxBW8>* 
 }
 
 void PicConvert(LxROI<LxBW8>* source, LxROI<LxC24>* destination) {
-  Convert("PicConvert ( BW8 to C24)", source, destination, [](const lx::PixelMap& map) { lx::GreyToColour(map, false); });
+  Convert("PicConvert ( BW8 to C24)", source, destination,
+          [](const lx::PixelMap& map) { lx::GreyToColour(map, false); });
 }
 
 void PicConvert(LxROI<LxC24>* source, LxROI<LxBW8>* destination) {

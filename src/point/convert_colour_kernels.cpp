@@ -10,6 +10,7 @@
 
 HWY_BEFORE_NAMESPACE();
 namespace lx::HWY_NAMESPACE {
+namespace {
 
 using BytesTag = hn::ScalableTag<std::uint8_t>;
 
@@ -119,6 +120,7 @@ void FromAlpha(const PixelMap& map, const Rows& alphas) {
   }
 }
 
+}  // namespace
 }  // namespace lx::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 

@@ -10,6 +10,7 @@
 
 HWY_BEFORE_NAMESPACE();
 namespace lx::HWY_NAMESPACE {
+namespace {
 
 // destination = the low bits of source >> shift; a shift by all bits and more gives 0.
 template <typename From, typename To>
@@ -60,6 +61,7 @@ void From8To32(const PixelMap& map, unsigned shift) { Wider<U8, U32>(map, shift)
 void From16To32(const PixelMap& map, unsigned shift) { Wider<U16, U32>(map, shift); }
 void To422(const PixelMap& map) { Wider<U8, U16>(map, 0, 0x8000); }
 
+}  // namespace
 }  // namespace lx::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 

@@ -7,7 +7,10 @@
 namespace lx {
 
 // The packed colour types.
-enum class Packing { kC15, kC16 };
+enum class Packing {
+  kC15,
+  kC16
+};
 
 void PackColour(Packing packing, const PixelMap& map);
 void PackGrey(Packing packing, const PixelMap& map);

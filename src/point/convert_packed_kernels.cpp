@@ -10,6 +10,7 @@
 
 HWY_BEFORE_NAMESPACE();
 namespace lx::HWY_NAMESPACE {
+namespace {
 
 using WordsTag = hn::ScalableTag<std::uint16_t>;
 using BytesTag = hn::Rebind<std::uint8_t, WordsTag>;
@@ -43,7 +44,8 @@ HWY_INLINE Words Pack(Bytes c0, Bytes c1, Bytes c2) {
   const auto low = hn::ShiftRight<3>(hn::PromoteTo(d, c0));
   const auto middle = hn::And(hn::PromoteTo(d, c1), hn::Set(d, F::kMiddle));
   const auto high = hn::And(hn::PromoteTo(d, c2), hn::Set(d, 0xF8));
-  return hn::Or(low, hn::Or(hn::ShiftLeft<F::kMiddleShift>(middle), hn::ShiftLeft<F::kHighShift>(high)));
+  return hn::Or(low,
+                hn::Or(hn::ShiftLeft<F::kMiddleShift>(middle), hn::ShiftLeft<F::kHighShift>(high)));
 }
 
 // The components, widened, with zeros below their fields.
@@ -98,8 +100,7 @@ void FromColourExceptKey(const PixelMap& map) {
     ForEachColour(words, map.width, [&](std::size_t x, auto access, auto colour) HWY_ATTR {
       Bytes c0, c1, c2;
       colour.Load(bytes, from + 3 * x, c0, c1, c2);
-      const auto differs =
-          hn::Or(hn::Xor(c0, key0), hn::Or(hn::Xor(c1, key1), hn::Xor(c2, key2)));
+      const auto differs = hn::Or(hn::Xor(c0, key0), hn::Or(hn::Xor(c1, key1), hn::Xor(c2, key2)));
       const auto isKey = hn::Eq(hn::PromoteTo(words, differs), hn::Zero(words));
       const auto old = access.Load(words, to + x);
       StorePacked<kPacking>(access, hn::IfThenElse(isKey, old, Pack<kPacking>(c0, c1, c2)), to + x);
@@ -183,6 +184,7 @@ void UnpackLevels(Packing packing, const PixelMap& map) {
   Choose(packing, ToGrey<Packing::kC15>, ToGrey<Packing::kC16>, map);
 }
 
+}  // namespace
 }  // namespace lx::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
@@ -197,7 +199,9 @@ HWY_EXPORT(UnpackLevels);
 
 void PackColour(Packing packing, const PixelMap& map) { LX_KERNEL(PackColours)(packing, map); }
 void PackGrey(Packing packing, const PixelMap& map) { LX_KERNEL(PackLevels)(packing, map); }
-void UnpackToColour(Packing packing, const PixelMap& map) { LX_KERNEL(UnpackColours)(packing, map); }
+void UnpackToColour(Packing packing, const PixelMap& map) {
+  LX_KERNEL(UnpackColours)(packing, map);
+}
 void UnpackToGrey(Packing packing, const PixelMap& map) { LX_KERNEL(UnpackLevels)(packing, map); }
 
 void PackExceptKey(Packing packing, const PixelMap& map) {

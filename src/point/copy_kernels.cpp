@@ -10,10 +10,12 @@
 
 HWY_BEFORE_NAMESPACE();
 namespace lx::HWY_NAMESPACE {
+namespace {
 
 void Bytes(const PixelMap& map) { MapFill<std::uint8_t>(map); }
 void Words(const PixelMap& map) { MapFill<std::uint16_t>(map); }
 
+}  // namespace
 }  // namespace lx::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 

@@ -12,8 +12,10 @@
 
 HWY_BEFORE_NAMESPACE();
 namespace lx::HWY_NAMESPACE {
+namespace {
 
-// Products of 16-bit pixels and gains fit 32 bits; so does the sum with an offset that already saturates.
+// Products of 16-bit pixels and gains fit 32 bits; so does the sum with an offset that already
+// saturates.
 struct Scale {
   std::int32_t gain;
   std::int32_t offset;
@@ -37,6 +39,7 @@ void Words(const PixelMap& map, std::int32_t gain, std::int32_t offset) {
   MapOne<std::uint16_t>(map, Scale{gain, offset});
 }
 
+}  // namespace
 }  // namespace lx::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 

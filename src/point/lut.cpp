@@ -28,10 +28,12 @@ struct BitField {
 
 bool ChooseBits(unsigned entries, unsigned shift, BitField& field) {
   const auto k = entries == 0 ? 0U : static_cast<unsigned>(std::bit_width(entries)) - 1;
-  if (shift != kTopBits && !lx::Require(shift <= 16 && shift + k <= 16, LX_ERROR_ARGUMENT_4_OUT_OF_RANGE)) {
+  if (shift != kTopBits &&
+      !lx::Require(shift <= 16 && shift + k <= 16, LX_ERROR_ARGUMENT_4_OUT_OF_RANGE)) {
     return false;
   }
-  if (!lx::Require(k <= 16 && std::has_single_bit(entries), LX_ERROR_WRONG_VECTOR_SIZE)) return false;
+  if (!lx::Require(k <= 16 && std::has_single_bit(entries), LX_ERROR_WRONG_VECTOR_SIZE))
+    return false;
   field = {shift == kTopBits ? 16 - k : shift, entries - 1};
   return true;
 }

@@ -10,6 +10,7 @@
 
 HWY_BEFORE_NAMESPACE();
 namespace lx::HWY_NAMESPACE {
+namespace {
 
 void Bytes(const PixelMap& map, const std::uint8_t* table) {
   MapOne<std::uint8_t>(map, ByteTable(table));
@@ -47,6 +48,7 @@ void FewBits(const PixelMap& map, const std::uint8_t* table, unsigned shift, uns
   }
 }
 
+}  // namespace
 }  // namespace lx::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 

@@ -10,7 +10,8 @@
 
 namespace {
 
-// The part of a span of `length` pixels, moved to `at`, that lies in 0..limit: its first pixel and count.
+// The part of a span of `length` pixels, moved to `at`, that lies in 0..limit: its first pixel and
+// count.
 struct Clip {
   std::int64_t first;
   std::int64_t count;
@@ -41,8 +42,8 @@ void Draw(lx::Packing packing, LxROI<LxC24>* source, LxROI<Packed>* destination,
 }
 
 template <class Packed>
-void Overlay(const char* trace, lx::Packing packing, LxROI<LxC24>* source, LxROI<Packed>* destination,
-             int x, int y, LxC24 keyColor) {
+void Overlay(const char* trace, lx::Packing packing, LxROI<LxC24>* source,
+             LxROI<Packed>* destination, int x, int y, LxC24 keyColor) {
   bool tooLarge = false;
   lx::RunOperation(trace, [&] {
     if (!lx::Attached({source, destination})) return;
@@ -64,7 +65,8 @@ void PicOverlay(LxROI<LxC24>* source, LxROI<LxC15>* destination, int x, int y, L
 }
 
 void PicSetOverlayColor(LxC24 color) {
-  lx::RunOperation(nullptr, [&] { static_cast<lx::ThreadBlock*>(LxGetTLSPtr())->overlayColour = color; });
+  lx::RunOperation(nullptr,
+                   [&] { static_cast<lx::ThreadBlock*>(LxGetTLSPtr())->overlayColour = color; });
 }
 
 LxC24 PicGetOverlayColor() { return static_cast<lx::ThreadBlock*>(LxGetTLSPtr())->overlayColour; }

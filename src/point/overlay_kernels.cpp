@@ -10,6 +10,7 @@
 
 HWY_BEFORE_NAMESPACE();
 namespace lx::HWY_NAMESPACE {
+namespace {
 
 using Tag = hn::ScalableTag<std::uint8_t>;
 using Bytes = hn::Vec<Tag>;
@@ -111,6 +112,7 @@ void ColourOnGrey(const PixelMap& map) {
   });
 }
 
+}  // namespace
 }  // namespace lx::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// Reciprocals that divide bytes exactly: floor(a / b) = (a * r(b)) >> 16 for a, b <= 255 and b >= 2,
-// with r(b) = floor(65536 / b) + 1, because the excess a * (r(b) * b - 65536) stays below 65536. The
-// table holds 0 for b = 0 and b = 1.
+// Reciprocals that divide bytes exactly: floor(a / b) = (a * r(b)) >> 16 for a, b <= 255 and b >=
+// 2, with r(b) = floor(65536 / b) + 1, because the excess a * (r(b) * b - 65536) stays below 65536.
+// The table holds 0 for b = 0 and b = 1.
 #pragma once
 
 #include <cstdint>

@@ -16,7 +16,8 @@ using Operation = ARITH_LOGIC_OPERATIONS;
 template <typename T>
 class Combiner {
  public:
-  Combiner(Operation operation, int constant) : operation_(operation), constant_(static_cast<T>(constant)) {
+  Combiner(Operation operation, int constant)
+      : operation_(operation), constant_(static_cast<T>(constant)) {
     const bool tooFar = constant < 0 || constant > kBits;
     if (operation == ARITH_LOGIC_SHIFT_LEFT && tooFar) {
       operation_ = ARITH_LOGIC_SET_WHERE_NONZERO;
@@ -55,6 +56,12 @@ class Combiner {
 
   static std::int64_t Saturated(std::int64_t value) { return std::clamp(value, kLowest, kHighest); }
 
+  // The product of two unsigned 32-bit elements would leave 64 signed bits.
+  static std::int64_t Product(std::int64_t v, std::int64_t c) {
+    if (std::is_unsigned_v<T> && c != 0 && v > kHighest / c) return kHighest;
+    return v * c;
+  }
+
   // Shifts and the complement act on the element's bits and lose what leaves them.
   static std::int64_t Wrapped(std::uint64_t bits) { return static_cast<T>(bits); }
 
@@ -69,7 +76,7 @@ class Combiner {
       case ARITH_LOGIC_SUBTRACT:
         return v - c;
       case ARITH_LOGIC_MULTIPLY:
-        return v * c;
+        return Product(v, c);
       case ARITH_LOGIC_DIVIDE:
         return c == 0 ? kHighest : v / c;
       case ARITH_LOGIC_MODULO:
@@ -111,8 +118,8 @@ struct ElementRange {
 };
 
 template <typename T>
-void CombineElements(Operation operation, const LxVector& source, int constant, LxVector& destination,
-                     const ElementRange& range) {
+void CombineElements(Operation operation, const LxVector& source, int constant,
+                     LxVector& destination, const ElementRange& range) {
   const Combiner<T> combine(operation, constant);
   const auto* const from = static_cast<const T*>(source.GetDataPtr());
   auto* const to = static_cast<T*>(destination.GetDataPtr());
@@ -141,7 +148,8 @@ bool HasIntegers(const LxVector& vector) {
   const int type = vector.GetDataType();
   return lx::Require(size == LX_DATA_SIZE_8 || size == LX_DATA_SIZE_16 || size == LX_DATA_SIZE_32,
                      LX_ERROR_UNSUPPORTED_DATA_SIZE) &&
-         lx::Require(type == LX_DATA_UNSIGNED || type == LX_DATA_SIGNED, LX_ERROR_UNSUPPORTED_DATA_TYPE);
+         lx::Require(type == LX_DATA_UNSIGNED || type == LX_DATA_SIGNED,
+                     LX_ERROR_UNSUPPORTED_DATA_TYPE);
 }
 
 bool CheckGroups(const LxVector& vector, int first, int& last) {
@@ -170,8 +178,8 @@ bool Restructure(const LxVector& source, LxVector& destination) {
 
 }  // namespace
 
-void PicVect1c2(ARITH_LOGIC_OPERATIONS operation, LxVector* source, int constant, LxVector* destination,
-                int first, int last) {
+void PicVect1c2(ARITH_LOGIC_OPERATIONS operation, LxVector* source, int constant,
+                LxVector* destination, int first, int last) {
   lx::RunOperation("PicVect1c2", [&] {
     if (!lx::Require(source != nullptr && destination != nullptr, LX_ERROR_VECTOR_NO_DATA)) return;
     if (!HasIntegers(*source) || !CheckGroups(*source, first, last)) return;
