@@ -65,9 +65,11 @@ std::string TypeText(const Parameter& parameter) {
 std::string FormText(const Operation& operation) {
   std::vector<std::string> read;
   std::vector<std::string> written;
-  for (const Parameter& parameter : operation.parameters) {
+  for (std::size_t i = 0; i < operation.parameters.size(); ++i) {
+    const Parameter& parameter = operation.parameters[i];
     const std::string type = TypeText(parameter);
-    if (!type.empty()) (parameter.written ? written : read).push_back(type);
+    if (type.empty() || !MustBeGiven(operation, i)) continue;
+    (parameter.written ? written : read).push_back(type);
   }
   const std::string result = written.empty() ? "" : "-> " + Join(written, ", ");
   return read.empty() ? result : Join(read, ", ") + (result.empty() ? "" : " " + result);
@@ -134,7 +136,9 @@ std::string OverloadText(const Operation& operation) {
     const Parameter& parameter = operation.parameters[i];
     if (parameter.written) continue;
     if (parameter.kind == Kind::kRegion) {
-      text += Entry(parameter.name, TypeText(parameter) + " image");
+      const bool current = i == operation.SourceIndices().front();
+      text += Entry(parameter.name, std::string(current ? "the current image, " : "an image, ") +
+                                        TypeText(parameter));
     } else {
       text += Entry(parameter.name, ParameterText(operation, i));
     }
@@ -190,8 +194,12 @@ std::string ListText(const std::string& part) {
   for (const std::string& name : OperationNames()) {
     if (name.find(part) == std::string::npos) continue;
     text += name + "\n";
+    std::string last;
     for (const Operation* each : OverloadsOf(name)) {
-      text += Padded("  " + FormText(*each), 28) + each->summary + "\n";
+      const std::string line = Padded("  " + FormText(*each), 28) + each->summary + "\n";
+      // Forms that differ in how a table is passed look the same here.
+      if (line != last) text += line;
+      last = line;
     }
   }
   if (!text.empty()) return text;
@@ -207,7 +215,8 @@ std::string HelpText(const std::string& name) {
   }
   std::string text = name + ", " + overloads.front()->function + "\n";
   for (std::size_t i = 0; i < overloads.size(); ++i) {
-    text += "\n" + std::to_string(i + 1) + ". " + OverloadText(*overloads[i]);
+    text += '\n';
+    text += std::to_string(i + 1) + ". " + OverloadText(*overloads[i]);
   }
   return text;
 }

@@ -39,7 +39,7 @@ constexpr const char* kHead = R"(<!DOCTYPE html>
   figcaption { color: var(--soft); font-size: 14px; padding-top: 6px; }
   img { display: block; width: 100%; border-radius: 6px; background: #000; }
   .pair { display: grid; grid-template-columns: 1fr 1fr; gap: 16px; }
-  .card { display: grid; grid-template-columns: minmax(0, 3fr) minmax(0, 4fr); gap: 24px;
+  .card { display: grid; grid-template-columns: minmax(0, 1fr) minmax(0, 1fr); gap: 24px;
           padding: 20px; margin-bottom: 16px; }
   .card p { color: var(--soft); }
   pre { margin: 0 0 12px; padding: 10px 12px; background: #1d2430; color: #e6edf7; font-size: 13px;

@@ -29,7 +29,8 @@ void DrawBus(Scene& scene, double x, double y, int count, double pitch, double s
              double length) {
   for (int i = 0; i < count; ++i) {
     const double shift = i * pitch;
-    const double bend = y + 60 + shift;
+    // The rightmost bends first, so that the traces never meet.
+    const double bend = y + 60 + (count - 1 - i) * pitch;
     const Points points = {{x + shift, y},
                            {x + shift, bend},
                            {x + shift + slant, bend + slant},
@@ -121,8 +122,8 @@ void DrawComb(Scene& scene) {
 Scene DrawBoard(const Size& size) {
   Scene scene(size, kTable);
   scene.RoundedRectangle({50, 45, 1100, 810}, 26, kMask);
-  DrawBus(scene, 240, 150, 6, 24, 90, 330);
-  DrawBus(scene, 760, 330, 5, 24, 60, 190);
+  DrawBus(scene, 300, 150, 6, 24, 25, 320);
+  DrawBus(scene, 770, 325, 5, 24, 50, 230);
   DrawComb(scene);
   DrawHoles(scene);
   DrawChip(scene, {470, 400, 260, 130}, 10, "LX-8051");

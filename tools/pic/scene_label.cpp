@@ -89,7 +89,7 @@ void DrawMatrix(Scene& scene, double left, double top, double cell) {
       if (column == 0 || row == kCells - 1) dark = true;
       // A little overlap leaves no hairlines between cells.
       if (dark)
-        scene.Rectangle({left + column * cell, top + row * cell, cell + 0.3, cell + 0.3}, kInk);
+        scene.Rectangle({left + column * cell, top + row * cell, cell + 0.7, cell + 0.7}, kInk);
     }
   }
   scene.prints.push_back({left, top, kCells * cell, kCells * cell});
@@ -119,7 +119,7 @@ void DrawWarning(Scene& scene) {
   scene.Fill(kWarning);
   scene.Rectangle({1041, 424, 10, 32}, kInk);
   scene.Disk(1046, 469, 6, kInk);
-  scene.Trace({{846, 500}, {962, 500}}, 6, kInk);
+  scene.Trace({{840, 500}, {968, 500}}, 6, kInk);
 }
 
 }  // namespace
@@ -131,8 +131,8 @@ Scene DrawLabel(const Size& size) {
   scene.RoundedRectangle({60, 50, 1080, 800}, 22, kPaper);
   DrawHeader(scene);
   DrawTable(scene);
-  DrawArrow(scene, 872);
-  DrawArrow(scene, 938);
+  DrawArrow(scene, 866);
+  DrawArrow(scene, 942);
   DrawWarning(scene);
   DrawBars(scene, {110, 550, 640, 170});
   scene.Print(170, 768, 38, false, "4 0 1 2 3 4 5  6 7 8 9 0 1", kInk);

@@ -99,16 +99,18 @@ std::vector<std::string> AllChoiceNames() {
 
 constexpr int kUnknownChoice = -1;
 
+// A number goes to the library as it is, which judges it.
 Value ReadChoice(const Parameter& parameter, const std::string& word) {
-  const auto number = ReadNumber(word);
-  const int value =
-      number ? static_cast<int>(Whole(*number, -1e9, 1e9)) : catalogue::ChoiceValue(word);
-  const auto& offered = parameter.choices;
-  if (number || std::find(offered.begin(), offered.end(), value) != offered.end()) {
-    return {static_cast<double>(value), {}, {}};
+  if (const auto number = ReadNumber(word)) return {Whole(*number, -1e9, 1e9), {}, {}};
+  const int value = catalogue::ChoiceValue(word);
+  if (value == kUnknownChoice) {
+    throw Failure(kWrongUsage, "'" + word + "' is no choice" + Suggestion(word, AllChoiceNames()));
   }
-  throw Failure(kWrongUsage,
-                "'" + word + "' is not offered here" + Suggestion(word, ChoiceNames(parameter)));
+  if (std::find(parameter.choices.begin(), parameter.choices.end(), value) ==
+      parameter.choices.end()) {
+    throw Failure(kWrongUsage, "'" + word + "' is not offered for these operands");
+  }
+  return {static_cast<double>(value), {}, {}};
 }
 
 // A range that starts at 0 or above belongs to a number without a sign.
@@ -191,7 +193,7 @@ struct KindReader {
 };
 
 constexpr std::array kReaders = {
-    KindReader{Kind::kConstant, ReadConstant, "a pixel value"},
+    KindReader{Kind::kConstant, ReadConstant, ""},
     KindReader{Kind::kChoice, ReadChoice, ""},
     KindReader{Kind::kInteger, ReadInteger, "a whole number"},
     KindReader{Kind::kReal, ReadReal, "a number"},
@@ -252,12 +254,21 @@ Value MakeResult(const Parameter& parameter) {
 }
 
 std::string ValueForms(const Parameter& parameter) {
-  const bool colour = parameter.kind == Kind::kConstant &&
-                      (parameter.pixel == Pixel::kC24 || parameter.pixel == Pixel::kC15 ||
-                       parameter.pixel == Pixel::kC16);
-  if (colour) return "r,g,b";
   if (parameter.kind == Kind::kChoice) return "one of " + Join(ChoiceNames(parameter), ", ");
-  return ReaderOf(parameter).forms;
+  if (parameter.kind != Kind::kConstant) return ReaderOf(parameter).forms;
+  switch (parameter.pixel) {
+    case Pixel::kBW8:
+      return "0..255";
+    case Pixel::kBW16:
+      return "0..65535";
+    case Pixel::kC24:
+      return "r,g,b, or one number for all three";
+    case Pixel::kC15:
+    case Pixel::kC16:
+      return "r,g,b, or the pixel as one number";
+    default:
+      return "a pixel value";
+  }
 }
 
 }  // namespace lx::tool

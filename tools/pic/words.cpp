@@ -2,7 +2,9 @@
 #include "tools/pic/words.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
+#include <cmath>
 #include <numeric>
 #include <system_error>
 
@@ -86,10 +88,12 @@ std::string Join(const std::vector<std::string>& items, std::string_view separat
 }
 
 std::string NumberText(double value) {
-  std::string text(32, '\0');
-  const auto [end, error] = std::to_chars(text.data(), text.data() + text.size(), value);
-  text.resize(static_cast<std::size_t>(end - text.data()));
-  return text;
+  std::array<char, 32> text{};
+  const bool whole = value == std::floor(value) && std::abs(value) < 1e15;
+  const auto [end, error] =
+      whole ? std::to_chars(text.data(), text.data() + text.size(), static_cast<long long>(value))
+            : std::to_chars(text.data(), text.data() + text.size(), value);
+  return {text.data(), end};
 }
 
 }  // namespace lx::tool
