@@ -75,7 +75,9 @@ TYPED_TEST(Runs, OutsideTheRegionAreRefused) {
   }
   // Runs whose bytes and position disagree, or that are no whole pixels of one row.
   const LxRun good = this->Run(5, 5, 4, false);
-  const std::array<std::function<void(LxRun&)>, 7> spoil = {
+  const std::array<std::function<void(LxRun&)>, 8> spoil = {
+      // Half a pixel too many, or for pixels of one byte a whole row.
+      [](LxRun& run) { run.end += sizeof(TypeParam) > 1 ? 1 : 20; },
       [](LxRun& run) { run.position += 1; },
       [](LxRun& run) { run.position += 1 << 16; },
       [](LxRun& run) { run.start += 1; },

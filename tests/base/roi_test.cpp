@@ -172,6 +172,8 @@ TYPED_TEST(Region, FollowsItsParents) {
   ExpectDetached(this->child);
   ExpectDetached(this->grandchild);
   this->grandchild.SetPixel(MakePixel<TypeParam>(1), 0, 0);
+  this->image.SetSize(this->kWidth, 15);
+  ExpectDetached(this->grandchild);
   this->image.SetSize(100, 100);
   EXPECT_EQ(this->child.GetPixelPtr(0, 0), this->image.GetPixelPtr(3, 5));
   EXPECT_EQ(this->grandchild.GetPixelPtr(0, 0), this->image.GetPixelPtr(11, 7));

@@ -121,7 +121,9 @@ TEST_F(Vector, GrowsByWholeGroupsAndKeepsItsContent) {
   vector.SetNbGroup(-1);
   EXPECT_EQ(TakeOutcome(), "1011 LxVector::SetNbGroup");
   for (int i = 0; i < 6; ++i) static_cast<int*>(vector.GetDataPtr())[i] = i + 1;
+  const void* const data = vector.GetDataPtr();
   for (const int smaller : {0, 24, 35}) vector.Reallocate(smaller);
+  EXPECT_EQ(vector.GetDataPtr(), data);
   EXPECT_EQ(vector.GetNbMaxGroup(), 2);
   vector.Reallocate(24 + 24576);
   EXPECT_EQ(vector.GetNbMaxGroup(), 2 + 2048);

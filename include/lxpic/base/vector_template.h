@@ -63,10 +63,11 @@ class LXPIC_API LxVectorTemplate {
   void Save(const char* fileName);
   /// Save() with a zero-terminated UTF-16 name; trace "LxVector::Save ( Unicode)".
   void Save(const unsigned short* fileName);
-  /// Replaces the content by that of a file. LX_ERROR_FILE_OPEN_FAILED, _READ_FAILED (the file ends
-  /// early), LX_ERROR_BAD_FILE_SIGNATURE (nothing changes), LX_ERROR_ALLOCATION_FAILED (the file
-  /// claims more elements than it can hold; the vector is empty). Bytes after the last element are
-  /// ignored.
+  /// Replaces the content by that of a file. LX_ERROR_FILE_OPEN_FAILED or
+  /// LX_ERROR_BAD_FILE_SIGNATURE: nothing changes. LX_ERROR_FILE_READ_FAILED: the file ends early;
+  /// when that is behind the count, the vector has all its elements, the missing ones zero.
+  /// LX_ERROR_ALLOCATION_FAILED: the count claims more than 2 GiB that the file does not hold, or
+  /// there is no memory; the vector is empty. Bytes after the last element are ignored.
   void Load(const char* fileName);
   /// Load() with a zero-terminated UTF-16 name; trace "LxVector::Load ( Unicode)".
   void Load(const unsigned short* fileName);

@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tools/pic/chain.h"
+
+#include <filesystem>
+#include <span>
+#include <utility>
+
+#include "tools/pic/execute.h"
+#include "tools/pic/failure.h"
+#include "tools/pic/files.h"
+#include "tools/pic/overloads.h"
+
+namespace lx::tool {
+
+bool StartsStep(const std::string& word) { return word == kStoreStep || IsOperation(word); }
+
+Chain::Chain(std::vector<std::string> steps, int runs, std::string operandFolder)
+    : words(std::move(steps)),
+      repeat(runs),
+      folder(std::move(operandFolder)),
+      overlayColour(PicGetOverlayColor()) {}
+
+ImageValue Chain::Run(const ImageValue& input, const Observer& observe) {
+  // A colour that the chain sets must not reach the steps before, on the next image.
+  PicSetOverlayColor(overlayColour);
+  Session session{input, input, {}};
+  for (std::size_t i = 0; i < words.size();) {
+    try {
+      i += RunStep(i, session, observe);
+    } catch (const Failure& failure) {
+      throw failure.Of(words[i]);
+    }
+  }
+  return session.current;
+}
+
+std::size_t Chain::RunStep(std::size_t first, Session& session, const Observer& observe) {
+  if (words[first] != kStoreStep) return RunOperation(first, session, observe);
+  if (first + 1 == words.size()) throw Failure(kWrongUsage, "a name is missing");
+  if (!session.current) throw Failure(kWrongUsage, "there is no image yet");
+  session.stored[words[first + 1]] = session.current;
+  return 2;
+}
+
+std::size_t Chain::RunOperation(std::size_t first, Session& session, const Observer& observe) {
+  const std::string& name = words[first];
+  if (!IsOperation(name)) {
+    throw Failure(kWrongUsage, "there is no such operation" + Suggestion(name, OperationNames()));
+  }
+  StepContext context;
+  context.current = session.current;
+  context.findImage = [&](const std::string& word) { return FindImage(word, session); };
+  context.startsStep = StartsStep;
+  const Call call = ChooseOverload(name, std::span(words).subspan(first + 1), context);
+
+  Outcome outcome = Execute(call, session.current, repeat);
+  if (outcome.image) session.current = outcome.image;
+  for (const auto& [key, image] : outcome.stored) session.stored[key] = image;
+  const std::size_t count = call.wordCount + 1;
+  if (observe) {
+    const auto step = std::span(words).subspan(first, count);
+    observe({Join({step.begin(), step.end()}, " "), session.current, outcome.results,
+             outcome.milliseconds});
+  }
+  return count;
+}
+
+ImageValue Chain::FindImage(const std::string& word, const Session& session) {
+  if (word == "@" && session.input) return session.input;
+  if (word.starts_with('@')) {
+    const auto found = session.stored.find(word.substr(1));
+    if (found != session.stored.end()) return found->second;
+    throw Failure(kWrongUsage, "no image is stored as '" + word + "'");
+  }
+  const auto found = files.find(word);
+  if (found != files.end()) return found->second;
+  return files[word] = ReadImage((std::filesystem::path(folder) / word).string());
+}
+
+}  // namespace lx::tool

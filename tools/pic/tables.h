@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: Apache-2.0
+// Lookup tables and vectors from words of the command line.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "lxpic/lxpic.h"
+
+namespace lx::tool {
+
+/// Text for the help: the forms that ReadTable understands.
+inline constexpr const char* kTableForms =
+    "a file of numbers, identity, invert, gamma:G or threshold:N";
+
+/// A table of values 0..`maximum`. The named forms have `size` entries, a file has as many as it
+/// holds. "gamma:G" raises to the power 1/G, "threshold:N" is `maximum` from N upwards. Throws
+/// Failure.
+std::vector<unsigned> ReadTable(const std::string& word, std::size_t size, unsigned maximum);
+
+/// "1,2,3" as signed 32-bit elements; a prefix "u8:", "s8:", "u16:", "s16:", "u32:", "s32:" or
+/// "f32:" names another type. Throws Failure.
+std::shared_ptr<LxVector> ReadVector(const std::string& word);
+
+/// The elements with commas between them.
+std::string VectorText(const LxVector& vector);
+
+}  // namespace lx::tool
