@@ -79,10 +79,8 @@ std::vector<std::string> SourceTypes(const std::vector<const Operation*>& overlo
 }
 
 Failure WhyNoneFits(const std::vector<const Operation*>& overloads, const Reasons& reasons,
-                    const StepContext& context, const Modifiers& modifiers) {
-  if (!reasons.Best()) {
-    return {kWrongUsage, "no form gives " + std::string(catalogue::PixelName(*modifiers.pixel))};
-  }
+                    const StepContext& context) {
+  if (!reasons.Best()) return {kWrongUsage, "no form of it gives this type"};
   const auto types = SourceTypes(overloads);
   const bool typeFits =
       !context.current || types.empty() ||
@@ -159,11 +157,14 @@ std::vector<const Operation*> OverloadsOf(const std::string& name) {
 
 Call ChooseOverload(const std::string& name, Words words, const StepContext& context) {
   const auto [modifiers, skipped] = TakeModifiers(words, context);
-  const auto overloads = OverloadsOf(name);
+  auto overloads = OverloadsOf(name);
+  if (const auto pixel = modifiers.pixel) {
+    std::erase_if(overloads,
+                  [&](const Operation* each) { return DestinationPixelOf(*each) != *pixel; });
+  }
   std::vector<Call> calls;
   Reasons reasons;
   for (const Operation* overload : overloads) {
-    if (modifiers.pixel && DestinationPixelOf(*overload) != *modifiers.pixel) continue;
     Reading reading(*overload, words.subspan(skipped), context);
     try {
       calls.push_back(reading.Run());
@@ -171,7 +172,7 @@ Call ChooseOverload(const std::string& name, Words words, const StepContext& con
       reasons.Add(failure, reading.FittingWords());
     }
   }
-  if (calls.empty()) throw WhyNoneFits(overloads, reasons, context, modifiers);
+  if (calls.empty()) throw WhyNoneFits(overloads, reasons, context);
   Call call = Best(std::move(calls), context);
   call.modifiers = modifiers;
   call.wordCount += skipped;
