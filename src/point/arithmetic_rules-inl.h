@@ -29,16 +29,17 @@ HWY_INLINE hn::Vec<D> Ones(D d) {
   return hn::Set(d, hwy::LimitsMax<hn::TFromD<D>>());
 }
 
-// floor((a + b) / 2); the instruction rounds up, which the complement turns round.
+// M - v by a subtraction that the compiler leaves alone: its own complement would make each vector wait for
+// the one before.
 template <class D, class V>
-HWY_INLINE V FloorAverage(D d, V a, V b) {
-  return hn::Xor(hn::AverageRound(hn::Xor(a, Ones(d)), hn::Xor(b, Ones(d))), Ones(d));
+HWY_INLINE V Complement(D d, V v) {
+  return hn::SaturatedSub(Ones(d), v);
 }
 
 struct Invert {
   template <class D, class V>
   HWY_INLINE V operator()(D d, V a) const {
-    return hn::Xor(a, Ones(d));
+    return Complement(d, a);
   }
 };
 
@@ -238,14 +239,16 @@ struct ShiftRight {
 struct Average {
   template <class D, class V>
   HWY_INLINE V operator()(D d, V a, V b) const {
-    return FloorAverage(d, a, b);
+    // The instruction rounds up.
+    return hn::Sub(hn::AverageRound(a, b), hn::And(hn::Xor(a, b), hn::Set(d, 1)));
   }
 };
 
 struct HalfDifference {
   template <class D, class V>
   HWY_INLINE V operator()(D d, V a, V b) const {
-    return hn::Xor(hn::AverageRound(hn::Xor(a, Ones(d)), b), Ones(d));
+    // Rounding up the complement rounds down.
+    return Complement(d, hn::AverageRound(Complement(d, a), b));
   }
 };
 

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "bench/stopwatch.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+
+namespace lx::bench {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr double kShortest = 0.0004;  // a repetition in seconds, far above the clock's step
+constexpr int kFewest = 7;
+constexpr int kMost = 400;
+
+double SecondsOf(const Job& job, int times) {
+  const auto start = Clock::now();
+  for (int i = 0; i < times; ++i) job();
+  return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+double Median(std::vector<double> values) {
+  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+  std::nth_element(values.begin(), middle, values.end());
+  return *middle;
+}
+
+// A competitor and how often it runs in one repetition.
+struct Runner {
+  const Job* job;
+  int times;
+  std::vector<double> seconds;  // of one run, by repetition
+};
+
+Runner Prepare(const Job& job) {
+  if (!job) return {&job, 0, {}};
+  SecondsOf(job, 1);
+  const double once = std::max(SecondsOf(job, 1), 1e-7);
+  return {&job, std::max(1, static_cast<int>(std::ceil(kShortest / once))), {}};
+}
+
+void RunOnce(Runner& runner) {
+  if (runner.times == 0) return;
+  runner.seconds.push_back(SecondsOf(*runner.job, runner.times) / runner.times);
+}
+
+}  // namespace
+
+std::vector<double> TimeSideBySide(const std::vector<Job>& jobs, double seconds) {
+  std::vector<Runner> runners;
+  for (const Job& job : jobs) runners.push_back(Prepare(job));
+  const auto start = Clock::now();
+  for (int repetition = 0; repetition < kMost; ++repetition) {
+    const double spent = std::chrono::duration<double>(Clock::now() - start).count();
+    if (repetition >= kFewest && spent > seconds) break;
+    // Everybody starts in turn, so that nobody always finds the cache of the same neighbour.
+    for (std::size_t i = 0; i < runners.size(); ++i) {
+      RunOnce(runners[(i + static_cast<std::size_t>(repetition)) % runners.size()]);
+    }
+  }
+  std::vector<double> ratios;
+  for (const Runner& runner : runners) {
+    std::vector<double> quotients;
+    for (std::size_t i = 0; i < runner.seconds.size(); ++i) {
+      quotients.push_back(runner.seconds[i] / runners.front().seconds[i]);
+    }
+    ratios.push_back(quotients.empty() ? 0 : Median(quotients));
+  }
+  return ratios;
+}
+
+}  // namespace lx::bench

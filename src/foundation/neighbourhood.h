@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: Apache-2.0
+// What a neighbourhood filter works on, and the passes it is made of.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "foundation/pixel_map.h"
+
+namespace lx {
+
+// What stands for pixels outside the region.
+enum class Border {
+  kReplicate,  // the nearest pixel of the region
+  kZero,
+};
+
+// A filter from a source to a destination, which may be the same pixels. Rows hold `elements` elements;
+// neighbours in a row are `stride` elements apart: 3 for interleaved colours, whose components then never
+// mix.
+struct Neighbourhood {
+  Rows destination;
+  Rows source;
+  std::size_t elements = 0;
+  std::size_t stride = 1;
+  std::size_t height = 0;
+  Border border = Border::kReplicate;
+};
+
+template <class T>
+Neighbourhood NeighbourhoodOf(const LxROI<T>* destination, const LxROI<T>* source) {
+  Neighbourhood made;
+  made.destination = RowsOf(destination);
+  made.source = RowsOf(source);
+  made.stride = sizeof(T) == 3 ? 3 : 1;
+  made.elements = destination->GetWidth() * made.stride;
+  made.height = destination->GetHeight();
+  return made;
+}
+
+// The largest vector in bytes of any instruction set.
+inline constexpr std::size_t kLargestVector = 64;
+
+// Bytes of scratch memory that `passes` passes of 3 × 3 filters need, each with up to `planes` values per
+// element between its horizontal and its vertical step: two rows of lanes twice as wide as the elements,
+// and a row of zeros.
+inline std::size_t PassBytes(const Neighbourhood& map, std::size_t elementBytes, std::size_t planes) {
+  const std::size_t rowBytes = map.elements * elementBytes + kLargestVector;
+  return 3 * 2 * planes * ((rowBytes + kLargestVector - 1) / kLargestVector * kLargestVector);
+}
+
+}  // namespace lx

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: Apache-2.0
+// Scratch memory of one call.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <new>
+
+#include "lxpic/base/errors.h"
+
+namespace lx {
+
+// Uninitialised elements, aligned to cache lines and freed with the object. When they cannot be allocated
+// the buffer is false and LX_ERROR_ALLOCATION_FAILED is set.
+template <typename T>
+class Scratch {
+ public:
+  explicit Scratch(std::size_t count) {
+    if (count <= std::numeric_limits<std::ptrdiff_t>::max() / sizeof(T)) {
+      data_ = static_cast<T*>(::operator new(count * sizeof(T), kAlignment, std::nothrow));
+    }
+    if (data_ == nullptr) LxSetError(LX_ERROR_ALLOCATION_FAILED);
+  }
+  ~Scratch() { ::operator delete(data_, kAlignment); }
+  Scratch(const Scratch&) = delete;
+  Scratch& operator=(const Scratch&) = delete;
+
+  explicit operator bool() const { return data_ != nullptr; }
+  T* get() const { return data_; }
+
+ private:
+  static constexpr std::align_val_t kAlignment{64};
+
+  T* data_ = nullptr;
+};
+
+}  // namespace lx

@@ -1,0 +1,247 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <stdexcept>
+#include <vector>
+
+#include "lxpic/lxpic.h"
+#include "support/execution_path.h"
+
+namespace lx::test {
+namespace {
+
+template <class T>
+class Filled : public LxImage<T> {
+ public:
+  Filled(int width, int height, T value) : LxImage<T>(width, height) {
+    for (int y = 0; y < height; ++y) {
+      for (int x = 0; x < width; ++x) *static_cast<T*>(this->GetPixelPtr(x, y)) = value;
+    }
+  }
+};
+
+constexpr unsigned kTopBits = 0xFFFFFFFF;
+
+TEST(Lut, VectorsOfTheWrongLength) {
+  Filled<LxBW8> grey(5, 2, 7);
+  Filled<LxBW16> deep(5, 2, 7);
+  for (const unsigned count : {0U, 1U, 255U, 257U, 65536U}) {
+    LxBW8Vector table(count, 1);
+    PicLut(&grey, &grey, &table);
+    EXPECT_EQ(LxGetError(), LX_ERROR_WRONG_VECTOR_SIZE) << count;
+    EXPECT_STREQ(LxGetTrace(0), "PicLut");
+  }
+  for (const unsigned count : {0U, 256U, 65535U, 65537U}) {
+    LxBW16Vector table(count, 1);
+    PicLut(&deep, &deep, &table);
+    EXPECT_EQ(LxGetError(), LX_ERROR_WRONG_VECTOR_SIZE) << count;
+  }
+  EXPECT_EQ(grey.GetPixel(4, 1), 7);
+  EXPECT_EQ(deep.GetPixel(4, 1), 7);
+}
+
+TEST(Lut, BitsThatCannotSelect) {
+  struct Row {
+    unsigned entries;
+    unsigned shift;
+    LX_ERRORS code;
+  };
+  const std::vector<Row> rows = {{256, 8, LX_OK},
+                                 {256, 9, LX_ERROR_ARGUMENT_4_OUT_OF_RANGE},
+                                 {1, 16, LX_OK},
+                                 {1, 17, LX_ERROR_ARGUMENT_4_OUT_OF_RANGE},
+                                 {1, 0xFFFFFFFE, LX_ERROR_ARGUMENT_4_OUT_OF_RANGE},
+                                 {65536, 0, LX_OK},
+                                 {65536, 1, LX_ERROR_ARGUMENT_4_OUT_OF_RANGE},
+                                 {300, 0, LX_ERROR_WRONG_VECTOR_SIZE},
+                                 {300, 9, LX_ERROR_ARGUMENT_4_OUT_OF_RANGE},
+                                 {131072, kTopBits, LX_ERROR_WRONG_VECTOR_SIZE},
+                                 {0, kTopBits, LX_ERROR_WRONG_VECTOR_SIZE}};
+  Filled<LxBW16> source(3, 3, 0xABCD);
+  for (const Row& row : rows) {
+    Filled<LxBW8> destination(3, 3, 9);
+    LxBW8Vector table(row.entries, 1);
+    PicLut(&source, &destination, &table, row.shift);
+    EXPECT_EQ(LxGetError(), row.code) << row.entries << " " << row.shift;
+    EXPECT_EQ(destination.GetPixel(2, 2), row.code == LX_OK ? 0 : 9);
+  }
+}
+
+TEST(Lut, MissingTablesComeAfterRegions) {
+  Filled<LxBW8> grey(5, 2, 7);
+  Filled<LxBW16> deep(5, 2, 7);
+  LxImage<LxBW8> unattached;
+  LxImage<LxBW16> deepUnattached;
+  unsigned char* const bytes = nullptr;
+  unsigned short* const words = nullptr;
+  LxBW8Vector* const byteVector = nullptr;
+  LxBW16Vector* const wordVector = nullptr;
+  const auto expect = [](LX_ERRORS code, const char* trace) {
+    EXPECT_EQ(LxGetError(), code);
+    EXPECT_STREQ(LxGetTrace(0), trace);
+  };
+  PicLut(&grey, &grey, bytes);
+  expect(LX_ERROR_ARGUMENT_3_OUT_OF_RANGE, "");
+  PicLut(&unattached, &grey, bytes);
+  expect(LX_ERROR_ROI_NOT_ATTACHED, "");
+  PicLut(&grey, &grey, byteVector);
+  expect(LX_ERROR_VECTOR_NO_DATA, "PicLut");
+  PicLut(&grey, &unattached, byteVector);
+  expect(LX_ERROR_ROI_NOT_ATTACHED, "PicLut");
+  PicLut(&deep, &grey, byteVector, 0);
+  expect(LX_ERROR_VECTOR_NO_DATA, "PicLut ( BW16 to BW8)");
+  PicLut(&deep, &deep, words);
+  expect(LX_ERROR_ARGUMENT_3_OUT_OF_RANGE, "PicLut (BW16)");
+  PicLut(&deep, &deepUnattached, words);
+  expect(LX_ERROR_ROI_NOT_ATTACHED, "PicLut (BW16)");
+  PicLut(&deep, &deep, wordVector);
+  expect(LX_ERROR_VECTOR_NO_DATA, "PicLut (BW16)");
+  EXPECT_EQ(grey.GetPixel(4, 1), 7);
+}
+
+int calls = 0;
+unsigned char lastArgument = 0;
+unsigned char CountCalls(unsigned char value) {
+  ++calls;
+  lastArgument = value;
+  return static_cast<unsigned char>(value + calls);
+}
+unsigned char ThrowByte(unsigned char value) {
+  return value == 3 ? throw std::runtime_error("no value") : value;
+}
+unsigned short ThrowWord(unsigned short /*value*/) { throw 5; }
+
+TEST(Transform, CallsOncePerPixelInRowOrder) {
+  LxImage<LxBW8> image(3, 2);
+  for (int i = 0; i < 6; ++i) image.SetPixel(static_cast<std::uint8_t>(10 * i), i % 3, i / 3);
+  calls = 0;
+  PicTransform(&image, &image, CountCalls, 0);
+  EXPECT_EQ(calls, 6);
+  for (int i = 0; i < 6; ++i) EXPECT_EQ(image.GetPixel(i % 3, i / 3), 11 * i + 1);
+}
+
+TEST(Transform, CallsOncePerValueForATable) {
+  for (const int width : {1, 300}) {
+    Filled<LxBW8> image(width, 3, 20);
+    calls = 0;
+    PicTransform(&image, &image, CountCalls, 1);
+    EXPECT_EQ(calls, 256);
+    EXPECT_EQ(lastArgument, 255);
+    EXPECT_EQ(image.GetPixel(width - 1, 2), 41);
+  }
+}
+
+TEST(Transform, FunctionsThatThrowOrAreMissing) {
+  Filled<LxBW8> grey(4, 4, 3);
+  Filled<LxBW16> deep(4, 4, 3);
+  for (const int useTable : {0, 1}) {
+    PicTransform(&grey, &grey, ThrowByte, useTable);
+    EXPECT_EQ(LxGetError(), LX_ERROR_INTERNAL);
+    EXPECT_STREQ(LxGetTrace(0), "PicTransform");
+    PicTransform(&grey, &grey, nullptr, useTable);
+    EXPECT_EQ(LxGetError(), LX_ERROR_ARGUMENT_3_OUT_OF_RANGE);
+  }
+  PicTransform(&deep, &deep, ThrowWord);
+  EXPECT_EQ(LxGetError(), LX_ERROR_INTERNAL);
+  EXPECT_STREQ(LxGetTrace(0), "PicTransform (BW16)");
+  PicTransform(&deep, &deep, nullptr);
+  EXPECT_EQ(LxGetError(), LX_ERROR_ARGUMENT_3_OUT_OF_RANGE);
+}
+
+struct GainRow {
+  float gain;
+  float offset;
+  int value;
+  int result;
+};
+
+constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
+constexpr float kInfinity = std::numeric_limits<float>::infinity();
+
+// Each value in the middle of a row that is long enough for whole vectors.
+template <class T>
+void ExpectGains(const std::vector<GainRow>& rows) {
+  for (const ExecutionPath& path : ExecutionPaths()) {
+    const PathScope scope(path);
+    for (const GainRow& row : rows) {
+      using Level = decltype(T::value);
+      Filled<T> image(150, 1, T(static_cast<Level>(row.value)));
+      PicGainOffset(&image, &image, row.gain, row.offset);
+      EXPECT_EQ(LxGetError(), LX_OK);
+      for (const int x : {0, 75, 149}) {
+        EXPECT_EQ(image.GetPixel(x, 0).value, row.result)
+            << row.gain << " * " << row.value << " + " << row.offset << " on " << path.name;
+      }
+    }
+  }
+}
+
+TEST(GainOffset, GreyEdges) {
+  ExpectGains<LxBW8>({{-1, 255, 1, 254},       {0.51F, 0, 3, 1},        {8, 0, 255, 255},
+                      {-0.04F, 10, 1, 9},      {0.031F, 0, 255, 0},     {1, 0.99F, 7, 7},
+                      {1, -0.99F, 7, 7},       {4.1F, -900, 255, 143},  {100, -25000, 255, 255},
+                      {100, -25400, 255, 100}, {1e9F, -1e9F, 1, 0},     {1e30F, 0, 1, 255},
+                      {-1e30F, 255, 1, 0},     {1e30F, 9, 0, 9},        {kInfinity, 0, 1, 255},
+                      {-kInfinity, 0, 200, 0}, {kNan, 7, 200, 7},       {1, kNan, 200, 200},
+                      {1, kInfinity, 0, 255},  {1, -kInfinity, 255, 0}, {0, 40000, 0, 255},
+                      {128, -32768, 255, 0}});
+  ExpectGains<LxBW16>({{-1, 65535, 1, 65534},
+                       {0.51F, 0, 3, 1},
+                       {1.5F, -0.5F, 40000, 60000},
+                       {1000, -65535000, 65535, 0},
+                       {1000, -65534000, 65535, 1000},
+                       {2000, 0, 65535, 65535},
+                       {1e30F, 0, 1, 65535},
+                       {-1e30F, 65535, 1, 0},
+                       {kNan, 7, 200, 7},
+                       {1, kInfinity, 0, 65535}});
+}
+
+TEST(GainOffset, ColoursAreReversed) {
+  Filled<LxC24> image(100, 2, LxC24{10, 20, 30});
+  PicGainOffset(&image, &image, LxColor{1, 2, 3}, LxColor{0.5F, 0, 100});
+  EXPECT_EQ(image.GetPixel(99, 1), (LxC24{130, 40, 30}));
+  PicGainOffset(&image, &image, LxColor{kNan, 1e30F, -1e30F}, LxColor{3, 0, 5});
+  EXPECT_EQ(image.GetPixel(50, 0), (LxC24{0, 255, 0}));
+}
+
+TEST(Overlay, ClipsAndKeeps) {
+  Filled<LxC24> source(3, 3, LxC24{255, 255, 255});
+  source.SetPixel({1, 2, 3}, 1, 1);
+  const auto draw = [&source](int x, int y) {
+    Filled<LxC15> image(4, 4, LxC15{0x8001});
+    PicOverlay(&source, &image, x, y, LxC24{1, 2, 3});
+    EXPECT_EQ(LxGetError(), LX_OK);
+    int drawn = 0;
+    for (int i = 0; i < 16; ++i) {
+      const int word = image.GetPixel(i % 4, i / 4).word;
+      EXPECT_TRUE(word == 0x8001 || word == 0xFFFF) << word;
+      drawn += word == 0xFFFF ? 1 : 0;
+    }
+    return drawn;
+  };
+  constexpr int kHuge = std::numeric_limits<int>::max();
+  EXPECT_EQ(draw(0, 0), 8);
+  EXPECT_EQ(draw(2, 2), 3);
+  EXPECT_EQ(draw(-2, -1), 2);
+  EXPECT_EQ(draw(4, 0), 0);
+  EXPECT_EQ(draw(kHuge, kHuge), 0);
+  EXPECT_EQ(draw(-kHuge - 1, 0), 0);
+}
+
+TEST(Overlay, SourceThatIsTooLargeIsTracedOnly) {
+  for (const auto& [width, height] : {std::pair{5, 1}, std::pair{1, 5}}) {
+    Filled<LxC24> source(width, height, LxC24{255, 255, 255});
+    Filled<LxC16> image(4, 4, LxC16{1});
+    PicOverlay(&source, &image, 0, 0, LxC24{0, 0, 0});
+    EXPECT_EQ(LxGetError(), LX_OK);
+    ASSERT_EQ(LxGetTraceCount(), 1);
+    EXPECT_STREQ(LxGetTrace(0), "PicOverlay ( C24 on C16 Image)");
+    EXPECT_EQ(image.GetPixel(0, 0).word, 1);
+  }
+}
+
+}  // namespace
+}  // namespace lx::test

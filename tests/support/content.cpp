@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "support/content.h"
+
+#include <algorithm>
+#include <array>
+
+namespace lx::test {
+
+namespace {
+
+void FillRamp(Picture& picture, int index, Value maximum) {
+  for (int y = 0; y < picture.height; ++y) {
+    for (int x = 0; x < picture.width; ++x) {
+      const Value across = x + (maximum > 255 ? Value{256} * y : 0);
+      const Value down = y + (maximum > 255 ? Value{256} * x : 0);
+      for (int k = 0; k < picture.components; ++k) {
+        picture.At(x, y, k) = ((index % 2 == 0 ? across : down) + 85 * k) & maximum;
+      }
+    }
+  }
+}
+
+void FillEdges(Picture& picture, Value maximum, Random& random) {
+  const auto edge = static_cast<int>(random.Below(static_cast<std::size_t>(picture.width) + 1));
+  for (int y = 0; y < picture.height; ++y) {
+    for (int x = 0; x < picture.width; ++x) {
+      for (int k = 0; k < picture.components; ++k) {
+        const Value step = random.Between(0, maximum / 4);
+        picture.At(x, y, k) = x < edge ? step : maximum - step;
+      }
+    }
+  }
+}
+
+void FillSparse(Picture& picture, Value maximum, Random& random) {
+  const auto components = static_cast<std::size_t>(picture.components);
+  for (std::size_t i = 0; i < picture.values.size(); i += components) {
+    if (random.Below(4) != 0) continue;
+    picture.values[i + random.Below(components)] = random.Between(0, maximum);
+  }
+}
+
+template <class Make>
+void FillEach(Picture& picture, Make make) {
+  std::generate(picture.values.begin(), picture.values.end(), make);
+}
+
+}  // namespace
+
+void Fill(Picture& picture, Content content, int index, std::uint64_t level, Random& random) {
+  const Value maximum = FormatOf(picture.pixel).maximum;
+  const Value shared = static_cast<Value>(level >> 8) & maximum;
+  const std::array<Value, 6> extremes = {0, 1, maximum / 2, maximum / 2 + 1, maximum - 1, maximum};
+  switch (content) {
+    case Content::kNoise:
+      return FillEach(picture, [&] { return random.Between(0, maximum); });
+    case Content::kRamp:
+      return FillRamp(picture, index, maximum);
+    case Content::kEdges:
+      return FillEdges(picture, maximum, random);
+    case Content::kConstant: {
+      const Value value = index == 0 ? shared : random.Between(0, maximum);
+      return FillEach(picture, [&] { return value; });
+    }
+    case Content::kExtremes:
+      return FillEach(picture, [&] { return random.Pick(extremes); });
+    case Content::kNear:
+      return FillEach(
+          picture, [&] { return std::clamp<Value>(shared + random.Between(-2, 2), 0, maximum); });
+    case Content::kSparse:
+      std::fill(picture.values.begin(), picture.values.end(), 0);
+      return FillSparse(picture, maximum, random);
+  }
+}
+
+}  // namespace lx::test

@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "support/region.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <cstring>
+
+namespace lx::test {
+
+namespace {
+
+using Owner = std::unique_ptr<LxGenericROI>;
+
+// The members that depend on the pixel's C++ type.
+struct RegionType {
+  Owner (*image)(int, int);
+  Owner (*view)(int, int, const Placement&);
+  Owner (*child)(LxGenericROI*, int, int, int, int);
+  Owner (*unattached)();
+};
+
+template <class T>
+constexpr RegionType kRegionType = {
+    [](int w, int h) -> Owner { return std::make_unique<LxImage<T>>(w, h); },
+    [](int w, int h, const Placement& place) -> Owner {
+      auto image = std::make_unique<LxImage<T>>();
+      image->Attach(place.base, w, h, place.pitch);
+      return image;
+    },
+    [](LxGenericROI* parent, int x, int y, int w, int h) -> Owner {
+      return std::make_unique<LxROI<T>>(static_cast<LxROI<T>*>(parent), x, y, w, h);
+    },
+    []() -> Owner { return std::make_unique<LxImage<T>>(); }};
+
+const RegionType& TypeOf(Pixel pixel) {
+  static constexpr std::array<RegionType, 10> kTypes = {
+      RegionType{},        kRegionType<LxBW8>,  kRegionType<LxBW16>,
+      kRegionType<LxBW32>, kRegionType<LxC24>,  kRegionType<LxC15>,
+      kRegionType<LxC16>,  kRegionType<LxC24A>, kRegionType<LxComplex64>,
+      kRegionType<int>};
+  return kTypes[static_cast<std::size_t>(pixel)];
+}
+
+// Margins of a child region inside its parent, in pixels.
+constexpr int kLeft = 3;
+constexpr int kRight = 2;
+constexpr int kTop = 1;
+constexpr int kBottom = 1;
+// Foreign bytes before and, unless an unmapped page follows, behind the pixels.
+constexpr std::ptrdiff_t kMargin = 64;
+
+constexpr std::size_t kCapacity = std::size_t{3} << 20;
+
+GuardedBuffer& BufferOf(std::size_t slot) {
+  static std::array<GuardedBuffer, Arena::kSlots> buffers = {
+      GuardedBuffer(kCapacity), GuardedBuffer(kCapacity), GuardedBuffer(kCapacity),
+      GuardedBuffer(kCapacity)};
+  return buffers[slot];
+}
+
+// The foreign bytes: no two neighbours are alike, none is 0 or 255.
+std::uint8_t ForeignByte(std::size_t index) {
+  return static_cast<std::uint8_t>(1 + (index * 97 + index / 251) % 254);
+}
+
+const std::vector<std::uint8_t>& ForeignBytes() {
+  static const std::vector<std::uint8_t> bytes = [] {
+    std::vector<std::uint8_t> made(kCapacity);
+    for (std::size_t i = 0; i < made.size(); ++i) made[i] = ForeignByte(i);
+    return made;
+  }();
+  return bytes;
+}
+
+std::ptrdiff_t PitchBytes(Pitch pitch, std::ptrdiff_t rowBytes) {
+  switch (pitch) {
+    case Pitch::kTight:
+    case Pitch::kChild:
+      return rowBytes;
+    case Pitch::kPadded:
+      return (rowBytes + 127) / 64 * 64;
+    case Pitch::kOdd:
+      return rowBytes + 13 + rowBytes % 2;
+    case Pitch::kNegative:
+      return -(rowBytes + 7);
+  }
+  return rowBytes;
+}
+
+}  // namespace
+
+Owner MakeUnattached(Pixel pixel) { return TypeOf(pixel).unattached(); }
+
+Owner MakeImage(Pixel pixel, int width, int height) { return TypeOf(pixel).image(width, height); }
+
+Owner MakeView(Pixel pixel, int width, int height, const Placement& place) {
+  return TypeOf(pixel).view(width, height, place);
+}
+
+Owner MakeChild(Pixel pixel, LxGenericROI* parent, int x, int y, int width, int height) {
+  return TypeOf(pixel).child(parent, x, y, width, height);
+}
+
+std::string LayoutText(Layout layout) {
+  static constexpr std::array kNames = {"tight", "padded", "odd", "negative", "child"};
+  return std::string(kNames[static_cast<std::size_t>(layout.pitch)]) + "@" +
+         (layout.offset < 0 ? "guard" : std::to_string(layout.offset));
+}
+
+Arena::Arena(std::size_t slot, Pixel type, int w, int h, Layout layout)
+    : pixel(type), width(w), height(h), child(layout.pitch == Pitch::kChild) {
+  const int wholeWidth = child ? w + kLeft + kRight : w;
+  const int wholeHeight = child ? h + kTop + kBottom : h;
+  const std::ptrdiff_t rowBytes = RowBytes(type, wholeWidth);
+  pitch = PitchBytes(layout.pitch, rowBytes);
+  const std::ptrdiff_t step = std::abs(pitch);
+  const std::ptrdiff_t span = wholeHeight > 0 ? step * (wholeHeight - 1) + rowBytes : 0;
+  const GuardedBuffer& buffer = BufferOf(slot);
+  std::uint8_t* const end = buffer.GetData() + buffer.GetSize();
+  std::ptrdiff_t slack = 0;
+  if (layout.offset >= 0) {
+    const auto address = reinterpret_cast<std::uintptr_t>(end - span);
+    slack = kMargin + static_cast<std::ptrdiff_t>(
+                          (address - static_cast<std::uintptr_t>(layout.offset)) % kMargin);
+  }
+  size = static_cast<std::size_t>(kMargin + span + slack);
+  memory = end - size;
+  origin = kMargin + (pitch < 0 && wholeHeight > 0 ? step * (wholeHeight - 1) : 0);
+  region = MakeRegion(parent);
+  twin = MakeRegion(twinParent);
+  if (!child) return;
+  firstBit = type == Pixel::kBinary ? kLeft % 8 : 0;
+  origin += kTop * pitch + (type == Pixel::kBinary ? kLeft / 8 : RowBytes(type, kLeft));
+}
+
+Owner Arena::MakeRegion(Owner& whole) const {
+  const Placement place{memory + origin, pitch, 0};
+  if (!child) return MakeView(pixel, width, height, place);
+  whole = MakeView(pixel, width + kLeft + kRight, height + kTop + kBottom, place);
+  return MakeChild(pixel, whole.get(), kLeft, kTop, width, height);
+}
+
+void Arena::Paint(const Picture& picture, std::vector<std::uint8_t>& bytes) const {
+  bytes.assign(ForeignBytes().begin(), ForeignBytes().begin() + static_cast<std::ptrdiff_t>(size));
+  Store(picture, {bytes.data() + origin, pitch, firstBit});
+}
+
+void Arena::Reset() { std::memcpy(memory, before.data(), size); }
+
+bool Arena::IsUntouched() const { return std::memcmp(memory, before.data(), size) == 0; }
+
+std::string Arena::Difference() const {
+  if (std::memcmp(memory, expected.data(), size) == 0) return {};
+  const auto* const found = std::mismatch(memory, memory + size, expected.begin()).first;
+  const auto byte = static_cast<std::size_t>(found - memory);
+  return Locate(found - memory) + ": expected " + std::to_string(expected[byte]) + ", got " +
+         std::to_string(*found);
+}
+
+// The pixel and byte of it that a byte of the memory belongs to.
+std::string Arena::Locate(std::ptrdiff_t byte) const {
+  for (int y = 0; y < height; ++y) {
+    const std::ptrdiff_t column = byte - origin - y * pitch;
+    if (column < 0 || column >= RowBytes(pixel, width, firstBit)) continue;
+    if (pixel == Pixel::kBinary) {
+      return "row " + std::to_string(y) + ", byte " + std::to_string(column);
+    }
+    const std::ptrdiff_t pixelBytes = RowBytes(pixel, 1);
+    return "pixel (" + std::to_string(column / pixelBytes) + ", " + std::to_string(y) + ") byte " +
+           std::to_string(column % pixelBytes);
+  }
+  return "byte " + std::to_string(byte - origin) + " from the first pixel, outside the region";
+}
+
+}  // namespace lx::test
