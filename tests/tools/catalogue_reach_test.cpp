@@ -14,10 +14,13 @@ using catalogue::Kind;
 using catalogue::Operation;
 using catalogue::Parameter;
 
+// "@bw8", the name of an image of this type.
+std::string NameOf(Pixel pixel) { return std::string("@").append(catalogue::PixelName(pixel)); }
+
 std::string WordFor(const Parameter& parameter) {
   switch (parameter.kind) {
     case Kind::kRegion:
-      return "@" + std::string(catalogue::PixelName(parameter.pixel));
+      return NameOf(parameter.pixel);
     case Kind::kChoice:
       return catalogue::ChoiceName(parameter.choices.front());
     case Kind::kConstant:
@@ -54,7 +57,7 @@ std::vector<std::string> WordsFor(const Operation& operation) {
 ImageValue NamedImage(const std::string& word) {
   for (int number = 1; number <= static_cast<int>(Pixel::kBinary); ++number) {
     const auto pixel = static_cast<Pixel>(number);
-    if (word != "@" + std::string(catalogue::PixelName(pixel))) continue;
+    if (word != NameOf(pixel)) continue;
     ImageValue image(pixel, 16, 16);
     image.Clear();
     return image;
@@ -63,12 +66,13 @@ ImageValue NamedImage(const std::string& word) {
 }
 
 TEST(CatalogueReach, EveryOverloadIsChosenByItsWordsAndRuns) {
+  const LxC24 overlayColour = PicGetOverlayColor();
   for (const Operation& operation : catalogue::All()) {
     SCOPED_TRACE(operation.signature);
     StepContext context;
     const auto sources = operation.SourceIndices();
     const Pixel pixel = sources.empty() ? Pixel::kBW8 : operation.parameters[sources.front()].pixel;
-    context.current = NamedImage("@" + std::string(catalogue::PixelName(pixel)));
+    context.current = NamedImage(NameOf(pixel));
     context.findImage = NamedImage;
     context.startsStep = StartsStep;
     const auto words = WordsFor(operation);
@@ -89,6 +93,7 @@ TEST(CatalogueReach, EveryOverloadIsChosenByItsWordsAndRuns) {
       ADD_FAILURE() << Join(words, " ") << ": " << failure.what();
     }
   }
+  PicSetOverlayColor(overlayColour);
 }
 
 TEST(CatalogueReach, HelpTellsEveryParameterAndError) {
@@ -97,11 +102,12 @@ TEST(CatalogueReach, HelpTellsEveryParameterAndError) {
     EXPECT_TRUE(Contains(help, operation.signature)) << operation.signature;
     for (const Parameter& parameter : operation.parameters) {
       if (parameter.written) continue;
-      EXPECT_TRUE(Contains(help, "   " + parameter.name + " "))
+      EXPECT_TRUE(Contains(help, std::string("   ").append(parameter.name) + " "))
           << operation.signature << " " << parameter.name;
     }
     for (const LX_ERRORS code : operation.errors) {
-      EXPECT_TRUE(Contains(help, "(" + std::to_string(code) + ")")) << operation.signature;
+      EXPECT_TRUE(Contains(help, std::string("(").append(std::to_string(code)) + ")"))
+          << operation.signature;
     }
     EXPECT_TRUE(Contains(ListText(operation.name), operation.summary)) << operation.signature;
   }

@@ -66,8 +66,8 @@ TEST_F(ChainTest, ImagesAreStoredAndNamedAgain) {
 TEST_F(ChainTest, ADestinationThatKeepsPixelsStartsAsTheCurrentImage) {
   EXPECT_EQ(After({"oper", "set-where-zero", "77"}),
             Expected([](int v) { return v == 0 ? 77 : v; }));
-  EXPECT_EQ(After({"store", "in", "oper", "greater", "100", "oper", "set-where-nonzero", "onto",
-                   "@in", "5"}),
+  EXPECT_EQ(After({"store", "in", "oper", "greater", "100", "oper", "onto", "@in",
+                   "set-where-nonzero", "5"}),
             Expected([](int v) { return v > 100 ? 5 : v; }));
   // Of another type it starts black.
   EXPECT_EQ(Pic({part, "oper", "c24", "overlay", "-o", Path("out.ppm")}).code, kFine);

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 // What is in the files, told by other readers than the tool's own.
-#include <jpeglib.h>
 #include <png.h>
 #include <tiffio.h>
 
 #include <cstdio>
 #include <memory>
+
+// jpeglib.h uses FILE without including what declares it.
+#include <jpeglib.h>
 
 #include "tools/tool_fixture.h"
 

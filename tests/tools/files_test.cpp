@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 
+#include "tools/pic/words.h"
 #include "tools/tool_fixture.h"
 
 namespace lx::tool {

@@ -16,7 +16,7 @@ class Overloads : public ToolTest {
     if (current != Pixel::kNone) context.current = ImageValue(current, 2, 2);
     context.findImage = [](const std::string& word) {
       for (const Pixel pixel : {Pixel::kBW8, Pixel::kBW16, Pixel::kC24, Pixel::kC16}) {
-        if (word == "@" + std::string(catalogue::PixelName(pixel))) return ImageValue(pixel, 2, 2);
+        if (word.substr(1) == catalogue::PixelName(pixel)) return ImageValue(pixel, 2, 2);
       }
       throw Failure(kFileFailed, word + ": no such file");
     };
@@ -98,8 +98,6 @@ TEST_F(Overloads, TheReasonThatGotFurthestIsTold) {
   EXPECT_EQ(Chosen(Pixel::kBW8, {"copy", "coppy"}), "value: 'coppy' is not a number");
   EXPECT_EQ(Chosen(Pixel::kBW32, {"gain-offset", "1"}),
             "takes bw8, c24, bw16 images, and this one is bw32");
-  EXPECT_EQ(Chosen(Pixel::kC24A, {"convert", "c24", "alpha"}),
-            "alpha is written too and needs a name to be stored under: @alpha");
   EXPECT_EQ(Chosen(Pixel::kBW16, {"lut", "identity", "-1"}),
             "shift: -1 is not a whole number of 0..4294967295");
 }

@@ -46,21 +46,22 @@ ReadModifiers TakeModifiers(Words words, const StepContext& context) {
   return {modifiers, i};
 }
 
-// The reason of the overload that got furthest; among equals a file that cannot be read.
+// The reason of the overload that came nearest.
 class Reasons {
  public:
-  void Add(const Failure& failure, std::size_t fittingWords) {
-    const std::size_t rank = 2 * fittingWords + (failure.Code() == kWrongUsage ? 0 : 1);
-    if (best && rank <= bestRank) return;
+  void Add(const Failure& failure, const Reading& reading) {
+    anyWordFitted = anyWordFitted || reading.AnyWordFits();
+    if (best && reading.Nearness() <= nearness) return;
     best = failure;
-    bestRank = rank;
+    nearness = reading.Nearness();
   }
   const std::optional<Failure>& Best() const { return best; }
-  bool AnyWordFitted() const { return bestRank > 1; }
+  bool AnyWordFitted() const { return anyWordFitted; }
 
  private:
   std::optional<Failure> best;
-  std::size_t bestRank = 0;
+  std::size_t nearness = 0;
+  bool anyWordFitted = false;
 };
 
 void AddOnce(std::vector<std::string>& names, const std::string& name) {
@@ -169,7 +170,7 @@ Call ChooseOverload(const std::string& name, Words words, const StepContext& con
     try {
       calls.push_back(reading.Run());
     } catch (const Failure& failure) {
-      reasons.Add(failure, reading.FittingWords());
+      reasons.Add(failure, reading);
     }
   }
   if (calls.empty()) throw WhyNoneFits(overloads, reasons, context);
