@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-// The driver of 3 × 3 neighbourhoods. A rule has a horizontal step, which turns a pixel and its left and
-// right neighbours into values (planes), and a vertical step, which turns the planes of three rows into
-// the result. Every source row goes through the horizontal step once; its planes wait in a ring of two
-// rows. A row is read before the row above it is written, so that filters run in place, and borders are
-// decided here: no rule contains a border case. Included once for each instruction set.
+// The driver of 3 × 3 neighbourhoods. A rule has a horizontal step, which turns a pixel and its
+// left and right neighbours into values (planes), and a vertical step, which turns the planes of
+// three rows into the result. Every source row goes through the horizontal step once; its planes
+// wait in a ring of two rows. A row is read before the row above it is written, so that filters run
+// in place, and borders are decided here: no rule contains a border case. Included once for each
+// instruction set.
 
 #if defined(LXPIC_FOUNDATION_NEIGHBOURHOOD_INL_H_) == defined(HWY_TARGET_TOGGLE)
 #ifdef LXPIC_FOUNDATION_NEIGHBOURHOOD_INL_H_
@@ -111,18 +112,19 @@ HWY_INLINE hn::Vec<D> LoadLanes(D d, const hn::TFromD<D>* at, std::size_t first,
 #endif
 }
 
-// The vector at element x of a row of `width` elements, near either end. A replicated neighbour of a
-// border pixel is the pixel itself.
+// The vector at element x of a row of `width` elements, near either end. A replicated neighbour of
+// a border pixel is the pixel itself.
 template <std::size_t kStride, class D>
-HWY_INLINE Neighbours<D> LoadAtBorder(D d, const hn::TFromD<D>* row, std::size_t x, std::size_t width,
-                                      Border border) {
+HWY_INLINE Neighbours<D> LoadAtBorder(D d, const hn::TFromD<D>* row, std::size_t x,
+                                      std::size_t width, Border border) {
   const std::size_t count = HWY_MIN(hn::Lanes(d), width - x);
   const std::size_t outsideLeft = HWY_MIN(count, x < kStride ? kStride - x : 0);
   const std::size_t insideRight = width > x + kStride ? HWY_MIN(count, width - kStride - x) : 0;
   const auto centre = PartVector{count}.Load(d, row + x);
   const auto outside = border == Border::kReplicate ? centre : hn::Zero(d);
   // Addresses of lanes that are not read may lie outside the row.
-  const auto* const left = row + static_cast<std::ptrdiff_t>(x) - static_cast<std::ptrdiff_t>(kStride);
+  const auto* const left =
+      row + static_cast<std::ptrdiff_t>(x) - static_cast<std::ptrdiff_t>(kStride);
   return {Widen(d, LoadLanes(d, left, outsideLeft, count, outside)), Widen(d, centre),
           Widen(d, LoadLanes(d, row + x + kStride, 0, insideRight, outside))};
 }
@@ -149,29 +151,34 @@ class Pass {
     WideT* const fresh = rows_[n % 2];
     const WideT* const here = rows_[(n + 1) % 2];
     if (n == 0) {
-      Run([&](const Neighbours<D>& pixels, std::size_t at, auto) HWY_ATTR {
-        for (int h = 0; h < kHalves; ++h) {
-          Planes planes;
-          rule_.Horizontal(W(), pixels.left.half[h], pixels.centre.half[h], pixels.right.half[h],
-                           planes);
-          StorePlanes(planes, fresh, at, h);
-        }
-      }, from);
+      Run(
+          [&](const Neighbours<D>& pixels, std::size_t at, auto) HWY_ATTR {
+            for (int h = 0; h < kHalves; ++h) {
+              Planes planes;
+              rule_.Horizontal(W(), pixels.left.half[h], pixels.centre.half[h],
+                               pixels.right.half[h], planes);
+              StorePlanes(planes, fresh, at, h);
+            }
+          },
+          from);
       return;
     }
     const WideT* const above = n == 1 ? Missing(here) : fresh;
-    Run([&](const Neighbours<D>& pixels, std::size_t at, auto store) HWY_ATTR {
-      Halves<D> result;
-      for (int h = 0; h < kHalves; ++h) {
-        Planes up, middle, down;
-        LoadPlanes(above, at, h, up);
-        LoadPlanes(here, at, h, middle);
-        rule_.Horizontal(W(), pixels.left.half[h], pixels.centre.half[h], pixels.right.half[h], down);
-        StorePlanes(down, fresh, at, h);
-        result.half[h] = rule_.Vertical(W(), up, middle, down);
-      }
-      store(Join(D(), result), to);
-    }, from);
+    Run(
+        [&](const Neighbours<D>& pixels, std::size_t at, auto store) HWY_ATTR {
+          Halves<D> result;
+          for (int h = 0; h < kHalves; ++h) {
+            Planes up, middle, down;
+            LoadPlanes(above, at, h, up);
+            LoadPlanes(here, at, h, middle);
+            rule_.Horizontal(W(), pixels.left.half[h], pixels.centre.half[h], pixels.right.half[h],
+                             down);
+            StorePlanes(down, fresh, at, h);
+            result.half[h] = rule_.Vertical(W(), up, middle, down);
+          }
+          store(Join(D(), result), to);
+        },
+        from);
   }
 
   // Writes the last row to `to`.
@@ -251,8 +258,8 @@ HWY_INLINE void RunPass(const Neighbourhood& map, std::uint8_t* scratch, const R
   pass.Finish(map.destination.Row<T>(map.height - 1));
 }
 
-// destination = rule(3 × 3 neighbourhood of source); `scratch` has PassBytes() bytes. The image is not
-// empty.
+// destination = rule(3 × 3 neighbourhood of source); `scratch` has PassBytes() bytes. The image is
+// not empty.
 template <typename T, class Rule>
 void Map3x3(const Neighbourhood& map, std::uint8_t* scratch, const Rule& rule) {
   if constexpr (sizeof(T) == 1) {

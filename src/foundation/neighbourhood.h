@@ -15,9 +15,9 @@ enum class Border {
   kZero,
 };
 
-// A filter from a source to a destination, which may be the same pixels. Rows hold `elements` elements;
-// neighbours in a row are `stride` elements apart: 3 for interleaved colours, whose components then never
-// mix.
+// A filter from a source to a destination, which may be the same pixels. Rows hold `elements`
+// elements; neighbours in a row are `stride` elements apart: 3 for interleaved colours, whose
+// components then never mix.
 struct Neighbourhood {
   Rows destination;
   Rows source;
@@ -41,10 +41,11 @@ Neighbourhood NeighbourhoodOf(const LxROI<T>* destination, const LxROI<T>* sourc
 // The largest vector in bytes of any instruction set.
 inline constexpr std::size_t kLargestVector = 64;
 
-// Bytes of scratch memory that `passes` passes of 3 × 3 filters need, each with up to `planes` values per
-// element between its horizontal and its vertical step: two rows of lanes twice as wide as the elements,
-// and a row of zeros.
-inline std::size_t PassBytes(const Neighbourhood& map, std::size_t elementBytes, std::size_t planes) {
+// Bytes of scratch memory that `passes` passes of 3 × 3 filters need, each with up to `planes`
+// values per element between its horizontal and its vertical step: two rows of lanes twice as wide
+// as the elements, and a row of zeros.
+inline std::size_t PassBytes(const Neighbourhood& map, std::size_t elementBytes,
+                             std::size_t planes) {
   const std::size_t rowBytes = map.elements * elementBytes + kLargestVector;
   return 3 * 2 * planes * ((rowBytes + kLargestVector - 1) / kLargestVector * kLargestVector);
 }
