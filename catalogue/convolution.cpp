@@ -18,6 +18,7 @@ namespace {
   LX_FILTER_ENTRIES(function, #function " (BW8)", #function " (BW16)", InPlace::kYes, summary)
 
 constexpr const char* kParameters = "source >destination";
+constexpr const char* kSized = "source >destination half-x=2:0..50 half-y=4294967295:0..50";
 
 }  // namespace
 
@@ -44,6 +45,52 @@ std::vector<Operation> ConvolutionOperations() {
       LX_FILTER(PicConvolGradient, "Sum of both differences"),
       LX_FILTER_ENTRIES(PicConvolRoberts, "PicConvolRoberts", "PicConvolRoberts (BW16)",
                         InPlace::kNo, "Roberts cross"),
+      LX_ENTRY(PicConvolUniform3x3, (LxROI<LxBW8>*, LxROI<LxBW8>*), "PicConvolUniform3x3 (BW8)",
+               InPlace::kYes, kParameters, "Mean of nine", {LX_ERROR_ALLOCATION_FAILED}),
+      LX_ENTRY(PicConvolGaussian3x3, (LxROI<LxBW8>*, LxROI<LxBW8>*), "PicConvolGaussian3x3 (BW8)",
+               InPlace::kYes, kParameters, "Binomial 1 2 1", {LX_ERROR_ALLOCATION_FAILED}),
+      LX_ENTRY(PicConvolUniform5x5, (LxROI<LxBW8>*, LxROI<LxBW8>*), "ConvolUniform5x5",
+               InPlace::kNo, kParameters, "Mean of 25",
+               {LX_ERROR_ALLOCATION_FAILED, LX_ERROR_DESTINATION_IS_SOURCE}),
+      LX_ENTRY(PicConvolUniform7x7, (LxROI<LxBW8>*, LxROI<LxBW8>*), "PicConvolUniform7x7",
+               InPlace::kNo, kParameters, "Mean of 49",
+               {LX_ERROR_ALLOCATION_FAILED, LX_ERROR_DESTINATION_IS_SOURCE}),
+      LX_ENTRY(PicConvolGaussian5x5, (LxROI<LxBW8>*, LxROI<LxBW8>*), "ConvolGaussian5x5",
+               InPlace::kNo, kParameters, "Binomial 1 4 6 4 1",
+               {LX_ERROR_ALLOCATION_FAILED, LX_ERROR_DESTINATION_IS_SOURCE}),
+      LX_ENTRY(PicConvolGaussian7x7, (LxROI<LxBW8>*, LxROI<LxBW8>*), "PicConvolGaussian7x7",
+               InPlace::kNo, kParameters, "Binomial 1 6 15 20 15 6 1",
+               {LX_ERROR_ALLOCATION_FAILED, LX_ERROR_DESTINATION_IS_SOURCE}),
+      LX_ENTRY(PicConvolUniform, (LxROI<LxBW8>*, LxROI<LxBW8>*, unsigned, unsigned),
+               "PicConvolUniform", InPlace::kNo, kSized, "Mean over a box",
+               {LX_ERROR_ALLOCATION_FAILED, LX_ERROR_DESTINATION_IS_SOURCE}),
+      LX_ENTRY(PicConvolUniform, (LxROI<LxBW16>*, LxROI<LxBW16>*, unsigned, unsigned),
+               "PicConvolUniform (BW16)", InPlace::kNo, kSized, "Mean over a box",
+               {LX_ERROR_ALLOCATION_FAILED, LX_ERROR_DESTINATION_IS_SOURCE}),
+      LX_ENTRY(PicConvolUniform, (LxROI<LxC24>*, LxROI<LxC24>*, unsigned, unsigned),
+               "PicConvolUniform ( C24)", InPlace::kYes, kSized, "Mean over a box",
+               {LX_ERROR_ALLOCATION_FAILED}),
+      LX_ENTRY(PicConvolGaussian, (LxROI<LxBW8>*, LxROI<LxBW8>*, unsigned, unsigned),
+               "PicConvolGaussian", InPlace::kYes, kSized, "Binomial smoothing of any size",
+               {LX_ERROR_ALLOCATION_FAILED}),
+      LX_ENTRY(PicConvolGaussian, (LxROI<LxBW16>*, LxROI<LxBW16>*, unsigned, unsigned),
+               "PicConvolGaussian (BW16)", InPlace::kYes, kSized, "Binomial smoothing of any size",
+               {LX_ERROR_ALLOCATION_FAILED}),
+      LX_ENTRY(PicConvolGaussian, (LxROI<LxC24>*, LxROI<LxC24>*, unsigned, unsigned),
+               "PicConvolGaussian ( C24)", InPlace::kYes, kSized, "Binomial smoothing of any size",
+               {LX_ERROR_ALLOCATION_FAILED}),
+      LX_ENTRY(PicLocalAverage, (LxROI<LxBW8>*, LxROI<LxBW8>*, unsigned, unsigned),
+               "PicLocalAverage", InPlace::kNo, kSized, "Mean over a box",
+               {LX_ERROR_ALLOCATION_FAILED, LX_ERROR_DESTINATION_IS_SOURCE}),
+      LX_ENTRY(PicLocalAverage, (LxROI<LxBW16>*, LxROI<LxBW16>*, unsigned, unsigned),
+               "PicLocalAverage (BW16)", InPlace::kNo, kSized, "Mean over a box",
+               {LX_ERROR_ALLOCATION_FAILED, LX_ERROR_DESTINATION_IS_SOURCE}),
+      LX_ENTRY(PicLocalDeviation, (LxROI<LxBW8>*, LxROI<LxBW8>*, unsigned, unsigned),
+               "PicLocalDeviation", InPlace::kNo, kSized, "Standard deviation over a box",
+               {LX_ERROR_ALLOCATION_FAILED, LX_ERROR_DESTINATION_IS_SOURCE}),
+      LX_ENTRY(PicLocalDeviation, (LxROI<LxBW16>*, LxROI<LxBW16>*, unsigned, unsigned),
+               "PicLocalDeviation (BW16)", InPlace::kNo, kSized, "Standard deviation over a box",
+               {LX_ERROR_ALLOCATION_FAILED, LX_ERROR_DESTINATION_IS_SOURCE}),
   };
 }
 

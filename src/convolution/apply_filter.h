@@ -25,16 +25,39 @@ Border BorderOf(Filter filter, bool inPlace) {
   return plain && !inPlace ? PlainBorder(filter) : Border::kReplicate;
 }
 
-// destination = filter(source); sets LX_ERROR_ALLOCATION_FAILED when there is no scratch memory.
+// The kernel and the element size of a pixel type.
 template <class T>
-void ApplyFilter(Filter filter, const LxROI<T>* source, const LxROI<T>* destination) {
+struct FilterKernel;
+
+template <>
+struct FilterKernel<LxBW8> {
+  static constexpr auto kRun = &FilterBytes;
+  static constexpr std::size_t kElementBytes = 1;
+};
+
+template <>
+struct FilterKernel<LxBW16> {
+  static constexpr auto kRun = &FilterWords;
+  static constexpr std::size_t kElementBytes = 2;
+};
+
+template <>
+struct FilterKernel<LxC24> {
+  static constexpr auto kRun = &FilterColours;
+  static constexpr std::size_t kElementBytes = 1;
+};
+
+// destination = filter(source), `passes` (1 to kMostPasses) times over. Sets
+// LX_ERROR_ALLOCATION_FAILED when there is no scratch memory.
+template <class T>
+void ApplyFilter(Filter filter, const LxROI<T>* source, const LxROI<T>* destination,
+                 std::size_t passes = 1) {
+  using Kernel = FilterKernel<T>;
   Neighbourhood map = NeighbourhoodOf(destination, source);
   if (map.elements == 0 || map.height == 0) return;
   map.border = BorderOf<T>(filter, SamePixels(source, destination));
-  constexpr std::size_t kElementBytes = sizeof(T) == 2 ? 2 : 1;
-  const Scratch<std::uint8_t> scratch(FilterScratch(map, kElementBytes));
-  if (!scratch) return;
-  (kElementBytes == 2 ? FilterWords : FilterBytes)(filter, map, scratch.get());
+  const Scratch<std::uint8_t> scratch(passes * FilterScratch(map, Kernel::kElementBytes));
+  if (scratch) Kernel::kRun(filter, map, passes, scratch.get());
 }
 
 }  // namespace lx

@@ -12,20 +12,15 @@ HWY_BEFORE_NAMESPACE();
 namespace lx::HWY_NAMESPACE {
 namespace {
 
-using Kernel = void (*)(const Neighbourhood&, std::uint8_t*);
+using Kernel = void (*)(const Neighbourhood&, std::size_t, std::uint8_t*);
 
-template <class Rule>
-void Apply(const Neighbourhood& map, std::uint8_t* scratch) {
-  Map3x3<std::uint8_t>(map, scratch, Rule{});
-}
-
-void RunFilter(Filter filter, const Neighbourhood& map, std::uint8_t* scratch) {
+void RunFilter(Filter filter, const Neighbourhood& map, std::size_t passes, std::uint8_t* scratch) {
   static constexpr Kernel kKernels[] = {
-#define LX_KERNEL_OF(name, border) &Apply<name>,
+#define LX_KERNEL_OF(name, border) &Map3x3<std::uint8_t, 1, name>,
       LX_FILTERS(LX_KERNEL_OF)
 #undef LX_KERNEL_OF
   };
-  kKernels[static_cast<std::size_t>(filter)](map, scratch);
+  kKernels[static_cast<std::size_t>(filter)](map, passes, scratch);
 }
 
 }  // namespace
@@ -37,8 +32,9 @@ namespace lx {
 
 HWY_EXPORT(RunFilter);
 
-void FilterBytes(Filter filter, const Neighbourhood& map, std::uint8_t* scratch) {
-  LX_KERNEL(RunFilter)(filter, map, scratch);
+void FilterBytes(Filter filter, const Neighbourhood& map, std::size_t passes,
+                 std::uint8_t* scratch) {
+  LX_KERNEL(RunFilter)(filter, map, passes, scratch);
 }
 
 }  // namespace lx

@@ -13,7 +13,11 @@ inline std::size_t FilterScratch(const Neighbourhood& map, std::size_t elementBy
   return PassBytes(map, elementBytes, 2);
 }
 
-void FilterBytes(Filter filter, const Neighbourhood& map, std::uint8_t* scratch);
-void FilterWords(Filter filter, const Neighbourhood& map, std::uint8_t* scratch);
+void FilterBytes(Filter filter, const Neighbourhood& map, std::size_t passes,
+                 std::uint8_t* scratch);
+void FilterWords(Filter filter, const Neighbourhood& map, std::size_t passes,
+                 std::uint8_t* scratch);
+void FilterColours(Filter filter, const Neighbourhood& map, std::size_t passes,
+                   std::uint8_t* scratch);
 
 }  // namespace lx
