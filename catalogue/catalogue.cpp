@@ -115,7 +115,11 @@ std::vector<std::size_t> Operation::SourceIndices() const {
 }
 
 const std::vector<Operation>& All() {
-  static const std::vector<Operation> operations = PointOperations();
+  static const std::vector<Operation> operations = [] {
+    std::vector<Operation> all = PointOperations();
+    for (Operation& each : ConvolutionOperations()) all.push_back(std::move(each));
+    return all;
+  }();
   return operations;
 }
 

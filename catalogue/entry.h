@@ -151,5 +151,6 @@ Operation Entry(const char* functionName, Result (*function)(Parameters...), con
 
 /// The families' entries.
 std::vector<Operation> PointOperations();
+std::vector<Operation> ConvolutionOperations();
 
 }  // namespace lx::catalogue

@@ -41,6 +41,8 @@
 #include "lxpic/base/vector_template.h"
 #include "lxpic/colour/component.h"
 #include "lxpic/colour/lookup.h"
+#include "lxpic/convolution/filters.h"
+#include "lxpic/convolution/smoothing.h"
 #include "lxpic/point/arithmetic.h"
 #include "lxpic/point/convert.h"
 #include "lxpic/point/copy.h"

@@ -22,4 +22,19 @@ bool Usable(std::initializer_list<LxGenericROI*> regions) {
   });
 }
 
+bool SamePixels(const LxGenericROI* a, const LxGenericROI* b) {
+  return a->GetPixelPtr(0, 0) == b->GetPixelPtr(0, 0) && a->GetPitch() == b->GetPitch() &&
+         a->GetWidth() == b->GetWidth() && a->GetHeight() == b->GetHeight();
+}
+
+bool UsablePair(LxGenericROI* source, LxGenericROI* destination) {
+  return destination == nullptr ? Usable({source}) : Usable({source, destination});
+}
+
+bool UsableApart(LxGenericROI* source, LxGenericROI* destination) {
+  if (!UsablePair(source, destination)) return false;
+  return Require(destination != nullptr && !SamePixels(source, destination),
+                 LX_ERROR_DESTINATION_IS_SOURCE);
+}
+
 }  // namespace lx

@@ -38,4 +38,13 @@ bool Attached(std::initializer_list<LxGenericROI*> regions);
 // Every region has pixels in memory, and all have the size of the last one.
 bool Usable(std::initializer_list<LxGenericROI*> regions);
 
+// Whether two attached regions of one type lie over the same pixels: in place is decided by memory.
+bool SamePixels(const LxGenericROI* a, const LxGenericROI* b);
+
+// The source and, unless it is missing, the destination are usable. Missing means in place.
+bool UsablePair(LxGenericROI* source, LxGenericROI* destination);
+
+// Both are usable, and the destination is there and is not the source.
+bool UsableApart(LxGenericROI* source, LxGenericROI* destination);
+
 }  // namespace lx

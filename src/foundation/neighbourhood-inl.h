@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-// The driver of 3 × 3 neighbourhoods. A rule has a horizontal step, which turns a pixel and its left and
-// right neighbours into values (planes), and a vertical step, which turns the planes of three rows into
-// the result. Every source row goes through the horizontal step once; its planes wait in a ring of two
-// rows. A row is read before the row above it is written, so that filters run in place, and borders are
-// decided here: no rule contains a border case. Included once for each instruction set.
+// The driver of 3 × 3 neighbourhoods. A rule has a horizontal step, which turns a pixel and its
+// left and right neighbours into values (planes), and a vertical step, which turns the planes of
+// three rows into the result. Every source row goes through the horizontal step once; its planes
+// wait in a ring of two rows. A row is read before the row above it is written, so that filters run
+// in place, and borders are decided here: no rule contains a border case. Included once for each
+// instruction set.
 
 #if defined(LXPIC_FOUNDATION_NEIGHBOURHOOD_INL_H_) == defined(HWY_TARGET_TOGGLE)
 #ifdef LXPIC_FOUNDATION_NEIGHBOURHOOD_INL_H_
@@ -11,6 +12,8 @@
 #else
 #define LXPIC_FOUNDATION_NEIGHBOURHOOD_INL_H_
 #endif
+
+#include <utility>
 
 #include "foundation/neighbourhood.h"
 #include "foundation/simd-inl.h"
@@ -20,11 +23,11 @@ namespace lx::HWY_NAMESPACE {
 
 // Wide lanes of a vector: its even and its odd elements, or its only element.
 #if HWY_TARGET == HWY_SCALAR
-inline constexpr int kHalves = 1;
+inline constexpr std::size_t kHalves = 1;
 template <class D>
 using WideTag = hn::Rebind<hwy::MakeWide<hn::TFromD<D>>, D>;
 #else
-inline constexpr int kHalves = 2;
+inline constexpr std::size_t kHalves = 2;
 template <class D>
 using WideTag = hn::RepartitionToWide<D>;
 #endif
@@ -111,157 +114,123 @@ HWY_INLINE hn::Vec<D> LoadLanes(D d, const hn::TFromD<D>* at, std::size_t first,
 #endif
 }
 
-// The vector at element x of a row of `width` elements, near either end. A replicated neighbour of a
-// border pixel is the pixel itself.
+// The vector at element x of a row of `width` elements, near either end. A replicated neighbour of
+// a border pixel is the pixel itself.
 template <std::size_t kStride, class D>
-HWY_INLINE Neighbours<D> LoadAtBorder(D d, const hn::TFromD<D>* row, std::size_t x, std::size_t width,
-                                      Border border) {
+HWY_INLINE Neighbours<D> LoadAtBorder(D d, const hn::TFromD<D>* row, std::size_t x,
+                                      std::size_t width, Border border) {
   const std::size_t count = HWY_MIN(hn::Lanes(d), width - x);
   const std::size_t outsideLeft = HWY_MIN(count, x < kStride ? kStride - x : 0);
   const std::size_t insideRight = width > x + kStride ? HWY_MIN(count, width - kStride - x) : 0;
   const auto centre = PartVector{count}.Load(d, row + x);
   const auto outside = border == Border::kReplicate ? centre : hn::Zero(d);
   // Addresses of lanes that are not read may lie outside the row.
-  const auto* const left = row + static_cast<std::ptrdiff_t>(x) - static_cast<std::ptrdiff_t>(kStride);
+  const auto* const left =
+      row + static_cast<std::ptrdiff_t>(x) - static_cast<std::ptrdiff_t>(kStride);
   return {Widen(d, LoadLanes(d, left, outsideLeft, count, outside)), Widen(d, centre),
           Widen(d, LoadLanes(d, row + x + kStride, 0, insideRight, outside))};
 }
 
-// One pass of a rule over an image: feed it the source rows in order, then finish it.
+// One pass of a rule over an image. Feed it the row before the first, the rows in order, and the
+// row after the last; each feeding writes the row before it, from the third on.
 template <typename T, std::size_t kStride, class Rule>
 class Pass {
  public:
-  using D = hn::ScalableTag<T>;
-  using W = WideTag<D>;
-  using WideT = hn::TFromD<W>;
-  static constexpr std::size_t kPlanes = Rule::kPlanes;
-  using Planes = hn::Vec<W>[kPlanes];
+  HWY_INLINE Pass() {}
 
-  HWY_INLINE Pass(const Neighbourhood& map, std::uint8_t* scratch, const Rule& rule)
-      : rule_(rule), width_(map.elements), height_(map.height), border_(map.border) {
-    const std::size_t bytes = PassBytes(map, sizeof(T), kPlanes) / 3;
-    for (std::size_t i = 0; i < 3; ++i) rows_[i] = reinterpret_cast<WideT*>(scratch + i * bytes);
-    if (border_ == Border::kZero) std::memset(rows_[2], 0, bytes);
+  // `scratch` has PassBytes() bytes.
+  HWY_INLINE void Start(const Neighbourhood& map, std::uint8_t* scratch) {
+    width_ = map.elements;
+    border_ = map.border;
+    const PassLayout layout(map, sizeof(T), kPlanes);
+    previous_ = reinterpret_cast<Wide*>(scratch);
+    older_ = reinterpret_cast<Wide*>(scratch + layout.planeRow);
+    unused_ = reinterpret_cast<T*>(scratch + 2 * layout.planeRow);
+    zeros_ = reinterpret_cast<T*>(scratch + 2 * layout.planeRow + layout.row);
+    if (border_ == Border::kZero) std::memset(zeros_, 0, width_ * sizeof(T));
   }
 
-  // Takes source row `n` and, unless it is the first, writes row n - 1 to `to`.
-  void Feed(std::size_t n, const T* from, T* to) {
-    WideT* const fresh = rows_[n % 2];
-    const WideT* const here = rows_[(n + 1) % 2];
-    if (n == 0) {
-      Run([&](const Neighbours<D>& pixels, std::size_t at, auto) HWY_ATTR {
-        for (int h = 0; h < kHalves; ++h) {
-          Planes planes;
-          rule_.Horizontal(W(), pixels.left.half[h], pixels.centre.half[h], pixels.right.half[h],
-                           planes);
-          StorePlanes(planes, fresh, at, h);
-        }
-      }, from);
-      return;
-    }
-    const WideT* const above = n == 1 ? Missing(here) : fresh;
-    Run([&](const Neighbours<D>& pixels, std::size_t at, auto store) HWY_ATTR {
-      Halves<D> result;
-      for (int h = 0; h < kHalves; ++h) {
-        Planes up, middle, down;
-        LoadPlanes(above, at, h, up);
-        LoadPlanes(here, at, h, middle);
-        rule_.Horizontal(W(), pixels.left.half[h], pixels.centre.half[h], pixels.right.half[h], down);
-        StorePlanes(down, fresh, at, h);
-        result.half[h] = rule_.Vertical(W(), up, middle, down);
-      }
-      store(Join(D(), result), to);
-    }, from);
-  }
+  // What stands for the row beyond a border row.
+  const T* Beyond(const T* row) const { return border_ == Border::kReplicate ? row : zeros_; }
+  // Where the rows go that the first two feedings write.
+  T* Unused() const { return unused_; }
 
-  // Writes the last row to `to`.
-  void Finish(T* to) {
-    const WideT* const here = rows_[(height_ + 1) % 2];
-    const WideT* const below = Missing(here);
-    const WideT* const above = height_ == 1 ? below : rows_[height_ % 2];
+  void Feed(const T* from, T* to) {
     const D d;
+    const std::size_t n = hn::Lanes(d);
     std::size_t at = 0;
-    ForEachVector(d, width_, [&](std::size_t x, auto access) HWY_ATTR {
-      Halves<D> result;
-      for (int h = 0; h < kHalves; ++h) {
-        Planes up, middle, down;
-        LoadPlanes(above, at, h, up);
-        LoadPlanes(here, at, h, middle);
-        LoadPlanes(below, at, h, down);
-        result.half[h] = rule_.Vertical(W(), up, middle, down);
+    for (std::size_t x = 0; x < width_; x += n, ++at) {
+      if (x >= kStride && x + n + kStride <= width_) {
+        hn::StoreU(Step(LoadInside<kStride>(d, from + x), at), d, to + x);
+      } else {
+        const PartVector part{HWY_MIN(n, width_ - x)};
+        part.Store(d, Step(LoadAtBorder<kStride>(d, from, x, width_, border_), at), to + x);
       }
-      access.Store(d, Join(d, result), to + x);
-      ++at;
-    });
+    }
+    std::swap(previous_, older_);
   }
 
  private:
-  // What stands for the planes of a row outside, beside the border row's own planes.
-  const WideT* Missing(const WideT* row) const {
-    return border_ == Border::kReplicate ? row : rows_[2];
-  }
+  static constexpr std::size_t kPlanes = Rule::kPlanes;
+  using D = hn::ScalableTag<T>;
+  using W = WideTag<D>;
+  using Wide = hn::TFromD<W>;
+  using Planes = hn::Vec<W>[kPlanes];
 
-  // Calls step(neighbours, vector number, store) along a row.
-  template <class Step>
-  HWY_INLINE void Run(const Step& step, const T* from) const {
-    const D d;
-    const std::size_t n = hn::Lanes(d);
-    std::size_t x = 0;
-    std::size_t at = 0;
-    const auto border = [&]() HWY_ATTR {
-      const std::size_t count = HWY_MIN(n, width_ - x);
-      step(LoadAtBorder<kStride>(d, from, x, width_, border_), at++,
-           [&](hn::Vec<D> v, T* to) HWY_ATTR { PartVector{count}.Store(d, v, to + x); });
-      x += n;
-    };
-    while (x < width_ && x < kStride) border();
-    for (; x + n + kStride <= width_; x += n) {
-      step(LoadInside<kStride>(d, from + x), at++,
-           [&](hn::Vec<D> v, T* to) HWY_ATTR { hn::StoreU(v, d, to + x); });
+  // The result for one vector of the row before; the planes of the older row make room for the
+  // fresh ones.
+  HWY_INLINE hn::Vec<D> Step(const Neighbours<D>& pixels, std::size_t at) const {
+    const W w;
+    Halves<D> result;
+    for (std::size_t h = 0; h < kHalves; ++h) {
+      const std::size_t offset = (at * kHalves + h) * kPlanes * hn::Lanes(w);
+      Planes above, here, below;
+      for (std::size_t p = 0; p < kPlanes; ++p) {
+        above[p] = hn::Load(w, older_ + offset + p * hn::Lanes(w));
+        here[p] = hn::Load(w, previous_ + offset + p * hn::Lanes(w));
+      }
+      rule_.Horizontal(w, pixels.left.half[h], pixels.centre.half[h], pixels.right.half[h], below);
+      for (std::size_t p = 0; p < kPlanes; ++p) {
+        hn::Store(below[p], w, older_ + offset + p * hn::Lanes(w));
+      }
+      result.half[h] = rule_.Vertical(w, above, here, below);
     }
-    while (x < width_) border();
+    return Join(D(), result);
   }
 
-  // Planes of one vector lie together, half after half.
-  static HWY_INLINE void LoadPlanes(const WideT* row, std::size_t at, int half, Planes& planes) {
-    const W w;
-    const WideT* const from = row + (at * kHalves + half) * kPlanes * hn::Lanes(w);
-    for (std::size_t p = 0; p < kPlanes; ++p) planes[p] = hn::Load(w, from + p * hn::Lanes(w));
-  }
-
-  static HWY_INLINE void StorePlanes(const Planes& planes, WideT* row, std::size_t at, int half) {
-    const W w;
-    WideT* const to = row + (at * kHalves + half) * kPlanes * hn::Lanes(w);
-    for (std::size_t p = 0; p < kPlanes; ++p) hn::Store(planes[p], w, to + p * hn::Lanes(w));
-  }
-
-  const Rule& rule_;
-  std::size_t width_;
-  std::size_t height_;
-  Border border_;
-  WideT* rows_[3];  // the ring of two, and zeros
+  Rule rule_;
+  std::size_t width_ = 0;
+  Border border_ = Border::kReplicate;
+  Wide* previous_ = nullptr;  // planes of the row fed last
+  Wide* older_ = nullptr;     // and of the one before
+  T* unused_ = nullptr;
+  T* zeros_ = nullptr;
 };
 
+// `passes` passes of a rule one after the other: a row goes through all of them while it is in the
+// cache. At step n, pass k takes row n - k, which pass k - 1 has just written.
 template <typename T, std::size_t kStride, class Rule>
-HWY_INLINE void RunPass(const Neighbourhood& map, std::uint8_t* scratch, const Rule& rule) {
-  Pass<T, kStride, Rule> pass(map, scratch, rule);
-  for (std::size_t n = 0; n < map.height; ++n) {
-    pass.Feed(n, map.source.Row<const T>(n), map.destination.Row<T>(n == 0 ? 0 : n - 1));
+void Map3x3(const Neighbourhood& map, std::size_t passes, std::uint8_t* scratch) {
+  Pass<T, kStride, Rule> chain[kMostPasses];
+  for (std::size_t k = 0; k < passes; ++k) {
+    chain[k].Start(map, scratch + k * PassBytes(map, sizeof(T), Rule::kPlanes));
   }
-  pass.Finish(map.destination.Row<T>(map.height - 1));
-}
-
-// destination = rule(3 × 3 neighbourhood of source); `scratch` has PassBytes() bytes. The image is not
-// empty.
-template <typename T, class Rule>
-void Map3x3(const Neighbourhood& map, std::uint8_t* scratch, const Rule& rule) {
-  if constexpr (sizeof(T) == 1) {
-    if (map.stride == 3) {
-      RunPass<T, 3>(map, scratch, rule);
-      return;
+  for (std::size_t n = 0; n < map.height + passes; ++n) {
+    for (std::size_t k = n < map.height ? 0 : n - map.height; k < passes && k <= n; ++k) {
+      auto& pass = chain[k];
+      const Rows& source = k == 0 ? map.source : map.destination;
+      const std::size_t row = n - k;
+      if (row == 0) {
+        const T* const first = source.Row<const T>(0);
+        pass.Feed(pass.Beyond(first), pass.Unused());
+        pass.Feed(first, pass.Unused());
+      } else if (row < map.height) {
+        pass.Feed(source.Row<const T>(row), map.destination.Row<T>(row - 1));
+      } else {
+        pass.Feed(pass.Beyond(source.Row<const T>(row - 1)), map.destination.Row<T>(row - 1));
+      }
     }
   }
-  RunPass<T, 1>(map, scratch, rule);
 }
 
 }  // namespace lx::HWY_NAMESPACE

@@ -15,9 +15,9 @@ enum class Border {
   kZero,
 };
 
-// A filter from a source to a destination, which may be the same pixels. Rows hold `elements` elements;
-// neighbours in a row are `stride` elements apart: 3 for interleaved colours, whose components then never
-// mix.
+// A filter from a source to a destination, which may be the same pixels. Rows hold `elements`
+// elements; neighbours in a row are `stride` elements apart: 3 for interleaved colours, whose
+// components then never mix.
 struct Neighbourhood {
   Rows destination;
   Rows source;
@@ -41,12 +41,25 @@ Neighbourhood NeighbourhoodOf(const LxROI<T>* destination, const LxROI<T>* sourc
 // The largest vector in bytes of any instruction set.
 inline constexpr std::size_t kLargestVector = 64;
 
-// Bytes of scratch memory that `passes` passes of 3 × 3 filters need, each with up to `planes` values per
-// element between its horizontal and its vertical step: two rows of lanes twice as wide as the elements,
-// and a row of zeros.
-inline std::size_t PassBytes(const Neighbourhood& map, std::size_t elementBytes, std::size_t planes) {
-  const std::size_t rowBytes = map.elements * elementBytes + kLargestVector;
-  return 3 * 2 * planes * ((rowBytes + kLargestVector - 1) / kLargestVector * kLargestVector);
+// The most passes that run side by side.
+inline constexpr std::size_t kMostPasses = 8;
+
+// The scratch memory of one 3 × 3 pass: two rows of up to `planes` values per element, in lanes
+// twice as wide, and two rows of elements.
+struct PassLayout {
+  std::size_t row;
+  std::size_t planeRow;
+
+  PassLayout(const Neighbourhood& map, std::size_t elementBytes, std::size_t planes)
+      : row((map.elements * elementBytes + kLargestVector) / kLargestVector * kLargestVector +
+            kLargestVector),
+        planeRow(2 * planes * row) {}
+};
+
+inline std::size_t PassBytes(const Neighbourhood& map, std::size_t elementBytes,
+                             std::size_t planes) {
+  const PassLayout layout(map, elementBytes, planes);
+  return 2 * (layout.planeRow + layout.row);
 }
 
 }  // namespace lx

@@ -11,8 +11,8 @@
 
 namespace lx {
 
-// Uninitialised elements, aligned to cache lines and freed with the object. When they cannot be allocated
-// the buffer is false and LX_ERROR_ALLOCATION_FAILED is set.
+// Uninitialised elements, aligned to cache lines and freed with the object. When they cannot be
+// allocated the buffer is false and LX_ERROR_ALLOCATION_FAILED is set.
 template <typename T>
 class Scratch {
  public:

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: Apache-2.0
+// Runs predefined filters on checked regions.
+#pragma once
+
+#include "convolution/filters_kernels.h"
+#include "foundation/frame.h"
+#include "foundation/scratch.h"
+
+namespace lx {
+
+inline Border PlainBorder(Filter filter) {
+  static constexpr Border kBorders[] = {
+#define LX_BORDER_OF(name, border) Border::border,
+      LX_FILTERS(LX_BORDER_OF)
+#undef LX_BORDER_OF
+  };
+  return kBorders[static_cast<std::size_t>(filter)];
+}
+
+// The border of the path that a call takes: only the plain path from one grey image to another
+// knows zeros, and 16-bit images have no other path.
+template <class T>
+Border BorderOf(Filter filter, bool inPlace) {
+  const bool plain = sizeof(T) == 2 || (sizeof(T) == 1 && !FastPath());
+  return plain && !inPlace ? PlainBorder(filter) : Border::kReplicate;
+}
+
+// The kernel and the element size of a pixel type.
+template <class T>
+struct FilterKernel;
+
+template <>
+struct FilterKernel<LxBW8> {
+  static constexpr auto kRun = &FilterBytes;
+  static constexpr std::size_t kElementBytes = 1;
+};
+
+template <>
+struct FilterKernel<LxBW16> {
+  static constexpr auto kRun = &FilterWords;
+  static constexpr std::size_t kElementBytes = 2;
+};
+
+template <>
+struct FilterKernel<LxC24> {
+  static constexpr auto kRun = &FilterColours;
+  static constexpr std::size_t kElementBytes = 1;
+};
+
+// destination = filter(source), `passes` (1 to kMostPasses) times over. Sets
+// LX_ERROR_ALLOCATION_FAILED when there is no scratch memory.
+template <class T>
+void ApplyFilter(Filter filter, const LxROI<T>* source, const LxROI<T>* destination,
+                 std::size_t passes = 1) {
+  using Kernel = FilterKernel<T>;
+  Neighbourhood map = NeighbourhoodOf(destination, source);
+  if (map.elements == 0 || map.height == 0) return;
+  map.border = BorderOf<T>(filter, SamePixels(source, destination));
+  const Scratch<std::uint8_t> scratch(passes * FilterScratch(map, Kernel::kElementBytes));
+  if (scratch) Kernel::kRun(filter, map, passes, scratch.get());
+}
+
+}  // namespace lx

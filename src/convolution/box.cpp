@@ -1,0 +1,166 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "convolution/box.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+#include "convolution/box_kernels.h"
+#include "foundation/neighbourhood.h"
+#include "foundation/scratch.h"
+
+namespace lx {
+
+namespace {
+
+std::size_t RoundedUp(std::size_t bytes) {
+  return (bytes + kLargestVector - 1) / kLargestVector * kLargestVector;
+}
+
+using BoxKernel = void (*)(const Window&, const BoxMemory&);
+
+// Cuts the memory of a window into its parts and runs the kernel.
+bool RunKernel(const Window& window, std::size_t elementBytes, std::size_t laneBytes, bool squares,
+               BoxKernel kernel) {
+  BoxMemory memory{};
+  memory.slots = std::min(2 * window.halfY + 2, window.height);
+  memory.rowStride = RoundedUp(window.width) + kLargestVector;
+  memory.padded = RoundedUp(window.width + 2 * window.halfX) + 2 * kLargestVector;
+  const std::size_t elements = window.components * memory.padded * elementBytes;
+  const std::size_t prefix = (memory.padded + kLargestVector) * laneBytes;
+  const std::size_t sums = window.components * memory.rowStride * sizeof(std::uint32_t);
+  const std::size_t ring = memory.slots * window.components * memory.rowStride * laneBytes;
+  const std::size_t output = window.components * memory.rowStride * elementBytes;
+  const std::size_t twice = squares ? 2 : 1;
+  const Scratch<std::uint8_t> scratch(elements + prefix + output + twice * (ring + sums));
+  if (!scratch) return false;
+  std::uint8_t* next = scratch.get();
+  const auto take = [&next](std::size_t bytes) {
+    std::uint8_t* const part = next;
+    next += bytes;
+    return part;
+  };
+  memory.elements = take(elements);
+  memory.prefix = take(prefix);
+  memory.output = take(output);
+  memory.ring = take(ring);
+  memory.sums = reinterpret_cast<std::uint32_t*>(take(sums));
+  if (squares) {
+    memory.squares = take(ring);
+    memory.squareSums = reinterpret_cast<std::uint32_t*>(take(sums));
+  }
+  kernel(window, memory);
+  return true;
+}
+
+// Windows whose sums leave 32 bits: sums over columns in 64 bits, which run along the row. `result`
+// makes a pixel of the sum and the sum of squares.
+template <typename T, class Result>
+bool RunWide(const Window& window, const Result& result) {
+  const std::size_t n = window.width * window.components;
+  const std::size_t halfX = window.halfX;
+  const Scratch<std::uint64_t> scratch(2 * n);
+  // The rows that go were perhaps written over, so that the source is copied.
+  const Scratch<T> image(n * window.height);
+  if (!scratch || !image) return false;
+  std::uint64_t* const sums = scratch.get();
+  std::uint64_t* const squares = sums + n;
+  std::fill(sums, sums + 2 * n, 0);
+  const auto source = [&](std::ptrdiff_t y) {
+    const auto last = static_cast<std::ptrdiff_t>(window.height) - 1;
+    return image.get() + static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(y, 0, last)) * n;
+  };
+  const auto change = [&](std::ptrdiff_t y, std::uint64_t sign) {
+    const T* const row = source(y);
+    for (std::size_t i = 0; i < n; ++i) {
+      const std::uint64_t v = row[i];
+      sums[i] += sign * v;
+      squares[i] += sign * v * v;
+    }
+  };
+  for (std::size_t y = 0; y < window.height; ++y) {
+    std::memcpy(image.get() + y * n, window.source.Row<std::uint8_t>(y), n * sizeof(T));
+  }
+  const auto halfY = static_cast<std::ptrdiff_t>(window.halfY);
+  for (std::ptrdiff_t y = -halfY; y <= halfY; ++y) change(y, 1);
+  for (std::size_t y = 0; y < window.height; ++y) {
+    T* const to = window.destination.Row<T>(y);
+    for (std::size_t c = 0; c < window.components; ++c) {
+      const auto column = [&](std::ptrdiff_t x) {
+        const auto last = static_cast<std::ptrdiff_t>(window.width) - 1;
+        return static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(x, 0, last)) *
+                   window.components +
+               c;
+      };
+      const auto reach = static_cast<std::ptrdiff_t>(halfX);
+      std::uint64_t sum = 0;
+      std::uint64_t square = 0;
+      for (std::ptrdiff_t x = -reach; x <= reach; ++x) {
+        sum += sums[column(x)];
+        square += squares[column(x)];
+      }
+      for (std::size_t x = 0; x < window.width; ++x) {
+        const auto at = static_cast<std::ptrdiff_t>(x);
+        const T pixel = result(sum, square);
+        std::memcpy(reinterpret_cast<std::uint8_t*>(to) + (x * window.components + c) * sizeof(T),
+                    &pixel, sizeof(T));
+        sum += sums[column(at + reach + 1)] - sums[column(at - reach)];
+        square += squares[column(at + reach + 1)] - squares[column(at - reach)];
+      }
+    }
+    change(static_cast<std::ptrdiff_t>(y) - halfY, ~std::uint64_t{0});
+    change(static_cast<std::ptrdiff_t>(y) + halfY + 1, 1);
+  }
+  return true;
+}
+
+constexpr std::uint64_t kLargestReciprocal = std::uint64_t{1} << 24;
+
+template <typename T>
+bool WideMean(const Window& window) {
+  const std::uint64_t count = window.Count();
+  const std::uint64_t reciprocal = kLargestReciprocal / count;
+  return RunWide<T>(window, [=](std::uint64_t sum, std::uint64_t /*squares*/) {
+    return static_cast<T>(count > kLargestReciprocal ? sum / count : sum * reciprocal >> 24);
+  });
+}
+
+template <typename T>
+bool WideDeviation(const Window& window) {
+  const std::uint64_t count = window.Count();
+  const bool fits =
+      count < (std::uint64_t{1} << 17);  // count^2 times the largest variance, in 64 bits
+  return RunWide<T>(window, [=](std::uint64_t sum, std::uint64_t squares) {
+    const auto radicand =
+        fits ? static_cast<float>(count * squares - sum * sum)
+             : static_cast<float>(static_cast<long double>(count) *
+                                      static_cast<long double>(squares) -
+                                  static_cast<long double>(sum) * static_cast<long double>(sum));
+    return static_cast<T>(std::sqrt(radicand) / static_cast<float>(count));
+  });
+}
+
+}  // namespace
+
+bool BoxMeanBytes(const Window& window) {
+  if (window.Count() > kLargestReciprocal) return WideMean<std::uint8_t>(window);
+  // 257 columns of the largest byte fit 16 bits.
+  if (window.halfX <= 128) return RunKernel(window, 1, 2, false, &BoxMeanKernel8x16);
+  return RunKernel(window, 1, 4, false, &BoxMeanKernel8x32);
+}
+
+bool BoxMeanWords(const Window& window) {
+  // The sum of 65537 of the largest words is the largest 32-bit number.
+  if (window.Count() > 65537) return WideMean<std::uint16_t>(window);
+  return RunKernel(window, 2, 4, false, &BoxMeanKernel16);
+}
+
+bool BoxDeviationBytes(const Window& window) {
+  // So many squares of the largest byte fit 32 bits.
+  if (window.Count() > 0xFFFFFFFFU / (255 * 255)) return WideDeviation<std::uint8_t>(window);
+  return RunKernel(window, 1, 4, true, &BoxDeviationKernel8);
+}
+
+bool BoxDeviationWords(const Window& window) { return WideDeviation<std::uint16_t>(window); }
+
+}  // namespace lx

@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: Apache-2.0
+// Prefix sums of a row. Included once for each instruction set.
+
+#if defined(LXPIC_CONVOLUTION_PREFIX_SUM_INL_H_) == defined(HWY_TARGET_TOGGLE)
+#ifdef LXPIC_CONVOLUTION_PREFIX_SUM_INL_H_
+#undef LXPIC_CONVOLUTION_PREFIX_SUM_INL_H_
+#else
+#define LXPIC_CONVOLUTION_PREFIX_SUM_INL_H_
+#endif
+
+#include "foundation/simd-inl.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace lx::HWY_NAMESPACE {
+
+// Vectors in which sums can travel from lane to lane: AVX-512 permutes whole vectors, other
+// instruction sets only shift within 128 bits.
+#if HWY_TARGET == HWY_SCALAR || LX_HAS_MASKED_ACCESS
+template <typename T>
+using PrefixTag = hn::ScalableTag<T>;
+#else
+template <typename T>
+using PrefixTag = hn::CappedTag<T, 16 / sizeof(T)>;
+#endif
+
+#if LX_HAS_MASKED_ACCESS
+
+// Lane i of the result is lane index[i] of v where the mask has a bit, else 0.
+HWY_INLINE hn::Vec512<std::uint16_t> Spread(hn::Vec512<std::uint16_t> v, __m512i index,
+                                            std::uint32_t mask) {
+  return hn::Vec512<std::uint16_t>{_mm512_maskz_permutexvar_epi16(mask, index, v.raw)};
+}
+
+HWY_INLINE hn::Vec512<std::uint32_t> Spread(hn::Vec512<std::uint32_t> v, __m512i index,
+                                            std::uint32_t mask) {
+  return hn::Vec512<std::uint32_t>{
+      _mm512_maskz_permutexvar_epi32(static_cast<__mmask16>(mask), index, v.raw)};
+}
+
+#endif
+
+// Sums of the lanes up to and including each, and their total in every lane of `total`.
+template <class D>
+HWY_INLINE hn::Vec<D> PrefixOfVector(D d, hn::Vec<D> v, hn::Vec<D>& total) {
+#if HWY_TARGET == HWY_SCALAR
+  (void)d;
+  total = v;
+  return v;
+#else
+  constexpr std::size_t kBlock = 16 / sizeof(hn::TFromD<D>);
+  v = hn::Add(v, hn::ShiftLeftLanes<1>(d, v));
+  v = hn::Add(v, hn::ShiftLeftLanes<2>(d, v));
+  if constexpr (kBlock == 8) v = hn::Add(v, hn::ShiftLeftLanes<4>(d, v));
+#if LX_HAS_MASKED_ACCESS
+  using Index = hwy::MakeUnsigned<hn::TFromD<D> >;
+  constexpr std::uint32_t kBlockBits = (1U << kBlock) - 1;
+  alignas(64) Index before[4 * kBlock];
+  for (std::size_t i = 0; i < 4 * kBlock; ++i) {
+    before[i] = static_cast<Index>((i / kBlock + 3) % 4 * kBlock + kBlock - 1);
+  }
+  // Odd blocks take the total of the block before, then the upper half that of the lower.
+  v = hn::Add(
+      v, Spread(v, _mm512_load_si512(before), kBlockBits << kBlock | kBlockBits << 3 * kBlock));
+  const __m512i middle = hn::Set(d, 2 * kBlock - 1).raw;
+  v = hn::Add(v, Spread(v, middle, kBlock == 8 ? 0xFFFF0000U : 0xFF00U));
+  total = Spread(v, hn::Set(d, 4 * kBlock - 1).raw, 0xFFFFFFFFU);
+#else
+  if constexpr (kBlock == 8) {
+    HWY_ALIGN hn::TFromD<D> lanes[kBlock];
+    hn::Store(v, d, lanes);
+    total = hn::Set(d, lanes[kBlock - 1]);
+  } else {
+    total = hn::Broadcast<3>(v);
+  }
+#endif
+  return v;
+#endif
+}
+
+// prefix[i] = sum of value(d, elements 0 to i - 1), for i = 0 to count, modulo the lane. `prefix`
+// has room for a whole vector beyond, and `elements` can be read so far.
+template <typename Lane, typename T, class Value>
+HWY_INLINE void PrefixSums(const T* elements, std::size_t count, Lane* prefix, const Value& value) {
+  const PrefixTag<Lane> d;
+  const hn::Rebind<T, decltype(d)> narrow;
+  auto carry = hn::Zero(d);
+  prefix[0] = 0;
+  for (std::size_t i = 0; i < count; i += hn::Lanes(d)) {
+    auto total = hn::Zero(d);
+    const auto values = value(d, hn::PromoteTo(d, hn::LoadU(narrow, elements + i)));
+    hn::StoreU(hn::Add(PrefixOfVector(d, values, total), carry), d, prefix + 1 + i);
+    carry = hn::Add(carry, total);
+  }
+}
+
+}  // namespace lx::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#endif  // LXPIC_CONVOLUTION_PREFIX_SUM_INL_H_
