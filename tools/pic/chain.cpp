@@ -12,17 +12,29 @@
 
 namespace lx::tool {
 
+namespace {
+
+// A colour that a chain sets holds for the rest of that chain only.
+class OverlayColourScope {
+ public:
+  OverlayColourScope() : colour(PicGetOverlayColor()) {}
+  ~OverlayColourScope() { PicSetOverlayColor(colour); }
+  OverlayColourScope(const OverlayColourScope&) = delete;
+  OverlayColourScope& operator=(const OverlayColourScope&) = delete;
+
+ private:
+  LxC24 colour;
+};
+
+}  // namespace
+
 bool StartsStep(const std::string& word) { return word == kStoreStep || IsOperation(word); }
 
 Chain::Chain(std::vector<std::string> steps, int runs, std::string operandFolder)
-    : words(std::move(steps)),
-      repeat(runs),
-      folder(std::move(operandFolder)),
-      overlayColour(PicGetOverlayColor()) {}
+    : words(std::move(steps)), repeat(runs), folder(std::move(operandFolder)) {}
 
 ImageValue Chain::Run(const ImageValue& input, const Observer& observe) {
-  // A colour that the chain sets must not reach the steps before, on the next image.
-  PicSetOverlayColor(overlayColour);
+  const OverlayColourScope scope;
   Session session{input, input, {}};
   for (std::size_t i = 0; i < words.size();) {
     try {

@@ -51,7 +51,6 @@ class Chain {
   std::vector<std::string> words;
   int repeat;
   std::string folder;
-  LxC24 overlayColour;
   std::map<std::string, ImageValue> files;  // operands that have been read
 };
 

@@ -52,7 +52,8 @@ void ChooseLayout(png_structp png, png_infop info) {
   const int depth = png_get_bit_depth(png, info);
   if (colour == PNG_COLOR_TYPE_PALETTE) png_set_palette_to_rgb(png);
   if (colour == PNG_COLOR_TYPE_GRAY && depth < 8) png_set_expand_gray_1_2_4_to_8(png);
-  if ((colour & PNG_COLOR_MASK_ALPHA) != 0) png_set_strip_alpha(png);
+  // A palette may bring an alpha channel that the colour type does not tell.
+  png_set_strip_alpha(png);
   if ((colour & PNG_COLOR_MASK_COLOR) != 0) {
     png_set_strip_16(png);
     png_set_bgr(png);
@@ -116,6 +117,9 @@ ImageValue ReadPng(const std::string& path) {
   ImageValue image = MakeImageFor(PixelOfLayout(reader.png, reader.info),
                                   png_get_image_width(reader.png, reader.info),
                                   png_get_image_height(reader.png, reader.info));
+  if (png_get_rowbytes(reader.png, reader.info) != image.RowBytes()) {
+    throw Failure(kFileFailed, "a PNG layout that is not read");
+  }
   if (!ReadRows(reader.png, Rows(image).data())) {
     throw Failure(kFileFailed, std::string("damaged PNG: ") + reader.error.text);
   }

@@ -46,21 +46,22 @@ ReadModifiers TakeModifiers(Words words, const StepContext& context) {
   return {modifiers, i};
 }
 
-// The reason of the overload that got furthest; among equals a file that cannot be read.
+// The reason of the overload that came nearest.
 class Reasons {
  public:
-  void Add(const Failure& failure, std::size_t fittingWords) {
-    const std::size_t rank = 2 * fittingWords + (failure.Code() == kWrongUsage ? 0 : 1);
-    if (best && rank <= bestRank) return;
+  void Add(const Failure& failure, const Reading& reading) {
+    anyWordFitted = anyWordFitted || reading.AnyWordFits();
+    if (best && reading.Nearness() <= nearness) return;
     best = failure;
-    bestRank = rank;
+    nearness = reading.Nearness();
   }
   const std::optional<Failure>& Best() const { return best; }
-  bool AnyWordFitted() const { return bestRank > 1; }
+  bool AnyWordFitted() const { return anyWordFitted; }
 
  private:
   std::optional<Failure> best;
-  std::size_t bestRank = 0;
+  std::size_t nearness = 0;
+  bool anyWordFitted = false;
 };
 
 void AddOnce(std::vector<std::string>& names, const std::string& name) {
@@ -79,10 +80,8 @@ std::vector<std::string> SourceTypes(const std::vector<const Operation*>& overlo
 }
 
 Failure WhyNoneFits(const std::vector<const Operation*>& overloads, const Reasons& reasons,
-                    const StepContext& context, const Modifiers& modifiers) {
-  if (!reasons.Best()) {
-    return {kWrongUsage, "no form gives " + std::string(catalogue::PixelName(*modifiers.pixel))};
-  }
+                    const StepContext& context) {
+  if (!reasons.Best()) return {kWrongUsage, "no form of it gives this type"};
   const auto types = SourceTypes(overloads);
   const bool typeFits =
       !context.current || types.empty() ||
@@ -159,19 +158,22 @@ std::vector<const Operation*> OverloadsOf(const std::string& name) {
 
 Call ChooseOverload(const std::string& name, Words words, const StepContext& context) {
   const auto [modifiers, skipped] = TakeModifiers(words, context);
-  const auto overloads = OverloadsOf(name);
+  auto overloads = OverloadsOf(name);
+  if (const auto pixel = modifiers.pixel) {
+    std::erase_if(overloads,
+                  [&](const Operation* each) { return DestinationPixelOf(*each) != *pixel; });
+  }
   std::vector<Call> calls;
   Reasons reasons;
   for (const Operation* overload : overloads) {
-    if (modifiers.pixel && DestinationPixelOf(*overload) != *modifiers.pixel) continue;
     Reading reading(*overload, words.subspan(skipped), context);
     try {
       calls.push_back(reading.Run());
     } catch (const Failure& failure) {
-      reasons.Add(failure, reading.FittingWords());
+      reasons.Add(failure, reading);
     }
   }
-  if (calls.empty()) throw WhyNoneFits(overloads, reasons, context, modifiers);
+  if (calls.empty()) throw WhyNoneFits(overloads, reasons, context);
   Call call = Best(std::move(calls), context);
   call.modifiers = modifiers;
   call.wordCount += skipped;

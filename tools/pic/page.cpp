@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <fstream>
 #include <numeric>
+#include <sstream>
 
 #include "tools/pic/failure.h"
 
@@ -44,6 +45,7 @@ constexpr const char* kHead = R"(<!DOCTYPE html>
   .card p { color: var(--soft); }
   pre { margin: 0 0 12px; padding: 10px 12px; background: #1d2430; color: #e6edf7; font-size: 13px;
         border-radius: 6px; white-space: pre-wrap; overflow-wrap: anywhere; }
+  pre span { white-space: nowrap; }
   table { border-collapse: collapse; font-variant-numeric: tabular-nums; font-size: 14px; }
   th, td { text-align: left; padding: 5px 18px 5px 0; border-bottom: 1px solid var(--line); }
   th { color: var(--soft); font-weight: 500; }
@@ -79,6 +81,14 @@ std::string Escaped(const std::string& text) {
     }
   }
   return safe;
+}
+
+// A command whose words are not broken at their hyphens.
+std::string CommandText(const std::string& command) {
+  std::istringstream words(command);
+  std::string text;
+  for (std::string word; words >> word;) text += "<span>" + Escaped(word) + "</span> ";
+  return "<pre>" + text + "</pre>\n";
 }
 
 template <class... Values>
@@ -131,7 +141,7 @@ std::string Summary(const Page& page) {
 std::string StepCard(const PageStep& step, std::size_t number) {
   std::string text = "<div class=\"card\">\n<div>\n<h3>" + std::to_string(number) + ". " +
                      Escaped(step.title) + "</h3>\n<p>" + Escaped(step.text) + "</p>\n";
-  for (const std::string& command : step.commands) text += "<pre>" + Escaped(command) + "</pre>\n";
+  for (const std::string& command : step.commands) text += CommandText(command);
   if (step.times) {
     text += "<table><tr><th>fast path</th><th>plain path</th></tr>\n<tr><td>" +
             Format("%.3f ms</td><td>%.3f ms", step.times->fast, step.times->plain) +
@@ -172,8 +182,8 @@ void WritePage(const std::string& path, const Page& page) {
   std::ofstream file(path, std::ios::binary);
   file << kHead << Summary(page) << "<h2>Step by step</h2>\n";
   for (std::size_t i = 0; i < page.steps.size(); ++i) file << StepCard(page.steps[i], i + 1);
-  file << "<h2>All in one line</h2>\n<pre>" << Escaped(page.wholeCommand) << "</pre>\n"
-       << DefectViews(page) << "</main>\n</body>\n</html>\n";
+  file << "<h2>All in one line</h2>\n"
+       << CommandText(page.wholeCommand) << DefectViews(page) << "</main>\n</body>\n</html>\n";
   file.close();
   if (!file) throw Failure(kFileFailed, path + ": cannot be written");
 }

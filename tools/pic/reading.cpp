@@ -89,29 +89,47 @@ Value Reading::TakeSource(const Parameter& parameter) {
     return value;
   }
   if (context.startsStep(word)) throw Failure(kWrongUsage, parameter.name + " is missing");
+  if (word == kOntoWord) {
+    throw Failure(kWrongUsage, "'onto' must stand directly behind the name of the operation");
+  }
   if (ReadNumbers(word)) {
     throw Failure(kWrongUsage, parameter.name + ": '" + word + "' is not an image");
   }
-  Value value = SourceFrom(context.findImage(word), parameter, word);
+  const ImageValue image = context.findImage(word);
+  CheckType(image, parameter, word);
   ++next;
-  return value;
+  return SourceFrom(image);
 }
 
 Value Reading::TakeCurrent(const Parameter& parameter) {
   if (!context.current) throw Failure(kWrongUsage, "there is no image yet");
-  Value value = SourceFrom(context.current, parameter, "the current image");
+  currentFits = context.current.PixelType() == parameter.pixel;
+  CheckType(context.current, parameter, "the current image");
   call.readsCurrent = true;
-  return value;
+  return SourceFrom(context.current);
 }
 
-Value Reading::SourceFrom(const ImageValue& image, const Parameter& parameter,
-                          const std::string& name) {
-  if (image.PixelType() != parameter.pixel) {
-    throw Failure(kWrongUsage, parameter.name + ": " + name + " is " + image.TypeName() + ", not " +
-                                   std::string(catalogue::PixelName(parameter.pixel)));
-  }
+void Reading::CheckType(const ImageValue& image, const Parameter& parameter,
+                        const std::string& name) const {
+  if (image.PixelType() == parameter.pixel) return;
+  throw Failure(kWrongUsage, parameter.name + ": " + name + " is " + image.TypeName() + ", not " +
+                                 std::string(catalogue::PixelName(parameter.pixel)));
+}
+
+Value Reading::SourceFrom(const ImageValue& image) {
   if (!call.size) call.size = Size{image.Width(), image.Height()};
   return {image.Region(), image.Owner(), {}};
+}
+
+std::size_t Reading::Nearness() const {
+  if (!currentFits) return 0;
+  const std::size_t parameter = call.values.size();
+  const bool wantsImage = parameter < operation.parameters.size() &&
+                          operation.parameters[parameter].kind == Kind::kRegion;
+  const bool hasImage =
+      next < words.size() &&
+      (words[next].starts_with('@') || words[next].find_first_of("./") != std::string::npos);
+  return 1 + 2 * next + (wantsImage && hasImage ? 1 : 0);
 }
 
 Value Reading::TakeOperand(const Parameter& parameter) {

@@ -18,21 +18,25 @@ class Reading {
 
   /// Throws Failure when the words do not fit.
   Call Run();
-  /// How many words fitted, also when Run() failed.
-  std::size_t FittingWords() const { return next; }
+  /// How near the words came when Run() failed: the more of them fitted the nearer, and nearest
+  /// where the next one can only be an image; not at all when the current image has another type.
+  std::size_t Nearness() const;
+  /// Whether any word fitted.
+  bool AnyWordFits() const { return next > 0; }
 
  private:
   bool NamesCurrent() const;
   bool ImageFirst() const;
   bool Finished() const { return next == words.size(); }
+  void CheckType(const ImageValue& image, const catalogue::Parameter& parameter,
+                 const std::string& name) const;
   const std::string& TakeWord(const catalogue::Parameter& parameter);
 
   Value ReadParameter(std::size_t index);
   Value TakeDestination(const catalogue::Parameter& parameter, std::size_t index);
   Value TakeSource(const catalogue::Parameter& parameter);
   Value TakeCurrent(const catalogue::Parameter& parameter);
-  Value SourceFrom(const ImageValue& image, const catalogue::Parameter& parameter,
-                   const std::string& name);
+  Value SourceFrom(const ImageValue& image);
   Value TakeOperand(const catalogue::Parameter& parameter);
   Value TakeOption(const catalogue::Parameter& parameter);
 
@@ -42,6 +46,7 @@ class Reading {
   Call call;
   std::size_t next = 0;
   bool currentIsNamed = false;
+  bool currentFits = true;
   std::optional<Failure> unreadable;  // why a word was taken for no option
 };
 

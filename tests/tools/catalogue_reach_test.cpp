@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: Apache-2.0
+// Every overload of the catalogue can be called by words, and is told by the help.
+#include <algorithm>
+
+#include "tools/pic/chain.h"
+#include "tools/pic/execute.h"
+#include "tools/pic/listing.h"
+#include "tools/tool_fixture.h"
+
+namespace lx::tool {
+namespace {
+
+using catalogue::Kind;
+using catalogue::Operation;
+using catalogue::Parameter;
+
+// "@bw8", the name of an image of this type.
+std::string NameOf(Pixel pixel) { return std::string("@").append(catalogue::PixelName(pixel)); }
+
+std::string WordFor(const Parameter& parameter) {
+  switch (parameter.kind) {
+    case Kind::kRegion:
+      return NameOf(parameter.pixel);
+    case Kind::kChoice:
+      return catalogue::ChoiceName(parameter.choices.front());
+    case Kind::kConstant:
+    case Kind::kInteger:
+    case Kind::kReal:
+    case Kind::kColour:
+      return NumberText(parameter.standard);
+    case Kind::kVector:
+      return "1,2,3";
+    default:
+      return "identity";
+  }
+}
+
+// The words that the definition of the overload asks for, all of them.
+std::vector<std::string> WordsFor(const Operation& operation) {
+  std::vector<std::string> words;
+  const std::size_t destination = operation.DestinationIndex();
+  if (DestinationPixelOf(operation) != Pixel::kNone) {
+    words.emplace_back(catalogue::PixelName(DestinationPixelOf(operation)));
+  }
+  bool isFirstSource = true;
+  for (std::size_t i = 0; i < operation.parameters.size(); ++i) {
+    const Parameter& parameter = operation.parameters[i];
+    const bool isRegion = parameter.kind == Kind::kRegion;
+    if (i == destination || (parameter.written && !isRegion)) continue;
+    const bool isSource = isRegion && !parameter.written;
+    words.push_back(isSource && isFirstSource ? "_" : WordFor(parameter));
+    if (isSource) isFirstSource = false;
+  }
+  return words;
+}
+
+ImageValue NamedImage(const std::string& word) {
+  for (int number = 1; number <= static_cast<int>(Pixel::kBinary); ++number) {
+    const auto pixel = static_cast<Pixel>(number);
+    if (word != NameOf(pixel)) continue;
+    ImageValue image(pixel, 16, 16);
+    image.Clear();
+    return image;
+  }
+  throw Failure(kFileFailed, word);
+}
+
+TEST(CatalogueReach, EveryOverloadIsChosenByItsWordsAndRuns) {
+  const LxC24 overlayColour = PicGetOverlayColor();
+  for (const Operation& operation : catalogue::All()) {
+    SCOPED_TRACE(operation.signature);
+    StepContext context;
+    const auto sources = operation.SourceIndices();
+    const Pixel pixel = sources.empty() ? Pixel::kBW8 : operation.parameters[sources.front()].pixel;
+    context.current = NamedImage(NameOf(pixel));
+    context.findImage = NamedImage;
+    context.startsStep = StartsStep;
+    const auto words = WordsFor(operation);
+    try {
+      const Call call = ChooseOverload(operation.name, words, context);
+      EXPECT_EQ(call.wordCount, words.size());
+      EXPECT_EQ(call.DestinationPixel(), DestinationPixelOf(operation));
+      const auto chosen = call.operation->SourceIndices();
+      ASSERT_EQ(chosen.size(), sources.size());
+      for (std::size_t i = 0; i < sources.size(); ++i) {
+        EXPECT_EQ(call.operation->parameters[chosen[i]].pixel,
+                  operation.parameters[sources[i]].pixel);
+      }
+      const Outcome outcome = Execute(call, context.current, 2);
+      EXPECT_EQ(outcome.image ? outcome.image.PixelType() : Pixel::kNone,
+                DestinationPixelOf(operation));
+    } catch (const Failure& failure) {
+      ADD_FAILURE() << Join(words, " ") << ": " << failure.what();
+    }
+  }
+  PicSetOverlayColor(overlayColour);
+}
+
+TEST(CatalogueReach, HelpTellsEveryParameterAndError) {
+  for (const Operation& operation : catalogue::All()) {
+    const std::string help = HelpText(operation.name);
+    EXPECT_TRUE(Contains(help, operation.signature)) << operation.signature;
+    for (const Parameter& parameter : operation.parameters) {
+      if (parameter.written) continue;
+      EXPECT_TRUE(Contains(help, std::string("   ").append(parameter.name) + " "))
+          << operation.signature << " " << parameter.name;
+    }
+    for (const LX_ERRORS code : operation.errors) {
+      EXPECT_TRUE(Contains(help, std::string("(").append(std::to_string(code)) + ")"))
+          << operation.signature;
+    }
+    EXPECT_TRUE(Contains(ListText(operation.name), operation.summary)) << operation.signature;
+  }
+  EXPECT_THROW(HelpText("gain-ofset"), Failure);
+  EXPECT_THROW(ListText("zzz"), Failure);
+}
+
+}  // namespace
+}  // namespace lx::tool

@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: Apache-2.0
+// Chains of operations give the pixels that their definitions say.
+#include <algorithm>
+#include <cmath>
+
+#include "tools/tool_fixture.h"
+
+namespace lx::tool {
+namespace {
+
+using Levels8 = std::vector<int>;
+
+class ChainTest : public ToolTest {
+ protected:
+  ChainTest() : part(WriteGrey("part.png", 4, {0, 1, 40, 100, 120, 200, 254, 255})) {}
+
+  // Runs `steps` on the part and returns the grey levels of the result.
+  Levels8 After(std::vector<std::string> steps) const {
+    steps.insert(steps.begin(), part);
+    steps.insert(steps.end(), {"-o", Path("out.png")});
+    const Run run = Pic(steps);
+    EXPECT_EQ(run.code, kFine) << run.err;
+    EXPECT_EQ(run.err, "");
+    return LevelsOf(Path("out.png"));
+  }
+
+  // What `rule` makes of each level of the part.
+  template <class Rule>
+  static Levels8 Expected(Rule rule) {
+    Levels8 levels = {0, 1, 40, 100, 120, 200, 254, 255};
+    for (int& level : levels) level = std::clamp(rule(level), 0, 255);
+    return levels;
+  }
+
+  std::string part;
+};
+
+TEST_F(ChainTest, StepsWorkOnTheResultOfTheOneBefore) {
+  // 1.4 is 44 parts of 32.
+  const auto gain = [](int v) { return std::clamp((44 * v >> 5) - 20, 0, 255); };
+  EXPECT_EQ(After({"gain-offset", "1.4", "-20"}), Expected(gain));
+  EXPECT_EQ(After({"gain-offset", "1.4", "-20", "oper", "invert", "oper", "subtract", "9"}),
+            Expected([&](int v) { return 255 - gain(v) - 9; }));
+  EXPECT_EQ(After({"gain-offset", "-.5", "130"}),
+            Expected([](int v) { return static_cast<int>(std::floor(-16 * v / 32.0)) + 130; }));
+  EXPECT_EQ(After({"--plain", "gain-offset", "1.4", "-20"}), Expected(gain));
+}
+
+TEST_F(ChainTest, UnderscorePutsTheImageBehindTheOtherOperand) {
+  EXPECT_EQ(After({"oper", "subtract", "100"}), Expected([](int v) { return v - 100; }));
+  EXPECT_EQ(After({"oper", "subtract", "100", "_"}), Expected([](int v) { return 100 - v; }));
+  EXPECT_EQ(After({"oper", "subtract", "_", "100"}), Expected([](int v) { return v - 100; }));
+  const std::string golden = WriteGrey("golden.png", 4, {9, 9, 50, 90, 120, 0, 255, 0});
+  EXPECT_EQ(After({"oper", "subtract", golden}), (Levels8{0, 0, 0, 10, 0, 200, 0, 255}));
+  EXPECT_EQ(After({"oper", "subtract", golden, "_"}), (Levels8{9, 8, 10, 0, 0, 0, 1, 0}));
+}
+
+TEST_F(ChainTest, ImagesAreStoredAndNamedAgain) {
+  EXPECT_EQ(
+      After({"oper", "invert", "store", "dark", "gain-offset", "0", "7", "oper", "add", "@dark"}),
+      Expected([](int v) { return 255 - v + 7; }));
+  EXPECT_EQ(After({"oper", "invert", "oper", "subtract", "@", "_"}),
+            Expected([](int v) { return v - (255 - v); }));
+}
+
+TEST_F(ChainTest, ADestinationThatKeepsPixelsStartsAsTheCurrentImage) {
+  EXPECT_EQ(After({"oper", "set-where-zero", "77"}),
+            Expected([](int v) { return v == 0 ? 77 : v; }));
+  EXPECT_EQ(After({"store", "in", "oper", "greater", "100", "oper", "onto", "@in",
+                   "set-where-nonzero", "5"}),
+            Expected([](int v) { return v > 100 ? 5 : v; }));
+  // Of another type it starts black.
+  EXPECT_EQ(Pic({part, "oper", "c24", "overlay", "-o", Path("out.ppm")}).code, kFine);
+  const ImageValue painted = ReadImage(Path("out.ppm"));
+  EXPECT_EQ(painted.As<LxC24>().GetPixel(0, 0), (LxC24{0, 0, 0}));
+  EXPECT_EQ(painted.As<LxC24>().GetPixel(1, 0), (LxC24{0, 0, 255}));
+}
+
+TEST_F(ChainTest, ColoursAreRedGreenBlue) {
+  ASSERT_EQ(Pic({"copy", "c24", "3x2", "10,20,30", "-o", Path("c.png")}).code, kFine);
+  const auto pixel = [&] { return ReadImage(Path("c.png")).As<LxC24>().GetPixel(2, 1); };
+  EXPECT_EQ(pixel(), (LxC24{30, 20, 10}));
+  ASSERT_EQ(Pic({Path("c.png"), "gain-offset", "2,1,0", "0,0,7", "-o", Path("c.png")}).code, kFine);
+  EXPECT_EQ(pixel(), (LxC24{7, 20, 20}));
+  // Stored as 5, 6 and 5 bits.
+  ASSERT_EQ(Pic({"copy", "c16", "3x2", "255,0,8", "-o", Path("c.png")}).code, kFine);
+  EXPECT_EQ(pixel(), (LxC24{8, 0, 248}));
+  ASSERT_EQ(
+      Pic({part, "set-overlay-color", "1,2,3", "oper", "overlay", "@", "-o", Path("c.png")}).code,
+      kFine);
+  EXPECT_EQ(pixel(), (LxC24{3, 2, 1}));
+}
+
+TEST_F(ChainTest, TablesHaveNamesOrAreFiles) {
+  for (const char* const step : {"lut", "transform"}) {
+    EXPECT_EQ(After({step, "identity"}), Expected([](int v) { return v; })) << step;
+    EXPECT_EQ(After({step, "invert"}), Expected([](int v) { return 255 - v; })) << step;
+    EXPECT_EQ(After({step, "threshold:120"}), Expected([](int v) { return v >= 120 ? 255 : 0; }))
+        << step;
+    EXPECT_EQ(After({step, "gamma:2"}), Expected([](int v) {
+                return static_cast<int>(std::lround(255 * std::sqrt(v / 255.0)));
+              }))
+        << step;
+  }
+  std::string numbers;
+  for (int v = 0; v < 256; ++v) numbers += std::to_string(v / 2) + (v % 8 == 7 ? "\n" : ", ");
+  EXPECT_EQ(After({"lut", Write("half.txt", numbers)}), Expected([](int v) { return v / 2; }));
+  EXPECT_EQ(Pic({part, "lut", Write("bad.txt", "1 2 256"), "-o", Path("o.png")}).code, kFileFailed);
+  EXPECT_EQ(Pic({part, "transform", Write("few.txt", "1 2"), "-o", Path("o.png")}).code,
+            kWrongUsage);
+  // Too few entries reach the library, which refuses them.
+  const Run few = Pic({part, "lut", Write("few.txt", "1 2 3"), "-o", Path("o.png")});
+  EXPECT_EQ(few.code, kOperationFailed);
+  EXPECT_EQ(few.err, "pic: " + part +
+                         ": lut: the vector has the wrong number of elements (1613); trace: "
+                         "PicLut\n");
+}
+
+TEST_F(ChainTest, DepthsAndFurtherResultsAreReached) {
+  EXPECT_EQ(After({"convert", "bw16", "8"}),
+            (Levels8{0, 256, 10240, 25600, 30720, 51200, 65024, 65280}));
+  EXPECT_EQ(After({"convert", "bw32", "8", "convert", "bw8", "8"}),
+            Expected([](int v) { return v; }));
+  EXPECT_EQ(After({"oper", "bw16", "multiply", part}),
+            (Levels8{0, 1, 1600, 10000, 14400, 40000, 64516, 65025}));
+  // Colour and alpha are taken apart again; the alpha is stored under a name.
+  EXPECT_EQ(After({"store", "a", "convert", "c24", "convert", "c24a", "@a", "convert", "c24",
+                   "@alpha", "oper", "multiply", "@alpha", "convert", "bw8"}),
+            Expected([](int v) { return std::min(v * v, 255) * 255 >> 8; }));
+}
+
+TEST_F(ChainTest, VectorsArePrinted) {
+  const Run run = Pic({"vect1c2", "add", "u8:1,200,255", "100"});
+  EXPECT_EQ(run.code, kFine) << run.err;
+  EXPECT_EQ(run.out, "destination: 101,255,255\n");
+  EXPECT_EQ(Pic({"vect1c2", "divide", "1,2", "0"}).code, kOperationFailed);
+  EXPECT_EQ(Pic({"vect1c2", "add", "u8:1,256", "1"}).code, kWrongUsage);
+}
+
+}  // namespace
+}  // namespace lx::tool
