@@ -194,7 +194,8 @@ std::vector<Reference> SmoothingReferences() {
                              .WithArguments(DrawBox)
                              .WithOptionalDestination()
                              .InPlaceWhen(IsSmall));
-    references.push_back(Whole("PicLocalDeviation" + sized, Deviation).WithArguments(DrawBox));
+    Reference deviation = Whole("PicLocalDeviation" + sized, Deviation).WithArguments(DrawBox);
+    references.push_back(pixel == "LxBW8" ? deviation : std::move(deviation).WithoutKernel());
   }
   const std::string bytes = "(LxROI<LxBW8>*, LxROI<LxBW8>*)";
   references.push_back(Whole("PicConvolUniform5x5" + bytes, Fixed(kFive, 335544, 23)));
