@@ -1,42 +1,29 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "lxpic/colour/component.h"
 
-#include <cstddef>
-#include <cstdint>
-
-#include "base/failure.h"
+#include "colour/component_kernels.h"
+#include "foundation/frame.h"
 
 namespace {
 
-constexpr std::size_t kComponents = 3;
-
-bool Attached(LxGenericROI* region) {
-  if (region != nullptr && region->GetPixelPtr(0, 0) != nullptr) return true;
-  LxSetError(LX_ERROR_ROI_NOT_ATTACHED);
-  return false;
-}
+constexpr unsigned kComponents = 3;
 
 bool ArgumentsGood(LxGenericROI* source, LxGenericROI* destination, unsigned index) {
-  if (!Attached(source) || !Attached(destination)) return false;
-  source->CheckSize(destination);
-  if (LxGetError() != LX_OK) return false;
-  if (index < kComponents) return true;
-  LxSetError(LX_ERROR_ARGUMENT_3_OUT_OF_RANGE);
-  return false;
+  return lx::Usable({source, destination}) &&
+         lx::Require(index < kComponents, LX_ERROR_ARGUMENT_3_OUT_OF_RANGE);
 }
 
-// Calls rule(colours, greys, width) for the rows of two regions of one size.
-template <class Rule>
-void ForEachRow(LxROI<LxC24>* colours, LxROI<LxBW8>* greys, Rule rule) {
-  auto* colourRow = static_cast<std::uint8_t*>(colours->GetPixelPtr(0, 0));
-  auto* greyRow = static_cast<std::uint8_t*>(greys->GetPixelPtr(0, 0));
-  const std::ptrdiff_t colourPitch = colours->GetPitch();
-  const std::ptrdiff_t greyPitch = greys->GetPitch();
-  const std::size_t width = colours->GetWidth();
-  for (unsigned y = colours->GetHeight(); y > 0; --y) {
-    rule(colourRow, greyRow, width);
-    colourRow += colourPitch;
-    greyRow += greyPitch;
+// ExtractComponent() of what `lookup` makes of each pixel.
+void ExtractTransformed(const lx::PixelMap& map, unsigned index, LxColorLookup& lookup) {
+  constexpr std::uint8_t LxC24::*kMembers[kComponents] = {&LxC24::c0, &LxC24::c1, &LxC24::c2};
+  for (std::size_t y = 0; y < map.height; ++y) {
+    const auto* const from = map.sources[0].Row<const LxC24>(y);
+    auto* const to = map.destination.Row<std::uint8_t>(y);
+    for (std::size_t x = 0; x < map.width; ++x) {
+      LxC24 result{};
+      lookup.Transform(from[x], result);
+      to[x] = result.*kMembers[index];
+    }
   }
 }
 
@@ -44,35 +31,19 @@ void ForEachRow(LxROI<LxC24>* colours, LxROI<LxBW8>* greys, Rule rule) {
 
 void TintGetComponent(LxROI<LxC24>* source, LxROI<LxBW8>* plane, unsigned index,
                       LxColorLookup* lookup) {
-  LxOk();
-  if (!ArgumentsGood(source, plane, index)) {
-    LxTraceError("TintGetComponent");
-    return;
-  }
-  ForEachRow(source, plane,
-             [=](const std::uint8_t* colours, std::uint8_t* greys, std::size_t width) {
-               for (std::size_t x = 0; x < width; ++x) {
-                 const std::uint8_t* const pixel = colours + kComponents * x;
-                 if (lookup == nullptr) {
-                   greys[x] = pixel[index];
-                   continue;
-                 }
-                 LxC24 result{};
-                 lookup->Transform({pixel[0], pixel[1], pixel[2]}, result);
-                 const std::uint8_t components[kComponents] = {result.c0, result.c1, result.c2};
-                 greys[x] = components[index];
-               }
-             });
+  lx::RunOperation("TintGetComponent", [&] {
+    if (!ArgumentsGood(source, plane, index)) return;
+    const lx::PixelMap map = lx::MapOf(plane, source);
+    if (lookup == nullptr) {
+      lx::ExtractComponent(map, index);
+    } else {
+      ExtractTransformed(map, index, *lookup);
+    }
+  });
 }
 
 void TintSetComponent(LxROI<LxBW8>* plane, LxROI<LxC24>* target, unsigned index) {
-  LxOk();
-  if (!ArgumentsGood(plane, target, index)) {
-    LxTraceError("TintSetComponent");
-    return;
-  }
-  ForEachRow(target, plane,
-             [=](std::uint8_t* colours, const std::uint8_t* greys, std::size_t width) {
-               for (std::size_t x = 0; x < width; ++x) colours[kComponents * x + index] = greys[x];
-             });
+  lx::RunOperation("TintSetComponent", [&] {
+    if (ArgumentsGood(plane, target, index)) lx::InsertComponent(lx::MapOf(target, plane), index);
+  });
 }

@@ -24,18 +24,18 @@ using Layers = std::set<std::string>;
 // What each layer may use beside itself. Layers that do not stand here are families, which stand on
 // the lower ones and on nothing else.
 const Layers kBase = {"base"};
-const Layers kColour = {"base", "colour"};
-const Layers kFoundation = {"base", "colour", "foundation"};
-const Layers kPoint = {"base", "colour", "foundation", "vectors"};
+const Layers kFoundation = {"base", "foundation"};
+const Layers kColour = {"base", "foundation", "colour"};
+const Layers kVectors = {"base", "foundation", "colour", "vectors"};
 const std::map<std::string, Layers> kMayUse = {{"base", {}},
-                                               {"colour", kBase},
-                                               {"foundation", kColour},
-                                               {"vectors", kFoundation},
-                                               {"point", kPoint}};
+                                               {"foundation", kBase},
+                                               {"colour", kFoundation},
+                                               {"vectors", kColour},
+                                               {"point", kVectors}};
 
 Layers AllowedFor(const std::string& layer) {
   const auto found = kMayUse.find(layer);
-  Layers allowed = kPoint;
+  Layers allowed = kVectors;
   allowed.insert("point");
   if (found != kMayUse.end()) allowed = found->second;
   allowed.insert(layer);

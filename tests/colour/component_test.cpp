@@ -3,17 +3,20 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
-#include <cstring>
+#include <stdexcept>
 #include <vector>
 
 #include "base/outcome.h"
+#include "support/execution_path.h"
 #include "support/guarded_buffer.h"
 
 namespace {
 
+using lx::test::ExecutionPath;
+using lx::test::ExecutionPaths;
 using lx::test::GuardedBuffer;
 using lx::test::GuardedEnd;
+using lx::test::PathScope;
 using lx::test::TakeOutcome;
 
 struct Rotate : LxColorLookup {
@@ -59,7 +62,7 @@ void ForEachScene(Check check) {
   for (const GuardedEnd end : {GuardedEnd::kFirst, GuardedEnd::kLast}) {
     for (const int gap : {0, 5}) {
       for (const int height : {0, 1, 3}) {
-        for (int width = 0; width < 150; width += width < 70 ? 1 : 13) {
+        for (int width = 0; width < 260; width += width < 70 ? 1 : 13) {
           Scene scene(width, height, gap, end);
           for (unsigned index = 0; index < 3; ++index) check(scene, width, height, gap, index);
         }
@@ -68,10 +71,21 @@ void ForEachScene(Check check) {
   }
 }
 
+/// ForEachScene() on every path through the library.
+template <class Check>
+void ForEachSceneAndPath(Check check) {
+  for (const ExecutionPath& path : ExecutionPaths()) {
+    SCOPED_TRACE(path.name);
+    const PathScope scope(path);
+    ForEachScene(check);
+    EXPECT_EQ(scope.Dispatched(), path.fast);
+  }
+}
+
 TEST(Component, IsExtractedFromEveryPixel) {
   LxOk();
   Rotate rotate;
-  ForEachScene([&](Scene& scene, int width, int height, int gap, unsigned index) {
+  ForEachSceneAndPath([&](Scene& scene, int width, int height, int gap, unsigned index) {
     for (LxColorLookup* lookup :
          {static_cast<LxColorLookup*>(nullptr), static_cast<LxColorLookup*>(&rotate)}) {
       std::vector<std::uint8_t> expected = Snapshot(scene.greyBytes);
@@ -92,7 +106,7 @@ TEST(Component, IsExtractedFromEveryPixel) {
 
 TEST(Component, IsInsertedAndTheOthersStay) {
   LxOk();
-  ForEachScene([](Scene& scene, int width, int height, int gap, unsigned index) {
+  ForEachSceneAndPath([](Scene& scene, int width, int height, int gap, unsigned index) {
     std::vector<std::uint8_t> expected = Snapshot(scene.colourBytes);
     for (int y = 0; y < height; ++y) {
       for (int x = 0; x < width; ++x) {
@@ -138,6 +152,18 @@ TEST(Component, ArgumentsAreCheckedInOrder) {
   EXPECT_EQ(set(&wide, &colour, 3), "1403 TintSetComponent");
   EXPECT_EQ(set(&grey, &colour, 0xFFFFFFFF), "1013 TintSetComponent");
   EXPECT_EQ(set(&grey, &colour, 0), "0");
+}
+
+struct Throwing : LxColorLookup {
+  void Transform(LxC24 /*colour*/, LxC24& /*result*/) override { throw std::runtime_error("no"); }
+};
+
+TEST(ColorLookup, MayThrow) {
+  LxImage<LxC24> colour(4, 4);
+  LxImage<LxBW8> grey(4, 4);
+  Throwing lookup;
+  TintGetComponent(&colour, &grey, 0, &lookup);
+  EXPECT_EQ(TakeOutcome(), "32767 TintGetComponent");
 }
 
 TEST(ColorLookup, IsTheIdentityUnlessOverridden) {

@@ -9,7 +9,8 @@
 
 /// Writes component `index` (0..2) of every pixel of `source`, passed through `lookup` when that is
 /// not null, into `plane`, which must have the same size. Errors: LX_ERROR_ROI_NOT_ATTACHED,
-/// LX_ERROR_SIZE_MISMATCH, LX_ERROR_ARGUMENT_3_OUT_OF_RANGE. Trace "TintGetComponent".
+/// LX_ERROR_SIZE_MISMATCH, LX_ERROR_ARGUMENT_3_OUT_OF_RANGE; LX_ERROR_INTERNAL after an exception
+/// from the lookup. Trace "TintGetComponent".
 LXPIC_API void TintGetComponent(LxROI<LxC24>* source, LxROI<LxBW8>* plane, unsigned index,
                                 LxColorLookup* lookup);
 
