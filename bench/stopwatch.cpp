@@ -11,7 +11,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr double kShortest = 0.0004;  // a repetition in seconds, far above the clock's step
+constexpr double kShortest = 0.001;  // a repetition in seconds, far above the clock's step
 constexpr int kFewest = 7;
 constexpr int kMost = 400;
 

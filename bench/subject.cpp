@@ -40,9 +40,28 @@ std::string Subject::Name() const {
 }
 
 std::size_t Subject::ImageBytes() const {
-  std::size_t most = 0;
-  for (const auto& image : images) most = std::max<std::size_t>(most, image->GetPixelSize());
-  return most * static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+  return LargestPixel().bytes * static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+}
+
+std::pair<Image, Image> Subject::MakeCopyPair() const {
+  const catalogue::Pixel pixel = LargestPixel().type;
+  std::pair<Image, Image> made = {test::MakeImage(pixel, width, height),
+                                  test::MakeImage(pixel, width, height)};
+  test::Random random(operation->signature);
+  FillWithNoise(*made.first, random);
+  FillWithNoise(*made.second, random);
+  return made;
+}
+
+Subject::PixelSize Subject::LargestPixel() const {
+  PixelSize largest{catalogue::Pixel::kNone, 0};
+  auto image = images.begin();
+  for (const catalogue::Parameter& parameter : operation->parameters) {
+    if (parameter.kind != catalogue::Kind::kRegion) continue;
+    const std::size_t bytes = (*image++)->GetPixelSize();
+    if (bytes > largest.bytes) largest = {parameter.pixel, bytes};
+  }
+  return largest;
 }
 
 std::vector<LxGenericROI*> Subject::Images(bool written) const {

@@ -41,6 +41,7 @@ enum class Kind {
   kByteVector,    ///< LxBW8Vector*
   kWordVector,    ///< LxBW16Vector*
   kVector,        ///< LxVector*
+  kKernel,        ///< LxKernel*
   kByteFunction,  ///< unsigned char (*)(unsigned char)
   kWordFunction,  ///< unsigned short (*)(unsigned short)
 };
@@ -52,7 +53,7 @@ using WordFunction = unsigned short (*)(unsigned short);
 /// (or LxColor), everything else as its pointer.
 using Argument =
     std::variant<LxGenericROI*, double, LxC24, LxColor, unsigned char*, unsigned short*,
-                 LxBW8Vector*, LxBW16Vector*, LxVector*, ByteFunction, WordFunction>;
+                 LxBW8Vector*, LxBW16Vector*, LxVector*, LxKernel*, ByteFunction, WordFunction>;
 
 /// One parameter of an operation.
 struct Parameter {

@@ -91,6 +91,36 @@ std::vector<Operation> ConvolutionOperations() {
       LX_ENTRY(PicLocalDeviation, (LxROI<LxBW16>*, LxROI<LxBW16>*, unsigned, unsigned),
                "PicLocalDeviation (BW16)", InPlace::kNo, kSized, "Standard deviation over a box",
                {LX_ERROR_ALLOCATION_FAILED, LX_ERROR_DESTINATION_IS_SOURCE}),
+      LX_ENTRY(PicConvolKernel, (LxROI<LxBW8>*, LxROI<LxBW8>*, LxKernel*), "PicConvolKernel BW8",
+               InPlace::kNo, "source >destination kernel", "Any kernel",
+               {LX_ERROR_KERNEL_NO_DATA, LX_ERROR_UNSUPPORTED_KERNEL_SIZE,
+                LX_ERROR_DESTINATION_IS_SOURCE, LX_ERROR_ALLOCATION_FAILED}),
+      LX_ENTRY(PicConvolKernel, (LxROI<LxBW16>*, LxROI<LxBW16>*, LxKernel*), "PicConvolKernel BW16",
+               InPlace::kNo, "source >destination kernel", "Any kernel",
+               {LX_ERROR_KERNEL_NO_DATA, LX_ERROR_UNSUPPORTED_KERNEL_SIZE,
+                LX_ERROR_DESTINATION_IS_SOURCE, LX_ERROR_ALLOCATION_FAILED}),
+      LX_ENTRY(PicConvolKernel, (LxROI<LxC24>*, LxROI<LxC24>*, LxKernel*), "PicConvolKernel ( C24)",
+               InPlace::kNo, "source >destination kernel", "Any kernel",
+               {LX_ERROR_KERNEL_NO_DATA, LX_ERROR_UNSUPPORTED_KERNEL_SIZE,
+                LX_ERROR_DESTINATION_IS_SOURCE, LX_ERROR_ALLOCATION_FAILED}),
+      LX_ENTRY(
+          PicConvolSymmetricKernel, (LxROI<LxBW8>*, LxROI<LxBW8>*, LxKernel*),
+          "PicConvolSymmetricKernel", InPlace::kNo, "source >destination kernel",
+          "Symmetric kernel, from its octant",
+          {LX_ERROR_KERNEL_NO_DATA, LX_ERROR_KERNEL_RECTIFIER, LX_ERROR_UNSUPPORTED_KERNEL_SIZE,
+           LX_ERROR_DESTINATION_IS_SOURCE, LX_ERROR_ALLOCATION_FAILED}),
+      LX_ENTRY(
+          PicConvolSymmetricKernel, (LxROI<LxBW16>*, LxROI<LxBW16>*, LxKernel*),
+          "PicConvolSymmetricKernel BW16", InPlace::kNo, "source >destination kernel",
+          "Symmetric kernel, from its octant",
+          {LX_ERROR_KERNEL_NO_DATA, LX_ERROR_KERNEL_RECTIFIER, LX_ERROR_UNSUPPORTED_KERNEL_SIZE,
+           LX_ERROR_DESTINATION_IS_SOURCE, LX_ERROR_ALLOCATION_FAILED}),
+      LX_ENTRY(
+          PicConvolSymmetricKernel, (LxROI<LxC24>*, LxROI<LxC24>*, LxKernel*),
+          "PicConvolSymmetricKernel ( C24)", InPlace::kNo, "source >destination kernel",
+          "Symmetric kernel, from its octant",
+          {LX_ERROR_KERNEL_NO_DATA, LX_ERROR_KERNEL_RECTIFIER, LX_ERROR_UNSUPPORTED_KERNEL_SIZE,
+           LX_ERROR_DESTINATION_IS_SOURCE, LX_ERROR_ALLOCATION_FAILED}),
   };
 }
 

@@ -72,6 +72,8 @@ struct Binding {
       made.kind = Kind::kWordVector;
     } else if constexpr (std::is_same_v<T, LxVector*>) {
       made.kind = Kind::kVector;
+    } else if constexpr (std::is_same_v<T, LxKernel*>) {
+      made.kind = Kind::kKernel;
     } else if constexpr (std::is_same_v<T, ByteFunction>) {
       made.kind = Kind::kByteFunction;
     } else {

@@ -42,6 +42,8 @@
 #include "lxpic/colour/component.h"
 #include "lxpic/colour/lookup.h"
 #include "lxpic/convolution/filters.h"
+#include "lxpic/convolution/kernel.h"
+#include "lxpic/convolution/kernel_convolution.h"
 #include "lxpic/convolution/smoothing.h"
 #include "lxpic/point/arithmetic.h"
 #include "lxpic/point/convert.h"

@@ -6,16 +6,11 @@
 #include <cstring>
 
 #include "convolution/box_kernels.h"
-#include "foundation/neighbourhood.h"
 #include "foundation/scratch.h"
 
 namespace lx {
 
 namespace {
-
-std::size_t RoundedUp(std::size_t bytes) {
-  return (bytes + kLargestVector - 1) / kLargestVector * kLargestVector;
-}
 
 using BoxKernel = void (*)(const Window&, const BoxMemory&);
 
@@ -24,8 +19,8 @@ bool RunKernel(const Window& window, std::size_t elementBytes, std::size_t laneB
                BoxKernel kernel) {
   BoxMemory memory{};
   memory.slots = std::min(2 * window.halfY + 2, window.height);
-  memory.rowStride = RoundedUp(window.width) + kLargestVector;
-  memory.padded = RoundedUp(window.width + 2 * window.halfX) + 2 * kLargestVector;
+  memory.rowStride = ComponentStride(window, 0, 0);
+  memory.padded = ComponentStride(window, window.halfX, window.halfX);
   const std::size_t elements = window.components * memory.padded * elementBytes;
   const std::size_t prefix = (memory.padded + kLargestVector) * laneBytes;
   const std::size_t sums = window.components * memory.rowStride * sizeof(std::uint32_t);

@@ -6,18 +6,13 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "foundation/pixel_map.h"
+#include "foundation/component_rows.h"
 
 namespace lx {
 
 // A window of 2 * halfX + 1 columns and 2 * halfY + 1 rows over an image of interleaved components,
 // with edge replication.
-struct Window {
-  Rows destination;
-  Rows source;
-  std::size_t width = 0;  // pixels
-  std::size_t height = 0;
-  std::size_t components = 1;  // bytes of a colour pixel; 1 in grey images
+struct Window : ComponentImage {
   std::size_t halfX = 0;
   std::size_t halfY = 0;
 
@@ -29,12 +24,7 @@ struct Window {
 template <class T>
 Window WindowOf(const LxROI<T>* destination, const LxROI<T>* source, unsigned halfX,
                 unsigned halfY) {
-  Window made;
-  made.destination = RowsOf(destination);
-  made.source = RowsOf(source);
-  made.width = source->GetWidth();
-  made.height = source->GetHeight();
-  made.components = sizeof(T) == 3 ? 3 : 1;
+  Window made{ComponentImageOf(destination, source)};
   made.halfX = std::min<std::size_t>(halfX, made.width - 1);
   made.halfY = std::min<std::size_t>(halfY, made.height - 1);
   return made;

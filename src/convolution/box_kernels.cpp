@@ -7,40 +7,17 @@
 
 // Highway asks for this order.
 #include "convolution/prefix_sum-inl.h"
+#include "foundation/component_rows-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace lx::HWY_NAMESPACE {
 namespace {
 
-// Elements before and after a row, as many as the window reaches beyond it.
+// Source row `y` with as many elements beyond its ends as the window reaches.
 template <typename T>
-void AddMargins(const Window& window, T* padded) {
-  T* const row = padded + window.halfX;
-  std::fill(padded, row, row[0]);
-  std::fill(row + window.width, row + window.width + window.halfX, row[window.width - 1]);
-}
-
-// Source row `y` with margins, component by component.
-template <typename T>
-void LoadPadded(const Window& window, const BoxMemory& memory, std::size_t y) {
-  T* const padded = reinterpret_cast<T*>(memory.elements);
-  const T* const from = window.source.Row<const T>(y);
-  if (window.components == 1) {
-    std::memcpy(padded + window.halfX, from, window.width * sizeof(T));
-  } else if constexpr (sizeof(T) == 1) {
-    const hn::ScalableTag<T> d;
-    T* const row = padded + window.halfX;
-    ForEachColour(d, window.width, [&](std::size_t x, auto, auto colour) HWY_ATTR {
-      hn::Vec<decltype(d)> c0, c1, c2;
-      colour.Load(d, from + 3 * x, c0, c1, c2);
-      // Whole vectors: what runs over lands in the margin, which is filled afterwards.
-      hn::StoreU(c0, d, row + x);
-      hn::StoreU(c1, d, row + memory.padded + x);
-      hn::StoreU(c2, d, row + 2 * memory.padded + x);
-    });
-  }
-  for (std::size_t c = 0; c < window.components; ++c)
-    AddMargins(window, padded + c * memory.padded);
+void LoadWithMargins(const Window& window, const BoxMemory& memory, std::size_t y) {
+  T* const row = reinterpret_cast<T*>(memory.elements) + window.halfX;
+  LoadComponents(window, y, row, memory.padded, window.halfX, window.halfX);
 }
 
 struct Identity {
@@ -123,16 +100,6 @@ void StartSums(const Window& window, const BoxMemory& memory, std::uint8_t* ring
   }
 }
 
-// Rows of components to colour pixels.
-void MergeColour(const Window& window, const BoxMemory& memory, std::uint8_t* to) {
-  const hn::ScalableTag<std::uint8_t> d;
-  const std::uint8_t* const from = memory.output;
-  ForEachColour(d, window.width, [&](std::size_t x, auto, auto colour) HWY_ATTR {
-    colour.Store(d, hn::LoadU(d, from + x), hn::LoadU(d, from + memory.rowStride + x),
-                 hn::LoadU(d, from + 2 * memory.rowStride + x), to + 3 * x);
-  });
-}
-
 // (sum * reciprocal) >> 24 in 32-bit lanes; the product of a byte's window fits them.
 template <typename T>
 struct Mean {
@@ -166,10 +133,10 @@ void MeanRow(const Window& window, const BoxMemory& memory, std::size_t y, const
   const RowChange change(window, y);
   const Lane* const coming = RingRow<Lane>(window, memory, memory.ring, change.coming);
   const Lane* const going = RingRow<Lane>(window, memory, memory.ring, change.going);
-  T* const row = window.destination.Row<T>(y);
+  T* const output = reinterpret_cast<T*>(memory.output);
   for (std::size_t c = 0; c < window.components; ++c) {
     const std::size_t at = c * memory.rowStride;
-    T* const to = window.components == 1 ? row : reinterpret_cast<T*>(memory.output) + at;
+    T* const to = ComponentOutput(window, y, output, memory.rowStride, c);
     ForEachVector(d, window.width, [&](std::size_t x, auto access) HWY_ATTR {
       const auto fresh = hn::Sub(LoadSums(d, coming + at + x), LoadSums(d, going + at + x));
       const auto sum = hn::Add(hn::Load(d, memory.sums + at + x), fresh);
@@ -177,9 +144,7 @@ void MeanRow(const Window& window, const BoxMemory& memory, std::size_t y, const
       access.Store(narrow, Narrow(narrow, mean(d, sum)), to + x);
     });
   }
-  if constexpr (sizeof(T) == 1) {
-    if (window.components == 3) MergeColour(window, memory, row);
-  }
+  StoreComponents(window, y, output, memory.rowStride);
 }
 
 template <typename T, typename Lane>
@@ -188,7 +153,7 @@ void RunMean(const Window& window, const BoxMemory& memory) {
   std::size_t loaded = 0;
   const auto load = [&](std::size_t last) {
     for (; loaded <= last; ++loaded) {
-      LoadPadded<T>(window, memory, loaded);
+      LoadWithMargins<T>(window, memory, loaded);
       AddRow<T, Lane>(window, memory, memory.ring, loaded, Identity{});
     }
   };
@@ -260,7 +225,7 @@ void Deviation8(const Window& window, const BoxMemory& memory) {
   std::size_t loaded = 0;
   const auto load = [&](std::size_t last) {
     for (; loaded <= last; ++loaded) {
-      LoadPadded<std::uint8_t>(window, memory, loaded);
+      LoadWithMargins<std::uint8_t>(window, memory, loaded);
       AddRow<std::uint8_t, Lane>(window, memory, memory.ring, loaded, Identity{});
       AddRow<std::uint8_t, Lane>(window, memory, memory.squares, loaded, Square{});
     }

@@ -131,6 +131,18 @@ HWY_INLINE Neighbours<D> LoadAtBorder(D d, const hn::TFromD<D>* row, std::size_t
           Widen(d, LoadLanes(d, row + x + kStride, 0, insideRight, outside))};
 }
 
+// Asks for the bytes `distance` from `at`, which may lie outside everything, to be read or written
+// soon. Rows that are cut into strips are too short for the processor to see them coming.
+inline void PrefetchRead(const void* at, std::ptrdiff_t distance) {
+  __builtin_prefetch(reinterpret_cast<const void*>(reinterpret_cast<std::intptr_t>(at) + distance),
+                     0);
+}
+
+inline void PrefetchWrite(const void* at, std::ptrdiff_t distance) {
+  __builtin_prefetch(reinterpret_cast<const void*>(reinterpret_cast<std::intptr_t>(at) + distance),
+                     1);
+}
+
 // One pass of a rule over an image. Feed it the row before the first, the rows in order, and the
 // row after the last; each feeding writes the row before it, from the third on.
 template <typename T, std::size_t kStride, class Rule>
@@ -142,6 +154,8 @@ class Pass {
   HWY_INLINE void Start(const Neighbourhood& map, std::uint8_t* scratch) {
     width_ = map.elements;
     border_ = map.border;
+    nextSource_ = map.source.pitch;
+    nextDestination_ = map.destination.pitch;
     const PassLayout layout(map, sizeof(T), kPlanes);
     previous_ = reinterpret_cast<Wide*>(scratch);
     older_ = reinterpret_cast<Wide*>(scratch + layout.planeRow);
@@ -155,18 +169,33 @@ class Pass {
   // Where the rows go that the first two feedings write.
   T* Unused() const { return unused_; }
 
-  void Feed(const T* from, T* to) {
+  // Takes the columns first..end of a row; `first` is a multiple of the vector length, and so is
+  // `end` unless it is the width.
+  void Feed(const T* from, T* to, std::size_t first, std::size_t end) {
+    // Copies, because the compiler must take every stored byte for a change of the members.
+    const std::size_t width = width_;
+    const Border border = border_;
+    const std::ptrdiff_t nextSource = nextSource_;
+    const std::ptrdiff_t nextDestination = nextDestination_;
+    const Wide* const previous = previous_;
+    Wide* const older = older_;
     const D d;
     const std::size_t n = hn::Lanes(d);
-    std::size_t at = 0;
-    for (std::size_t x = 0; x < width_; x += n, ++at) {
-      if (x >= kStride && x + n + kStride <= width_) {
-        hn::StoreU(Step(LoadInside<kStride>(d, from + x), at), d, to + x);
-      } else {
-        const PartVector part{HWY_MIN(n, width_ - x)};
-        part.Store(d, Step(LoadAtBorder<kStride>(d, from, x, width_, border_), at), to + x);
-      }
+    std::size_t x = first;
+    const auto atBorder = [&]() HWY_ATTR {
+      const PartVector part{HWY_MIN(n, width - x)};
+      const auto pixels = LoadAtBorder<kStride>(d, from, x, width, border);
+      part.Store(d, Step(pixels, previous, older, x - first), to + x);
+      x += n;
+    };
+    while (x < HWY_MIN(end, kStride)) atBorder();
+    for (; x + n <= end && x + n + kStride <= width; x += n) {
+      const auto pixels = LoadInside<kStride>(d, from + x);
+      PrefetchRead(from + x, nextSource);
+      PrefetchWrite(to + x, nextDestination);
+      hn::StoreU(Step(pixels, previous, older, x - first), d, to + x);
     }
+    while (x < end) atBorder();
     std::swap(previous_, older_);
   }
 
@@ -177,57 +206,79 @@ class Pass {
   using Wide = hn::TFromD<W>;
   using Planes = hn::Vec<W>[kPlanes];
 
-  // The result for one vector of the row before; the planes of the older row make room for the
-  // fresh ones.
-  HWY_INLINE hn::Vec<D> Step(const Neighbours<D>& pixels, std::size_t at) const {
+  // The result for the vector of the row before at element x; its planes of the older row make room
+  // for the fresh ones.
+  static HWY_INLINE hn::Vec<D> Step(const Neighbours<D>& pixels, const Wide* previous, Wide* older,
+                                    std::size_t x) {
     const W w;
+    const Rule rule;
     Halves<D> result;
     for (std::size_t h = 0; h < kHalves; ++h) {
-      const std::size_t offset = (at * kHalves + h) * kPlanes * hn::Lanes(w);
+      const std::size_t offset = kPlanes * (x + h * hn::Lanes(w));
       Planes above, here, below;
       for (std::size_t p = 0; p < kPlanes; ++p) {
-        above[p] = hn::Load(w, older_ + offset + p * hn::Lanes(w));
-        here[p] = hn::Load(w, previous_ + offset + p * hn::Lanes(w));
+        above[p] = hn::Load(w, older + offset + p * hn::Lanes(w));
+        here[p] = hn::Load(w, previous + offset + p * hn::Lanes(w));
       }
-      rule_.Horizontal(w, pixels.left.half[h], pixels.centre.half[h], pixels.right.half[h], below);
+      rule.Horizontal(w, pixels.left.half[h], pixels.centre.half[h], pixels.right.half[h], below);
       for (std::size_t p = 0; p < kPlanes; ++p) {
-        hn::Store(below[p], w, older_ + offset + p * hn::Lanes(w));
+        hn::Store(below[p], w, older + offset + p * hn::Lanes(w));
       }
-      result.half[h] = rule_.Vertical(w, above, here, below);
+      result.half[h] = rule.Vertical(w, above, here, below);
     }
     return Join(D(), result);
   }
 
-  Rule rule_;
   std::size_t width_ = 0;
   Border border_ = Border::kReplicate;
+  std::ptrdiff_t nextSource_ = 0;
+  std::ptrdiff_t nextDestination_ = 0;
   Wide* previous_ = nullptr;  // planes of the row fed last
   Wide* older_ = nullptr;     // and of the one before
   T* unused_ = nullptr;
   T* zeros_ = nullptr;
 };
 
-// `passes` passes of a rule one after the other: a row goes through all of them while it is in the
-// cache. At step n, pass k takes row n - k, which pass k - 1 has just written.
+// Rows of planes beyond this many bytes would leave the first-level cache.
+inline constexpr std::size_t kMostRingBytes = 24576;
+
+// The columns that run together: all, unless their rows of planes are too long. A pass in place
+// cannot be cut: the columns beside the cut would have been written over.
+template <typename T, class Rule>
+HWY_INLINE std::size_t StripWidth(const Neighbourhood& map, std::size_t passes) {
+  const bool inPlace = map.source.data == map.destination.data;
+  const std::size_t bytes = 4 * Rule::kPlanes * sizeof(T) * map.elements;
+  if (inPlace || passes > 1 || bytes <= kMostRingBytes) return map.elements;
+  const std::size_t strips = (bytes + kMostRingBytes - 1) / kMostRingBytes;
+  return (map.elements / strips / kLargestVector + 1) * kLargestVector;
+}
+
+// destination = rule(3 × 3 neighbourhood of source), `passes` times over; `scratch` has PassBytes()
+// bytes for each pass. The image is not empty. A row goes through all passes while it is in the
+// cache: at step n, pass k takes row n - k, which pass k - 1 has just written.
 template <typename T, std::size_t kStride, class Rule>
 void Map3x3(const Neighbourhood& map, std::size_t passes, std::uint8_t* scratch) {
   Pass<T, kStride, Rule> chain[kMostPasses];
   for (std::size_t k = 0; k < passes; ++k) {
     chain[k].Start(map, scratch + k * PassBytes(map, sizeof(T), Rule::kPlanes));
   }
-  for (std::size_t n = 0; n < map.height + passes; ++n) {
-    for (std::size_t k = n < map.height ? 0 : n - map.height; k < passes && k <= n; ++k) {
-      auto& pass = chain[k];
-      const Rows& source = k == 0 ? map.source : map.destination;
-      const std::size_t row = n - k;
-      if (row == 0) {
-        const T* const first = source.Row<const T>(0);
-        pass.Feed(pass.Beyond(first), pass.Unused());
-        pass.Feed(first, pass.Unused());
-      } else if (row < map.height) {
-        pass.Feed(source.Row<const T>(row), map.destination.Row<T>(row - 1));
-      } else {
-        pass.Feed(pass.Beyond(source.Row<const T>(row - 1)), map.destination.Row<T>(row - 1));
+  const std::size_t strip = StripWidth<T, Rule>(map, passes);
+  for (std::size_t first = 0; first < map.elements; first += strip) {
+    const std::size_t end = HWY_MIN(map.elements, first + strip);
+    for (std::size_t n = 0; n < map.height + passes; ++n) {
+      for (std::size_t k = n < map.height ? 0 : n - map.height; k < passes && k <= n; ++k) {
+        auto& pass = chain[k];
+        const Rows& source = k == 0 ? map.source : map.destination;
+        const std::size_t row = n - k;
+        if (row == 0) {
+          const T* const top = source.Row<const T>(0);
+          pass.Feed(pass.Beyond(top), pass.Unused(), first, end);
+          pass.Feed(top, pass.Unused(), first, end);
+          continue;
+        }
+        const T* const from = row < map.height ? source.Row<const T>(row)
+                                               : pass.Beyond(source.Row<const T>(map.height - 1));
+        pass.Feed(from, map.destination.Row<T>(row - 1), first, end);
       }
     }
   }

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "foundation/pixel_map.h"
+#include "foundation/component_rows.h"
 
 namespace lx {
 
@@ -38,9 +38,6 @@ Neighbourhood NeighbourhoodOf(const LxROI<T>* destination, const LxROI<T>* sourc
   return made;
 }
 
-// The largest vector in bytes of any instruction set.
-inline constexpr std::size_t kLargestVector = 64;
-
 // The most passes that run side by side.
 inline constexpr std::size_t kMostPasses = 8;
 
@@ -51,8 +48,7 @@ struct PassLayout {
   std::size_t planeRow;
 
   PassLayout(const Neighbourhood& map, std::size_t elementBytes, std::size_t planes)
-      : row((map.elements * elementBytes + kLargestVector) / kLargestVector * kLargestVector +
-            kLargestVector),
+      : row(WholeVectors(map.elements * elementBytes) + 2 * kLargestVector),
         planeRow(2 * planes * row) {}
 };
 

@@ -4,9 +4,8 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <limits>
-#include <new>
 
+#include "base/allocate.h"
 #include "lxpic/base/errors.h"
 
 namespace lx {
@@ -17,12 +16,10 @@ template <typename T>
 class Scratch {
  public:
   explicit Scratch(std::size_t count) {
-    if (count <= std::numeric_limits<std::ptrdiff_t>::max() / sizeof(T)) {
-      data_ = static_cast<T*>(::operator new(count * sizeof(T), kAlignment, std::nothrow));
-    }
+    if (count <= PTRDIFF_MAX / sizeof(T)) data_ = static_cast<T*>(AllocateBytes(count * sizeof(T)));
     if (data_ == nullptr) LxSetError(LX_ERROR_ALLOCATION_FAILED);
   }
-  ~Scratch() { ::operator delete(data_, kAlignment); }
+  ~Scratch() { ReleaseBytes(data_); }
   Scratch(const Scratch&) = delete;
   Scratch& operator=(const Scratch&) = delete;
 
@@ -30,8 +27,6 @@ class Scratch {
   T* get() const { return data_; }
 
  private:
-  static constexpr std::align_val_t kAlignment{64};
-
   T* data_ = nullptr;
 };
 

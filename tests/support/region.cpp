@@ -5,6 +5,8 @@
 #include <array>
 #include <cstdlib>
 #include <cstring>
+#include <map>
+#include <utility>
 
 namespace lx::test {
 
@@ -52,11 +54,9 @@ constexpr std::ptrdiff_t kMargin = 64;
 
 constexpr std::size_t kCapacity = std::size_t{3} << 20;
 
-GuardedBuffer& BufferOf(std::size_t slot) {
-  static std::array<GuardedBuffer, Arena::kSlots> buffers = {
-      GuardedBuffer(kCapacity), GuardedBuffer(kCapacity), GuardedBuffer(kCapacity),
-      GuardedBuffer(kCapacity)};
-  return buffers[slot];
+const GuardedBuffer& BufferOf(std::size_t slot, GuardedEnd end) {
+  static std::map<std::pair<std::size_t, GuardedEnd>, GuardedBuffer> buffers;
+  return buffers.try_emplace({slot, end}, kCapacity, end).first->second;
 }
 
 // The foreign bytes: no two neighbours are alike, none is 0 or 255.
@@ -105,7 +105,9 @@ Owner MakeChild(Pixel pixel, LxGenericROI* parent, int x, int y, int width, int 
 std::string LayoutText(Layout layout) {
   static constexpr std::array kNames = {"tight", "padded", "odd", "negative", "child"};
   return std::string(kNames[static_cast<std::size_t>(layout.pitch)]) + "@" +
-         (layout.offset < 0 ? "guard" : std::to_string(layout.offset));
+         (layout.offset == kGuardBehind   ? "last"
+          : layout.offset == kGuardBefore ? "first"
+                                          : std::to_string(layout.offset));
 }
 
 Arena::Arena(std::size_t slot, Pixel type, int w, int h, Layout layout)
@@ -116,17 +118,20 @@ Arena::Arena(std::size_t slot, Pixel type, int w, int h, Layout layout)
   pitch = PitchBytes(layout.pitch, rowBytes);
   const std::ptrdiff_t step = std::abs(pitch);
   const std::ptrdiff_t span = wholeHeight > 0 ? step * (wholeHeight - 1) + rowBytes : 0;
-  const GuardedBuffer& buffer = BufferOf(slot);
+  const bool guardBefore = layout.offset == kGuardBefore;
+  const GuardedBuffer& buffer =
+      BufferOf(slot, guardBefore ? GuardedEnd::kFirst : GuardedEnd::kLast);
   std::uint8_t* const end = buffer.GetData() + buffer.GetSize();
-  std::ptrdiff_t slack = 0;
+  const std::ptrdiff_t lead = guardBefore ? 0 : kMargin;
+  std::ptrdiff_t slack = guardBefore ? kMargin : 0;
   if (layout.offset >= 0) {
     const auto address = reinterpret_cast<std::uintptr_t>(end - span);
-    slack = kMargin + static_cast<std::ptrdiff_t>(
-                          (address - static_cast<std::uintptr_t>(layout.offset)) % kMargin);
+    const std::uintptr_t surplus = address - static_cast<std::uintptr_t>(layout.offset);
+    slack = kMargin + static_cast<std::ptrdiff_t>(surplus % kMargin);
   }
-  size = static_cast<std::size_t>(kMargin + span + slack);
-  memory = end - size;
-  origin = kMargin + (pitch < 0 && wholeHeight > 0 ? step * (wholeHeight - 1) : 0);
+  size = static_cast<std::size_t>(lead + span + slack);
+  memory = guardBefore ? buffer.GetData() : end - size;
+  origin = lead + (pitch < 0 && wholeHeight > 0 ? step * (wholeHeight - 1) : 0);
   region = MakeRegion(parent);
   twin = MakeRegion(twinParent);
   if (!child) return;

@@ -32,11 +32,14 @@ enum class Pitch {
 inline constexpr std::array kPitches = {Pitch::kTight, Pitch::kPadded, Pitch::kOdd,
                                         Pitch::kNegative, Pitch::kChild};
 
+/// Offsets that put the last byte before, or the first byte behind an inaccessible page.
+inline constexpr int kGuardBehind = -1;
+inline constexpr int kGuardBefore = -2;
+
 /// How a region lies in memory.
 struct Layout {
   Pitch pitch = Pitch::kTight;
-  /// Address of the first byte modulo 64; -1 puts the last byte before an unmapped page.
-  int offset = -1;
+  int offset = kGuardBehind;  ///< address of the first byte modulo 64, or one of the above
 };
 std::string LayoutText(Layout layout);
 
@@ -60,8 +63,6 @@ class Arena {
   LxGenericROI* Region() const { return region.get(); }
   /// Another region object over the same pixels.
   LxGenericROI* Twin() const { return twin.get(); }
-
-  static constexpr std::size_t kSlots = 4;
 
  private:
   std::unique_ptr<LxGenericROI> MakeRegion(std::unique_ptr<LxGenericROI>& whole) const;

@@ -49,8 +49,10 @@ class Sweeper {
   void RunRandom(Size size) {
     SweepCase drawn{size, random.Pick(kContents), {}, random.Pick(kInPlaces), random.Below(2) == 0};
     for (std::size_t i = 0; i < RegionCount(operation); ++i) {
-      const int offset = random.Below(3) == 0 ? -1 : static_cast<int>(random.Below(64));
-      drawn.layouts.push_back({random.Pick(kPitches), offset});
+      const bool guarded = random.Below(2) == 0;
+      const auto offset =
+          guarded ? random.Between(kGuardBefore, kGuardBehind) : random.Between(0, 63);
+      drawn.layouts.push_back({random.Pick(kPitches), static_cast<int>(offset)});
     }
     Run(drawn);
   }

@@ -81,6 +81,7 @@ TEST_F(Batch, WrongCommandLinesAreTold) {
       "2 pic: copy: there is no image yet: write the size behind the name, for instance 'copy "
       "640x480'\n");
   EXPECT_EQ(Pic({a, "-o", Path("o.xyz")}).code, kWrongUsage);
+  EXPECT_EQ(Pic({"copy", "bw8", "4x4", "7", "-o", folder.string() + "/"}).code, kWrongUsage);
   EXPECT_EQ(Pic({a, "--nonsense"}).code, kWrongUsage);
   EXPECT_EQ(Pic({"help", "lutt"}).code, kWrongUsage);
   EXPECT_EQ(Pic({"demo", a, "-o", Path("d")}).code, kWrongUsage);

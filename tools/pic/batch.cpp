@@ -21,8 +21,8 @@ namespace fs = std::filesystem;
 // A bar on stderr, on a terminal and for several inputs only.
 class Progress {
  public:
-  explicit Progress(std::size_t inputCount)
-      : count(inputCount), shown(inputCount > 1 && isatty(STDERR_FILENO) != 0) {}
+  Progress(std::size_t inputCount, bool wanted)
+      : count(inputCount), shown(wanted && inputCount > 1 && isatty(STDERR_FILENO) != 0) {}
   ~Progress() { Clear(); }
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
@@ -48,10 +48,12 @@ bool LooksLikeFile(const std::string& word) {
   return word.find_first_of("./") != std::string::npos || fs::exists(word, ignored);
 }
 
-bool NamesFolder(const BatchOptions& options, std::size_t inputCount) {
+bool NamesFolder(const std::string& output, const std::vector<std::string>& inputs) {
+  // Without an input there is no name for a file in a folder.
+  if (inputs.front().empty()) return false;
   std::error_code ignored;
-  return options.output.ends_with('/') || fs::is_directory(options.output, ignored) ||
-         (inputCount > 1 && !HasKnownExtension(options.output));
+  return output.ends_with('/') || fs::is_directory(output, ignored) ||
+         (inputs.size() > 1 && !HasKnownExtension(output));
 }
 
 // The file in the folder for `input`, whose name it keeps as far as it can be written.
@@ -85,7 +87,7 @@ std::vector<std::string> OutputsInFolder(const std::vector<std::string>& inputs,
 std::vector<std::string> ChooseOutputs(const BatchOptions& options,
                                        const std::vector<std::string>& inputs) {
   if (options.output.empty()) return std::vector<std::string>(inputs.size());
-  if (NamesFolder(options, inputs.size())) return OutputsInFolder(inputs, options.output);
+  if (NamesFolder(options.output, inputs)) return OutputsInFolder(inputs, options.output);
   if (inputs.size() > 1) {
     throw Failure(kWrongUsage, "several images need a folder to be written to: -o FOLDER/");
   }
@@ -150,7 +152,7 @@ ExitCode RunBatch(const BatchOptions& options) {
   if (inputs.empty()) inputs.emplace_back();
   const auto outputs = ChooseOutputs(options, inputs);
   Chain chain(steps, options.repeat);
-  const Progress progress(inputs.size());
+  const Progress progress(inputs.size(), !options.time);
   ExitCode code = kFine;
   for (std::size_t i = 0; i < inputs.size(); ++i) {
     progress.Show(i, inputs[i]);
