@@ -132,15 +132,14 @@ HWY_INLINE Neighbours<D> LoadAtBorder(D d, const hn::TFromD<D>* row, std::size_t
 }
 
 // Asks for the bytes `distance` from `at`, which may lie outside everything, to be read or written
-// soon. Rows that are cut into strips are too short for the processor to see them coming.
-inline void PrefetchRead(const void* at, std::ptrdiff_t distance) {
-  __builtin_prefetch(reinterpret_cast<const void*>(reinterpret_cast<std::intptr_t>(at) + distance),
-                     0);
-}
-
-inline void PrefetchWrite(const void* at, std::ptrdiff_t distance) {
-  __builtin_prefetch(reinterpret_cast<const void*>(reinterpret_cast<std::intptr_t>(at) + distance),
-                     1);
+// soon. Rows that are cut into strips are too short for the processor to see the next one coming.
+template <bool kWrite>
+HWY_INLINE void PrefetchBytes(const void* at, std::ptrdiff_t distance, std::size_t bytes) {
+  const auto first = reinterpret_cast<std::intptr_t>(at) + distance;
+  for (std::size_t i = 0; i < bytes; i += kLargestVector) {
+    __builtin_prefetch(reinterpret_cast<const void*>(first + static_cast<std::intptr_t>(i)),
+                       kWrite);
+  }
 }
 
 // One pass of a rule over an image. Feed it the row before the first, the rows in order, and the
@@ -175,10 +174,12 @@ class Pass {
     // Copies, because the compiler must take every stored byte for a change of the members.
     const std::size_t width = width_;
     const Border border = border_;
-    const std::ptrdiff_t nextSource = nextSource_;
-    const std::ptrdiff_t nextDestination = nextDestination_;
     const Wide* const previous = previous_;
     Wide* const older = older_;
+    if (end - first < width) {
+      PrefetchBytes<false>(from + first, nextSource_, (end - first) * sizeof(T));
+      PrefetchBytes<true>(to + first, nextDestination_, (end - first) * sizeof(T));
+    }
     const D d;
     const std::size_t n = hn::Lanes(d);
     std::size_t x = first;
@@ -191,8 +192,6 @@ class Pass {
     while (x < HWY_MIN(end, kStride)) atBorder();
     for (; x + n <= end && x + n + kStride <= width; x += n) {
       const auto pixels = LoadInside<kStride>(d, from + x);
-      PrefetchRead(from + x, nextSource);
-      PrefetchWrite(to + x, nextDestination);
       hn::StoreU(Step(pixels, previous, older, x - first), d, to + x);
     }
     while (x < end) atBorder();

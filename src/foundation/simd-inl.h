@@ -111,8 +111,24 @@ class ByteTable {
       return hn::Vec<D>{_mm512_castsi512_si256(Entries(_mm512_castsi256_si512(index.raw)))};
     }
 #else
-    // Sixteen shuffles of sixteen bytes. Saturation pushes every index outside the block above
-    // 0x7F, where the shuffle gives 0.
+    if constexpr (hn::MaxLanes(d) < 16) {
+      HWY_ALIGN std::uint8_t lanes[hn::MaxLanes(d)];
+      hn::Store(index, d, lanes);
+      for (std::uint8_t& lane : lanes) lane = table_[lane];
+      return hn::Load(d, lanes);
+    } else {
+      return ShuffledEntries(d, index);
+    }
+#endif
+  }
+
+ private:
+  [[maybe_unused]] const std::uint8_t* table_;
+#if HWY_TARGET != HWY_SCALAR && HWY_TARGET != HWY_AVX3_DL
+  // Sixteen shuffles of sixteen bytes. Saturation pushes every index outside the block above 0x7F,
+  // where the shuffle gives 0.
+  template <class D>
+  HWY_INLINE hn::Vec<D> ShuffledEntries(D d, hn::Vec<D> index) const {
     const auto bias = hn::Set(d, 0x70);
     const auto step = hn::Set(d, 16);
     auto result = hn::Zero(d);
@@ -123,11 +139,9 @@ class ByteTable {
       offset = hn::Sub(offset, step);
     }
     return result;
-#endif
   }
+#endif
 
- private:
-  [[maybe_unused]] const std::uint8_t* table_;
 #if HWY_TARGET == HWY_AVX3_DL
   HWY_INLINE __m512i Entries(__m512i index) const {
     const __m512i low = _mm512_permutex2var_epi8(quarters_[0], index, quarters_[1]);

@@ -36,22 +36,22 @@ void MapMixed(const PixelMap& map, const Rule& rule) {
   }
 }
 
-template <class Rule>
+template <typename /*T*/, class Rule>
 struct OnGreyAndColour {
   static void Run(const PixelMap& map) { MapMixed<true>(map, Rule{}); }
 };
 
-template <class Rule>
+template <typename /*T*/, class Rule>
 struct OnColourAndGrey {
   static void Run(const PixelMap& map) { MapMixed<false>(map, Rule{}); }
 };
 
 bool GreyWithColour(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map) {
-  return RunImages<OnGreyAndColour>(operation, map);
+  return RunImages<OnGreyAndColour, std::uint8_t>(operation, map);
 }
 
 bool ColourWithGrey(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map) {
-  return RunImages<OnColourAndGrey>(operation, map);
+  return RunImages<OnColourAndGrey, std::uint8_t>(operation, map);
 }
 
 // destination = rule(a, b) in 16 bits; the second source, and the first one if it is of type A, is

@@ -29,8 +29,8 @@ HWY_INLINE hn::Vec<D> Ones(D d) {
   return hn::Set(d, hwy::LimitsMax<hn::TFromD<D>>());
 }
 
-// M - v by a subtraction that the compiler leaves alone: its own complement would make each vector wait for
-// the one before.
+// M - v by a subtraction that the compiler leaves alone: its own complement would make each vector
+// wait for the one before.
 template <class D, class V>
 HWY_INLINE V Complement(D d, V v) {
   return hn::SaturatedSub(Ones(d), v);

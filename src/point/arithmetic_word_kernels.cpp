@@ -14,31 +14,21 @@ namespace {
 
 using Element = std::uint16_t;
 
-template <class Rule>
-struct OnImages {
-  static void Run(const PixelMap& map) { MapTwo<Element>(map, Rule{}); }
-};
-
-template <class Rule>
-struct OnConstant {
-  static void Run(const PixelMap& map) { MapConstant<Element>(map, Rule{}); }
-};
-
 bool InvertElements(const PixelMap& map) {
   MapOne<Element>(map, Invert{});
   return true;
 }
 
 bool Images(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map) {
-  return RunImages<OnImages>(operation, map);
+  return RunImages<OnImages, Element>(operation, map);
 }
 
 bool WithConstants(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map) {
-  return RunWithConstant<OnConstant>(operation, map);
+  return RunWithConstant<OnConstant, Element>(operation, map);
 }
 
 bool ConstantsWith(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map) {
-  return RunConstantWith<OnConstant>(operation, map);
+  return RunConstantWith<OnConstant, Element>(operation, map);
 }
 
 }  // namespace

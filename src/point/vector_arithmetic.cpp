@@ -62,15 +62,10 @@ class Combiner {
     return v * c;
   }
 
-  // Shifts and the complement act on the element's bits and lose what leaves them.
-  static std::int64_t Wrapped(std::uint64_t bits) { return static_cast<T>(bits); }
-
   std::int64_t Combine(std::int64_t v, std::int64_t c) const {
-    using Bits = std::make_unsigned_t<T>;
-    const auto bits = static_cast<std::uint64_t>(static_cast<Bits>(v));
     switch (operation_) {
       case ARITH_LOGIC_INVERT:
-        return Wrapped(~bits);
+        return static_cast<T>(~v);
       case ARITH_LOGIC_ADD:
         return v + c;
       case ARITH_LOGIC_SUBTRACT:
@@ -82,9 +77,9 @@ class Combiner {
       case ARITH_LOGIC_MODULO:
         return c == 0 ? kHighest : v % c;
       case ARITH_LOGIC_SHIFT_LEFT:
-        return Wrapped(bits << c);
+        return Product(v, std::int64_t{1} << c);
       case ARITH_LOGIC_SHIFT_RIGHT:
-        return Wrapped(bits >> c);
+        return v >> c;
       case ARITH_LOGIC_AVERAGE:
         return (v + c) >> 1;
       case ARITH_LOGIC_BITWISE_AND:

@@ -2,6 +2,7 @@
 // What every operation promises about its regions and its errors.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <thread>
 
@@ -11,10 +12,12 @@
 namespace lx::test {
 namespace {
 
-// Calls check(operation, choice) for every choice of every operation that takes regions.
+// Calls check(operation, choice) for every choice of every operation that takes regions and has a
+// reference; the sweep fails for those that lack one.
 template <class Check>
 void ForEveryOperation(const Check& check) {
   for (const Operation& operation : catalogue::All()) {
+    if (FindReference(operation.signature) == nullptr) continue;
     for (const int choice : ChoicesOf(operation)) {
       SCOPED_TRACE(operation.signature + " " + catalogue::ChoiceName(choice));
       if (!TrialCall(operation, choice).regions.empty()) check(operation, choice);
@@ -23,23 +26,61 @@ void ForEveryOperation(const Check& check) {
 }
 
 bool SizesMustAgree(const Operation& operation) {
-  const Reference* const reference = FindReference(operation.signature);
-  return reference == nullptr || !reference->sizeOf;
+  return !FindReference(operation.signature)->sizeOf;
 }
 
-TEST(Contract, MissingRegion) {
+bool RefusesInPlace(const Operation& operation) {
+  const auto& codes = operation.errors;
+  return std::find(codes.begin(), codes.end(), LX_ERROR_DESTINATION_IS_SOURCE) != codes.end();
+}
+
+bool MayLackDestination(const Operation& operation) {
+  return FindReference(operation.signature)->optionalDestination;
+}
+
+TEST(Contract, UnattachedRegion) {
   ForEveryOperation([](const Operation& operation, int choice) {
-    TrialCall trial(operation, choice);
-    for (const std::size_t index : trial.regions) {
+    const TrialCall whole(operation, choice);
+    for (const std::size_t index : whole.regions) {
+      TrialCall trial(operation, choice);
       const auto unattached = MakeUnattached(operation.parameters[index].pixel);
-      const Argument region = trial.call.values[index];
-      for (LxGenericROI* const missing : {static_cast<LxGenericROI*>(nullptr), unattached.get()}) {
-        trial.call.values[index] = missing;
-        trial.Run();
-        EXPECT_EQ(trial.Refusal(LX_ERROR_ROI_NOT_ATTACHED), "") << index;
-      }
-      trial.call.values[index] = region;
+      trial.call.values[index] = unattached.get();
+      trial.Run();
+      EXPECT_EQ(trial.Refusal(LX_ERROR_ROI_NOT_ATTACHED), "") << index;
     }
+  });
+}
+
+TEST(Contract, NullRegion) {
+  ForEveryOperation([](const Operation& operation, int choice) {
+    const TrialCall whole(operation, choice);
+    for (const std::size_t index : whole.regions) {
+      const bool written = operation.parameters[index].written;
+      if (written && MayLackDestination(operation)) continue;
+      TrialCall trial(operation, choice);
+      trial.call.values[index] = static_cast<LxGenericROI*>(nullptr);
+      trial.Run();
+      EXPECT_EQ(trial.Refusal(written && RefusesInPlace(operation) ? LX_ERROR_DESTINATION_IS_SOURCE
+                                                                   : LX_ERROR_ROI_NOT_ATTACHED),
+                "")
+          << index;
+    }
+  });
+}
+
+// By memory: another region object over the same pixels is refused as well.
+TEST(Contract, DestinationThatIsTheSource) {
+  ForEveryOperation([](const Operation& operation, int choice) {
+    if (!RefusesInPlace(operation)) return;
+    TrialCall trial(operation, choice);
+    const std::size_t source = operation.SourceIndices().front();
+    const std::size_t destination = operation.DestinationIndex();
+    trial.call.values[destination] = trial.call.values[source];
+    trial.Run();
+    EXPECT_EQ(trial.Refusal(LX_ERROR_DESTINATION_IS_SOURCE), "");
+    trial.call.values[destination] = trial.Twin(source);
+    trial.Run();
+    EXPECT_EQ(trial.Refusal(LX_ERROR_DESTINATION_IS_SOURCE), "");
   });
 }
 

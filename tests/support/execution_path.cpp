@@ -37,7 +37,7 @@ const std::vector<ExecutionPath>& ExecutionPaths() {
 PathScope::PathScope(const ExecutionPath& path) : wasFast(LxGetMMX()) {
   LxSetMMX(path.fast ? 1 : 0);
   hwy::SetSupportedTargetsForTest(path.target);
-  Watch();
+  hwy::GetChosenTarget().DeInit();
 }
 
 PathScope::~PathScope() {
@@ -45,8 +45,6 @@ PathScope::~PathScope() {
   hwy::SetSupportedTargetsForTest(0);
   hwy::GetChosenTarget().DeInit();
 }
-
-void PathScope::Watch() const { hwy::GetChosenTarget().DeInit(); }
 
 bool PathScope::Dispatched() const { return hwy::GetChosenTarget().IsInitialized(); }
 

@@ -26,9 +26,7 @@ class PathScope {
   PathScope(const PathScope&) = delete;
   PathScope& operator=(const PathScope&) = delete;
 
-  /// Forgets what was dispatched so far.
-  void Watch() const;
-  /// Whether a kernel was dispatched since Watch().
+  /// Whether a kernel was dispatched in this scope.
   bool Dispatched() const;
   /// The name of the instruction set that kernels run on.
   static std::string Running();

@@ -42,6 +42,11 @@ Reference Reference::WithoutKernel(int choice) && {
   return std::move(*this);
 }
 
+Reference Reference::WithOptionalDestination() && {
+  optionalDestination = true;
+  return std::move(*this);
+}
+
 Reference Whole(std::string_view signature, PictureRule rule) {
   Reference made;
   made.signature = signature;

@@ -43,11 +43,14 @@ struct Reference {
   /// The choices that dispatch no kernel on the fast path; -1 stands for an operation without
   /// choices.
   std::vector<int> plainChoices;
+  /// A null destination is no error: the operation then works in place.
+  bool optionalDestination = false;
 
   Reference WithSizes(std::function<Size(std::size_t, Size)> sizes) &&;
   Reference WithArguments(std::function<void(Arguments&, Random&)> adjustment) &&;
   /// Has no kernel: it copies memory, or looks up or calls a function for each pixel.
   Reference WithoutKernel(int choice = -1) &&;
+  Reference WithOptionalDestination() &&;
 };
 
 /// Each destination pixel from the pixels at the same position.

@@ -34,7 +34,6 @@ struct SweepCase {
 struct SweepResult {
   std::vector<std::string> failures;  ///< the first one of each path
   bool dispatched = false;            ///< the fast path dispatched a kernel at least once
-  int cases = 0;
 };
 
 /// Sweeps one choice of the operation (-1 when it has none).

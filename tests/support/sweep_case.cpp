@@ -98,8 +98,8 @@ std::string Difference(const std::vector<std::unique_ptr<Arena>>& arenas) {
   if (LxGetTraceCount() != 0) return std::string("trace ") + LxGetTrace(0);
   for (std::size_t i = 0; i < arenas.size(); ++i) {
     const std::string found = arenas[i]->Difference();
-    if (!found.empty())
-      return std::string(i == 0 ? "destination, " : "another region, ").append(found);
+    if (found.empty()) continue;
+    return std::string(i == 0 ? "destination, " : "another region, ").append(found);
   }
   return {};
 }
@@ -122,7 +122,6 @@ std::string CaseText(const Operation& operation, const SweepCase& sweepCase,
 void RunCase(const Operation& operation, const Reference& reference, const SweepCase& sweepCase,
              Arguments& call, Random& random, SweepResult& result) {
   const auto arenas = CaseBuilder(operation, reference, sweepCase, call, random).Build();
-  ++result.cases;
   const auto& paths = ExecutionPaths();
   result.failures.resize(paths.size());
   for (std::size_t i = 0; i < paths.size(); ++i) {

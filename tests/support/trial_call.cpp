@@ -43,6 +43,11 @@ void TrialCall::Resize(std::size_t index, Size other) {
   call.values[index] = others.back().get();
 }
 
+LxGenericROI* TrialCall::Twin(std::size_t index) const {
+  const auto found = std::find(regions.begin(), regions.end(), index);
+  return arenas[static_cast<std::size_t>(found - regions.begin())]->Twin();
+}
+
 void TrialCall::Run() {
   for (const auto& arena : arenas) arena->Reset();
   operation.call(call.values);

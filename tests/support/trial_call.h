@@ -20,6 +20,8 @@ class TrialCall {
 
   /// Replaces region parameter `index` by a region of another size.
   void Resize(std::size_t index, Size size);
+  /// Another region object over the pixels of region parameter `index`.
+  LxGenericROI* Twin(std::size_t index) const;
   void Run();
   /// "" when error state and trace say that all went well and the regions are as they must be.
   std::string Failure() const;
