@@ -42,7 +42,8 @@ void SumColumns(const Window& window, const T* padded, Lane* prefix, Lane* sums,
   PrefixSums(padded, window.width + 2 * window.halfX, prefix, value);
   const hn::ScalableTag<Lane> d;
   const Lane* const end = prefix + 2 * window.halfX + 1;
-  for (std::size_t x = 0; x < window.width; x += hn::Lanes(d)) {
+  const std::size_t width = window.width;
+  for (std::size_t x = 0; x < width; x += hn::Lanes(d)) {
     hn::Store(hn::Sub(hn::LoadU(d, end + x), hn::LoadU(d, prefix + x)), d, sums + x);
   }
 }
@@ -137,10 +138,14 @@ void MeanRow(const Window& window, const BoxMemory& memory, std::size_t y, const
   for (std::size_t c = 0; c < window.components; ++c) {
     const std::size_t at = c * memory.rowStride;
     T* const to = ComponentOutput(window, y, output, memory.rowStride, c);
-    ForEachVector(d, window.width, [&](std::size_t x, auto access) HWY_ATTR {
-      const auto fresh = hn::Sub(LoadSums(d, coming + at + x), LoadSums(d, going + at + x));
-      const auto sum = hn::Add(hn::Load(d, memory.sums + at + x), fresh);
-      hn::Store(sum, d, memory.sums + at + x);
+    // Copies, because the compiler must take every stored vector for a change of the originals.
+    const Lane* const plus = coming + at;
+    const Lane* const minus = going + at;
+    std::uint32_t* const sums = memory.sums + at;
+    ForEachVector(d, window.width, [=](std::size_t x, auto access) HWY_ATTR {
+      const auto fresh = hn::Sub(LoadSums(d, plus + x), LoadSums(d, minus + x));
+      const auto sum = hn::Add(hn::Load(d, sums + x), fresh);
+      hn::Store(sum, d, sums + x);
       access.Store(narrow, Narrow(narrow, mean(d, sum)), to + x);
     });
   }
@@ -202,14 +207,16 @@ void DeviationRow(const Window& window, const BoxMemory& memory, std::size_t y) 
   std::uint8_t* const to = window.destination.Row<std::uint8_t>(y);
   const auto count = hn::Set(real, static_cast<double>(window.Count()));
   const auto divisor = hn::Set(single, static_cast<float>(window.Count()));
-  ForEachVector(d, window.width, [&](std::size_t x, auto access) HWY_ATTR {
-    const auto sum = hn::Add(hn::Load(d, memory.sums + x),
-                             hn::Sub(hn::Load(d, coming + x), hn::Load(d, going + x)));
+  std::uint32_t* const sums = memory.sums;
+  std::uint32_t* const squareSums = memory.squareSums;
+  ForEachVector(d, window.width, [=](std::size_t x, auto access) HWY_ATTR {
+    const auto sum =
+        hn::Add(hn::Load(d, sums + x), hn::Sub(hn::Load(d, coming + x), hn::Load(d, going + x)));
     const auto squares =
-        hn::Add(hn::Load(d, memory.squareSums + x),
+        hn::Add(hn::Load(d, squareSums + x),
                 hn::Sub(hn::Load(d, comingSquares + x), hn::Load(d, goingSquares + x)));
-    hn::Store(sum, d, memory.sums + x);
-    hn::Store(squares, d, memory.squareSums + x);
+    hn::Store(sum, d, sums + x);
+    hn::Store(squares, d, squareSums + x);
     // Every product is an integer that a double holds, so that only the root and the quotient
     // round.
     const auto total = ToReal(real, sum);

@@ -113,13 +113,14 @@ class Smoother {
     std::memset(row - kRadius, row[0], kRadius);
     std::memset(row + map_.elements, row[map_.elements - 1], kRadius);
     std::uint16_t* const sums = Sums(n);
+    const std::size_t width = map_.elements;
     const Words d;
-    for (std::size_t x = 0; x < map_.elements; x += hn::Lanes(d)) {
+    for (std::size_t x = 0; x < width; x += hn::Lanes(d)) {
       hn::Vec<Words> taps[kTaps];
       for (std::size_t k = 0; k < kTaps; ++k) {
         taps[k] = hn::PromoteTo(d, hn::LoadU(Bytes(), row + x + k - kRadius));
       }
-      hn::Store(rule_.Horizontal(d, taps), d, sums + x);
+      hn::Store(Rule().Horizontal(d, taps), d, sums + x);
     }
   }
 
@@ -131,14 +132,13 @@ class Smoother {
     }
     std::uint8_t* const to = map_.destination.Row<std::uint8_t>(y);
     const Words d;
-    ForEachVector(d, map_.elements, [&](std::size_t x, auto access) HWY_ATTR {
+    ForEachVector(d, map_.elements, [=](std::size_t x, auto access) HWY_ATTR {
       hn::Vec<Words> sums[kTaps];
       for (std::size_t k = 0; k < kTaps; ++k) sums[k] = hn::Load(d, rows[k] + x);
-      access.Store(Bytes(), Narrow(Bytes(), rule_.Vertical(d, sums)), to + x);
+      access.Store(Bytes(), Narrow(Bytes(), Rule().Vertical(d, sums)), to + x);
     });
   }
 
-  Rule rule_;
   const Neighbourhood& map_;
   std::size_t stride_;
   std::uint8_t* padded_;
