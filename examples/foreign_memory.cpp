@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Images over memory that belongs to somebody else, such as a camera driver.
+#include <cstddef>
 #include <cstdio>
 #include <vector>
 
@@ -9,8 +10,8 @@
 struct Frame {
   int width = 5;
   int height = 3;
-  int pitch = 8;
-  std::vector<unsigned char> bytes = std::vector<unsigned char>(8 * 3, 100);
+  std::ptrdiff_t pitch = 8;
+  std::vector<unsigned char> bytes = std::vector<unsigned char>(24, 100);
 };
 
 int main() {
@@ -22,7 +23,8 @@ int main() {
   PicGainOffset(&view, &view, 1.0F, 50.0F);
   std::printf("%d %d, padding %d\n", frame.bytes[0], frame.bytes[4], frame.bytes[5]);
 
-  unsigned char* const topRow = frame.bytes.data() + (frame.height - 1) * frame.pitch;
+  const int lastRow = frame.height - 1;
+  unsigned char* const topRow = frame.bytes.data() + lastRow * frame.pitch;
   view.Attach(topRow, frame.width, frame.height, -frame.pitch);
   std::printf("bottom left %d\n", view.GetPixel(0, 2).value);
 }

@@ -155,6 +155,8 @@ bool LxVector::Grow(int groups) {
   if (groups <= m_n32MaxGroups) return true;
   void* data = nullptr;
   if (!AllocateGroups(groups, GroupBytes(m_n32DataSize, m_n32GroupLength), data)) return false;
+  // More groups than before have storage.
+  // NOLINTNEXTLINE(clang-analyzer-core.NonNullParamChecker)
   if (m_pData != nullptr) std::memcpy(data, m_pData, GetAllocatedSize());
   lx::ReleaseBytes(m_pData);
   m_pData = data;

@@ -40,7 +40,7 @@ LxVectorTemplate<T>::~LxVectorTemplate() {
 
 template <class T>
 LxVectorTemplate<T>& LxVectorTemplate<T>::operator=(const LxVectorTemplate& other) {
-  other.InternalCopyTo(this, 0);
+  if (this != &other) other.InternalCopyTo(this, 0);
   return *this;
 }
 

@@ -7,8 +7,11 @@ namespace lx {
 
 bool Attached(std::initializer_list<LxGenericROI*> regions) {
   return std::all_of(regions.begin(), regions.end(), [](const LxGenericROI* region) {
-    if (!Require(region != nullptr, LX_ERROR_ROI_NOT_ATTACHED)) return false;
-    region->Check();
+    if (region == nullptr) {
+      LxSetError(LX_ERROR_ROI_NOT_ATTACHED);
+    } else {
+      region->Check();
+    }
     return LxGetError() == LX_OK;
   });
 }

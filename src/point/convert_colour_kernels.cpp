@@ -87,17 +87,18 @@ void ToAlpha(const PixelMap& map) {
     const auto* const from = map.sources[0].Row<const std::uint8_t>(y);
     const auto* const plane = map.sources[1].Row<const std::uint8_t>(y);
     auto* const to = map.destination.Row<std::uint8_t>(y);
-    ForEachColour(d, map.width, [&](std::size_t x, auto access, auto colour) HWY_ATTR {
-      const auto pixels = AlphaAccess(colour);
-      hn::Vec<BytesTag> c0, c1, c2, alpha;
-      if constexpr (kMerge) {
-        alpha = access.Load(d, plane + x);
-      } else {
-        pixels.Load(d, to + 4 * x, c0, c1, c2, alpha);
-      }
-      colour.Load(d, from + 3 * x, c0, c1, c2);
-      pixels.Store(d, c0, c1, c2, alpha, to + 4 * x);
-    });
+    ForEachColour(d, map.width,
+                  [&](std::size_t x, [[maybe_unused]] auto access, auto colour) HWY_ATTR {
+                    const auto pixels = AlphaAccess(colour);
+                    hn::Vec<BytesTag> c0, c1, c2, alpha;
+                    if constexpr (kMerge) {
+                      alpha = access.Load(d, plane + x);
+                    } else {
+                      pixels.Load(d, to + 4 * x, c0, c1, c2, alpha);
+                    }
+                    colour.Load(d, from + 3 * x, c0, c1, c2);
+                    pixels.Store(d, c0, c1, c2, alpha, to + 4 * x);
+                  });
   }
 }
 

@@ -22,7 +22,8 @@ std::vector<std::string> LinesOf(const std::string& command) {
   std::array<char, 4096> line{};
   while (pipe != nullptr && std::fgets(line.data(), line.size(), pipe.get()) != nullptr) {
     lines.emplace_back(line.data());
-    while (!lines.back().empty() && std::isspace(static_cast<unsigned char>(lines.back().back()))) {
+    while (!lines.back().empty() &&
+           std::isspace(static_cast<unsigned char>(lines.back().back())) != 0) {
       lines.back().pop_back();
     }
   }

@@ -35,6 +35,7 @@ T MakePixel(unsigned seed) {
 
 template <class T>
 bool SameBytes(const T& a, const T& b) {
+  // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison): two NaNs may well be the same bytes.
   return std::memcmp(&a, &b, sizeof(T)) == 0;
 }
 

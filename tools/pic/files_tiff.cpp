@@ -122,7 +122,7 @@ bool ReadThroughColour(TIFF* tiff, const Layout& layout, const ImageValue& image
   }
   const std::uint32_t* pixel = pixels.get();
   for (unsigned char* row : Rows(image)) {
-    for (std::uint32_t x = 0; x < layout.width; ++x, ++pixel) {
+    for (std::size_t x = 0; x < layout.width; ++x, ++pixel) {
       if (image.PixelType() == Pixel::kBW8) {
         row[x] = static_cast<unsigned char>(TIFFGetG(*pixel));
         continue;

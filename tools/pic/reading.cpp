@@ -21,7 +21,7 @@ Call Reading::Run() {
     call.values.push_back(ReadParameter(i));
   }
   if (next < words.size() && !context.startsStep(words[next])) {
-    if (unreadable) throw *unreadable;
+    if (unreadable) throw Failure(*unreadable);
     throw Failure(kWrongUsage, "'" + words[next] + "' is one word too many" +
                                    Suggestion(words[next], OperationNames()));
   }

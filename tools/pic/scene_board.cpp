@@ -93,7 +93,8 @@ void DrawConnector(Scene& scene, double left, double top, int pins) {
   cairo_rectangle(scene.Cairo(), frame.x, frame.y, frame.width, frame.height);
   scene.Stroke(kSilk, 4);
   for (int i = 0; i < 2 * pins; ++i) {
-    const double x = left + (i / 2) * kPitch;
+    const int column = i / 2;
+    const double x = left + column * kPitch;
     const double y = top + (i % 2) * kPitch;
     scene.Disk(x, y, 14, kGold);
     scene.Disk(x, y, 7, kBody);

@@ -19,8 +19,10 @@ constexpr Colour kWarning{0.90, 0.60, 0.05};
 constexpr std::uint64_t kCodeSeed = 20240;
 
 void DrawBelt(Scene& scene) {
-  for (double y = -Scene::kHeight; y < 2 * Scene::kHeight; y += 34) {
-    scene.Rectangle({-Scene::kWidth, y, 3 * Scene::kWidth, 4}, kBeltRib);
+  constexpr int kPitch = 34;
+  constexpr int kHeight = static_cast<int>(Scene::kHeight);
+  for (int y = -kHeight; y < 2 * kHeight; y += kPitch) {
+    scene.Rectangle({-Scene::kWidth, static_cast<double>(y), 3 * Scene::kWidth, 4}, kBeltRib);
   }
 }
 

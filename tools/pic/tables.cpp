@@ -107,7 +107,8 @@ std::vector<unsigned> ReadTable(const std::string& word, std::size_t size, unsig
   const std::size_t colon = word.find(':');
   const auto* const found =
       std::find_if(kTables.begin(), kTables.end(), [&](const NamedTable& each) {
-        return each.name == word.substr(0, colon) && each.hasArgument == (colon != word.npos);
+        return each.name == word.substr(0, colon) &&
+               each.hasArgument == (colon != std::string::npos);
       });
   if (found == kTables.end()) return ReadTableFile(word, maximum);
   if (!found->hasArgument) return MakeTable(*found, 0, size, maximum);
@@ -120,11 +121,11 @@ std::vector<unsigned> ReadTable(const std::string& word, std::size_t size, unsig
 
 std::shared_ptr<LxVector> ReadVector(const std::string& word) {
   const std::size_t colon = word.find(':');
-  const std::string typeName = colon == word.npos ? "s32" : word.substr(0, colon);
+  const std::string typeName = colon == std::string::npos ? "s32" : word.substr(0, colon);
   const auto* const type = std::find_if(kElementTypes.begin(), kElementTypes.end(),
                                         [&](const auto& each) { return each.name == typeName; });
   const auto numbers =
-      ReadNumbers(std::string_view(word).substr(colon == word.npos ? 0 : colon + 1));
+      ReadNumbers(std::string_view(word).substr(colon == std::string::npos ? 0 : colon + 1));
   if (type == kElementTypes.end() || !numbers) {
     throw Failure(kWrongUsage, "'" + word + "' is not a vector like 1,2,3 or u8:1,2,3");
   }
