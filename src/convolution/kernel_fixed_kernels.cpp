@@ -60,7 +60,9 @@ class Sums32 {
   HWY_INLINE hn::Vec<hn::Rebind<T, D>> Finish(D d, hn::Vec<D> sum) const {
     auto v = hn::ShiftRightSame(sum, kernel_.fraction);
     if (kernel_.absolute) v = hn::Abs(v);
-    return hn::DemoteTo(hn::Rebind<T, D>(), hn::Max(v, hn::Zero(d)));
+    // The conversion saturates only what fits 16 bits.
+    v = hn::Min(hn::Max(v, hn::Zero(d)), hn::Set(d, hwy::LimitsMax<T>()));
+    return hn::DemoteTo(hn::Rebind<T, D>(), v);
   }
 
   const FixedKernel& kernel_;

@@ -165,6 +165,13 @@ class Pass {
 
   // What stands for the row beyond a border row.
   const T* Beyond(const T* row) const { return border_ == Border::kReplicate ? row : zeros_; }
+  // The same below the last row, which is written while it is fed in place of the row beyond: a
+  // copy.
+  const T* BeyondLast(const T* row) const {
+    if (border_ == Border::kZero) return zeros_;
+    std::memcpy(unused_, row, width_ * sizeof(T));
+    return unused_;
+  }
   // Where the rows go that the first two feedings write.
   T* Unused() const { return unused_; }
 
@@ -275,8 +282,9 @@ void Map3x3(const Neighbourhood& map, std::size_t passes, std::uint8_t* scratch)
           pass.Feed(top, pass.Unused(), first, end);
           continue;
         }
-        const T* const from = row < map.height ? source.Row<const T>(row)
-                                               : pass.Beyond(source.Row<const T>(map.height - 1));
+        const T* const from = row < map.height
+                                  ? source.Row<const T>(row)
+                                  : pass.BeyondLast(source.Row<const T>(map.height - 1));
         pass.Feed(from, map.destination.Row<T>(row - 1), first, end);
       }
     }
