@@ -2,6 +2,7 @@
 #include "tools/pic/demo.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <set>
 
