@@ -189,19 +189,16 @@ class Pass {
     }
     const D d;
     const std::size_t n = hn::Lanes(d);
-    std::size_t x = first;
-    const auto atBorder = [&]() HWY_ATTR {
-      const PartVector part{HWY_MIN(n, width - x)};
-      const auto pixels = LoadAtBorder<kStride>(d, from, x, width, border);
-      part.Store(d, Step(pixels, previous, older, x - first), to + x);
-      x += n;
-    };
-    while (x < HWY_MIN(end, kStride)) atBorder();
-    for (; x + n <= end && x + n + kStride <= width; x += n) {
-      const auto pixels = LoadInside<kStride>(d, from + x);
-      hn::StoreU(Step(pixels, previous, older, x - first), d, to + x);
+    const std::size_t inside = width < kStride ? 0 : width - kStride;
+    for (std::size_t x = first; x < end; x += n) {
+      if (x >= kStride && x + n <= inside) {
+        hn::StoreU(Step(LoadInside<kStride>(d, from + x), previous, older, x - first), d, to + x);
+      } else {
+        const auto pixels = LoadAtBorder<kStride>(d, from, x, width, border);
+        const PartVector part{HWY_MIN(n, width - x)};
+        part.Store(d, Step(pixels, previous, older, x - first), to + x);
+      }
     }
-    while (x < end) atBorder();
     std::swap(previous_, older_);
   }
 
