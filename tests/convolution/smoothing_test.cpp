@@ -3,10 +3,9 @@
 
 #include <vector>
 
-#include "base/outcome.h"
 #include "convolution/chosen_case.h"
+#include "convolution/failing.h"
 #include "convolution/filled.h"
-#include "support/allocation_failure.h"
 
 namespace lx::test {
 namespace {
@@ -64,29 +63,24 @@ TEST(Smoothing, FailingStepsAreTraced) {
   Filled<LxBW8> result(6, 6, 9);
   Filled<LxBW16> deep(6, 6, 9);
   Filled<LxC24> colour(6, 6, {9, 8, 7});
-  const auto outcome = [](const auto& call) {
-    const FailAllocation guard(0);
-    call();
-    EXPECT_TRUE(guard.Fired());
-    return TakeOutcome();
-  };
-  EXPECT_EQ(outcome([&] { PicConvolUniform(&grey, &grey, 1, 0); }),
+  EXPECT_EQ(FailingOutcome([&] { PicConvolUniform(&grey, &grey, 1, 0); }),
             "1303 PicConvolUniformX (BW8) < PicConvolUniform");
-  EXPECT_EQ(outcome([&] { PicConvolUniform(&deep, &deep, 0, 1); }),
+  EXPECT_EQ(FailingOutcome([&] { PicConvolUniform(&deep, &deep, 0, 1); }),
             "1303 ConvolUniformY (BW16) < PicConvolUniform (BW16)");
-  EXPECT_EQ(outcome([&] { PicLocalAverage(&deep, &deep, 1); }),
+  EXPECT_EQ(FailingOutcome([&] { PicLocalAverage(&deep, &deep, 1); }),
             "1303 PicConvolUniform3x3 (BW16) < PicLocalAverage (BW16)");
-  EXPECT_EQ(outcome([&] { PicConvolUniform(&colour, &colour, 1, 0); }),
+  EXPECT_EQ(FailingOutcome([&] { PicConvolUniform(&colour, &colour, 1, 0); }),
             "1303 PicConvolUniformX (BW8) < PicConvolUniform ( C24)");
-  EXPECT_EQ(outcome([&] { PicConvolGaussian(&grey, &grey, 2, 0); }),
+  EXPECT_EQ(FailingOutcome([&] { PicConvolGaussian(&grey, &grey, 2, 0); }),
             "1303 PicConvolGaussianX (BW8) < PicConvolGaussian");
-  EXPECT_EQ(outcome([&] { PicConvolGaussian(&deep, &deep, 0, 2); }),
+  EXPECT_EQ(FailingOutcome([&] { PicConvolGaussian(&deep, &deep, 0, 2); }),
             "1303 PicConvolGaussianY (BW16) < PicConvolGaussian (BW16)");
-  EXPECT_EQ(outcome([&] { PicConvolGaussian(&colour, &colour, 3); }),
+  EXPECT_EQ(FailingOutcome([&] { PicConvolGaussian(&colour, &colour, 3); }),
             "1303 PicConvolGaussian3x3 (BW8) < PicConvolGaussian ( C24)");
-  EXPECT_EQ(outcome([&] { PicConvolUniform(&grey, &result, 2); }), "1303 PicConvolUniform");
-  EXPECT_EQ(outcome([&] { PicLocalDeviation(&grey, &result, 2); }), "1303 PicLocalDeviation");
-  EXPECT_EQ(outcome([&] { PicConvolUniform5x5(&grey, &result); }), "1303 ConvolUniform5x5");
+  EXPECT_EQ(FailingOutcome([&] { PicConvolUniform(&grey, &result, 2); }), "1303 PicConvolUniform");
+  EXPECT_EQ(FailingOutcome([&] { PicLocalDeviation(&grey, &result, 2); }),
+            "1303 PicLocalDeviation");
+  EXPECT_EQ(FailingOutcome([&] { PicConvolUniform5x5(&grey, &result); }), "1303 ConvolUniform5x5");
 }
 
 // Passes run in batches, and now and then one looks whether there is still something to do.
