@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Smoothing of any size, and the local deviation.
+#include <array>
 #include <cmath>
 
 #include "convolution/replicated.h"
