@@ -27,10 +27,10 @@ std::string CaseFailure(const Operation& operation, Arguments& call, Size size, 
   return failures;
 }
 
-std::string NumbersFailure(const Operation& operation, std::initializer_list<double> numbers,
+std::string NumbersFailure(const Operation& operation, const std::vector<double>& numbers,
                            Size size, Content content, InPlace inPlace) {
   Arguments call(operation);
-  std::copy(numbers.begin(), numbers.end(), call.values.end() - numbers.size());
+  std::copy(numbers.rbegin(), numbers.rend(), call.values.rbegin());
   return CaseFailure(operation, call, size, content, inPlace);
 }
 

@@ -2,9 +2,9 @@
 // Single cases of the sweep, for arguments and sizes that it does not draw.
 #pragma once
 
-#include <initializer_list>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "support/sweep.h"
 
@@ -18,7 +18,7 @@ std::string CaseFailure(const Operation& operation, Arguments& call, Size size,
                         Content content = Content::kNoise, InPlace inPlace = InPlace::kNone);
 
 /// The same with numbers for the last parameters.
-std::string NumbersFailure(const Operation& operation, std::initializer_list<double> numbers,
+std::string NumbersFailure(const Operation& operation, const std::vector<double>& numbers,
                            Size size, Content content = Content::kNoise,
                            InPlace inPlace = InPlace::kNone);
 

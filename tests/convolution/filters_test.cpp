@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
-#include "base/outcome.h"
+#include "convolution/failing.h"
 #include "convolution/filled.h"
-#include "support/allocation_failure.h"
 
 namespace lx::test {
 namespace {
@@ -79,15 +78,12 @@ TEST(Filters, RobertsNeedsADestinationUnlessItFiltersColours) {
 TEST(Filters, TheOneAllocationFails) {
   Filled<LxBW8> grey(4, 4, 9);
   Filled<LxC24> colour(4, 4, {9, 8, 7});
-  const auto outcome = [](const auto& call) {
-    const FailAllocation guard(0);
-    call();
-    EXPECT_TRUE(guard.Fired());
-    return TakeOutcome();
-  };
-  EXPECT_EQ(outcome([&] { PicConvolGradientY(&grey, &grey); }), "1303 ConvolGradientY (BW8)");
-  EXPECT_EQ(outcome([&] { PicConvolLowpass1(&grey, &grey); }), "1303 PicConvolLowpass1 (BW8)");
-  EXPECT_EQ(outcome([&] { PicConvolSobel(&colour, nullptr); }), "1303 PicConvolSobel ( C24)");
+  EXPECT_EQ(FailingOutcome([&] { PicConvolGradientY(&grey, &grey); }),
+            "1303 ConvolGradientY (BW8)");
+  EXPECT_EQ(FailingOutcome([&] { PicConvolLowpass1(&grey, &grey); }),
+            "1303 PicConvolLowpass1 (BW8)");
+  EXPECT_EQ(FailingOutcome([&] { PicConvolSobel(&colour, nullptr); }),
+            "1303 PicConvolSobel ( C24)");
 }
 
 }  // namespace

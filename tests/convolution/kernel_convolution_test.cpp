@@ -3,10 +3,9 @@
 
 #include <limits>
 
-#include "base/outcome.h"
 #include "convolution/chosen_case.h"
+#include "convolution/failing.h"
 #include "convolution/filled.h"
-#include "support/allocation_failure.h"
 #include "support/kernels.h"
 
 namespace lx::test {
@@ -227,22 +226,24 @@ TEST(KernelConvolution, FailingAllocationsAreTracedFromTheWorker) {
   Engine<LxBW8> grey;
   Engine<LxBW16> deep;
   Engine<LxC24> colour;
-  const auto failing = [](auto& engine, LxKernel* kernel, bool symmetric) {
-    const FailAllocation guard(0);
-    auto* const to = &engine.destination;
-    std::string outcome = symmetric ? engine.Symmetric(to, kernel) : engine.General(to, kernel);
-    EXPECT_TRUE(guard.Fired());
-    return outcome;
-  };
-  EXPECT_EQ(failing(grey, large.get(), false), "1303 ConvolKernel5x5 < PicConvolKernel BW8");
-  EXPECT_EQ(failing(grey, real.get(), false), "1303 PicConvolKernel BW8");
-  EXPECT_EQ(failing(deep, widest.get(), false), "1303 ConvolKernel7x7 BW16 < PicConvolKernel BW16");
-  EXPECT_EQ(failing(colour, large.get(), false),
-            "1303 ConvolKernel5x5 < PicConvolKernel BW8 < PicConvolKernel ( C24)");
-  EXPECT_EQ(failing(grey, large.get(), true), "1303 ConvolKernelS5xS5 < PicConvolSymmetricKernel");
-  EXPECT_EQ(failing(deep, widest.get(), true),
+  EXPECT_EQ(FailingOutcome([&] { PicConvolKernel(&grey.source, &grey.destination, large.get()); }),
+            "1303 ConvolKernel5x5 < PicConvolKernel BW8");
+  EXPECT_EQ(FailingOutcome([&] { PicConvolKernel(&grey.source, &grey.destination, real.get()); }),
+            "1303 PicConvolKernel BW8");
+  EXPECT_EQ(FailingOutcome([&] { PicConvolKernel(&deep.source, &deep.destination, widest.get()); }),
+            "1303 ConvolKernel7x7 BW16 < PicConvolKernel BW16");
+  EXPECT_EQ(
+      FailingOutcome([&] { PicConvolKernel(&colour.source, &colour.destination, large.get()); }),
+      "1303 ConvolKernel5x5 < PicConvolKernel BW8 < PicConvolKernel ( C24)");
+  EXPECT_EQ(FailingOutcome(
+                [&] { PicConvolSymmetricKernel(&grey.source, &grey.destination, large.get()); }),
+            "1303 ConvolKernelS5xS5 < PicConvolSymmetricKernel");
+  EXPECT_EQ(FailingOutcome(
+                [&] { PicConvolSymmetricKernel(&deep.source, &deep.destination, widest.get()); }),
             "1303 ConvolKernelS7xS7 (BW16) < PicConvolSymmetricKernel BW16");
-  EXPECT_EQ(failing(colour, widest.get(), true),
+  EXPECT_EQ(FailingOutcome([&] {
+              PicConvolSymmetricKernel(&colour.source, &colour.destination, widest.get());
+            }),
             "1303 ConvolKernelS7xS7 < PicConvolSymmetricKernel < PicConvolSymmetricKernel ( C24)");
 }
 

@@ -6,9 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "base/outcome.h"
+#include "convolution/failing.h"
 #include "lxpic/lxpic.h"
-#include "support/allocation_failure.h"
 
 namespace lx::test {
 namespace {
@@ -225,48 +224,43 @@ TEST(Kernel, CopiesAreDeep) {
 
 TEST(Kernel, FailingAllocations) {
   const auto live = LiveAllocations();
-  const auto fails = [](const auto& call) {
-    const FailAllocation guard(0);
-    call();
-    EXPECT_TRUE(guard.Fired());
-    return TakeOutcome();
-  };
   {
     LxKernel kernel(KERNEL_SOBEL_X);
     const auto expectEmpty = [](LxKernel& of) {
       EXPECT_EQ(of.GetDataPtr(), nullptr);
       EXPECT_EQ(of.GetAllocatedSize(), 0U);
     };
-    EXPECT_EQ(fails([&] { LxKernel made(2, 2, 1, 0, 2, 0); }), "1303 LxKernel::LxKernel");
-    EXPECT_EQ(fails([&] { LxKernel made(KERNEL_SOBEL_X); }), "1303 LxKernel::SetKernel");
-    EXPECT_EQ(fails([&] { LxKernel made(kernel); }), "1303 LxKernel::LxKernel");
+    EXPECT_EQ(FailingOutcome([&] { LxKernel made(2, 2, 1, 0, 2, 0); }), "1303 LxKernel::LxKernel");
+    EXPECT_EQ(FailingOutcome([&] { LxKernel made(KERNEL_SOBEL_X); }), "1303 LxKernel::SetKernel");
+    EXPECT_EQ(FailingOutcome([&] { LxKernel made(kernel); }), "1303 LxKernel::LxKernel");
     LxKernel assigned;
-    EXPECT_EQ(fails([&] { assigned = kernel; }), "1303 LxKernel::operator=");
+    EXPECT_EQ(FailingOutcome([&] { assigned = kernel; }), "1303 LxKernel::operator=");
     expectEmpty(assigned);
-    EXPECT_EQ(fails([&] { assigned.SetKernelData(1, 2, 3, 4, 5, 6, 7, 8, 9); }),
+    EXPECT_EQ(FailingOutcome([&] { assigned.SetKernelData(1, 2, 3, 4, 5, 6, 7, 8, 9); }),
               "1303 LxKernel::SetKernelData 3x3");
-    EXPECT_EQ(fails([&] {
+    EXPECT_EQ(FailingOutcome([&] {
                 kernel.SetKernelData(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18,
                                      19, 20, 21, 22, 23, 24, 25);
               }),
               "1303 LxKernel::SetKernelData 5x5");
     expectEmpty(kernel);
-    EXPECT_EQ(fails([&] {
+    EXPECT_EQ(FailingOutcome([&] {
                 kernel.SetKernelData(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18,
                                      19, 20, 21, 22, 23, 24, 25, 26, 27, 28, 29, 30, 31, 32, 33, 34,
                                      35, 36, 37, 38, 39, 40, 41, 42, 43, 44, 45, 46, 47, 48, 49);
               }),
               "1303 LxKernel::SetKernelData 7x7");
     kernel.SetKernel(KERNEL_SOBEL_X);
-    EXPECT_EQ(fails([&] { kernel.SetSizeX(5); }),
+    EXPECT_EQ(FailingOutcome([&] { kernel.SetSizeX(5); }),
               "1303 LxKernel::SetAllocatedSize < LxKernel::SetSizeX");
     EXPECT_EQ(kernel.GetSizeX(), 3);
     expectEmpty(kernel);
     kernel.SetKernel(KERNEL_SOBEL_X);
-    EXPECT_EQ(fails([&] { kernel.SetSizeY(5); }),
+    EXPECT_EQ(FailingOutcome([&] { kernel.SetSizeY(5); }),
               "1303 LxKernel::SetAllocatedSize < LxKernel::SetSizeY");
     EXPECT_EQ(kernel.GetSizeY(), 3);
-    EXPECT_EQ(fails([&] { kernel.SetAllocatedSize(1); }), "1303 LxKernel::SetAllocatedSize");
+    EXPECT_EQ(FailingOutcome([&] { kernel.SetAllocatedSize(1); }),
+              "1303 LxKernel::SetAllocatedSize");
   }
   EXPECT_EQ(LiveAllocations(), live);
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Smoothing of any size, and the local deviation.
+#include <array>
 #include <cmath>
 
 #include "convolution/replicated.h"
@@ -157,11 +158,11 @@ void Deviation(const Arguments& call, const std::vector<Picture>& sources,
 void DrawBox(Arguments& call, Random& random) {
   static constexpr std::array<std::uint32_t, 16> kHalves = {
       0, 0, 1, 1, 1, 2, 3, 4, 7, 12, 50, 128, 129, 300, 0xFFFFFFFE, kSameAsX};
-  for (const std::size_t i : {2, 3}) call.values[i] = static_cast<double>(random.Pick(kHalves));
+  for (const std::size_t i : {2U, 3U}) call.values[i] = static_cast<double>(random.Pick(kHalves));
 }
 
 void DrawPasses(Arguments& call, Random& random) {
-  for (const std::size_t i : {2, 3}) call.values[i] = static_cast<double>(random.Between(0, 12));
+  for (const std::size_t i : {2U, 3U}) call.values[i] = static_cast<double>(random.Between(0, 12));
   if (random.Below(3) == 0) call.values[3] = static_cast<double>(kSameAsX);
 }
 
