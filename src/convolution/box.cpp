@@ -22,7 +22,8 @@ bool RunKernel(const Window& window, std::size_t elementBytes, std::size_t laneB
   memory.rowStride = ComponentStride(window, 0, 0);
   memory.padded = ComponentStride(window, window.halfX, window.halfX);
   const std::size_t elements = window.components * memory.padded * elementBytes;
-  const std::size_t prefix = (memory.padded + kLargestVector) * laneBytes;
+  const std::size_t prefix =
+      WholeVectors((memory.padded + kLargestVector) * laneBytes) + kLargestVector;
   const std::size_t sums = window.components * memory.rowStride * sizeof(std::uint32_t);
   const std::size_t ring = memory.slots * window.components * memory.rowStride * laneBytes;
   const std::size_t output = window.components * memory.rowStride * elementBytes;
@@ -36,7 +37,8 @@ bool RunKernel(const Window& window, std::size_t elementBytes, std::size_t laneB
     return part;
   };
   memory.elements = take(elements);
-  memory.prefix = take(prefix);
+  // The sums up to each element, which follow the first entry, start at a vector.
+  memory.prefix = take(prefix) + kLargestVector - laneBytes;
   memory.output = take(output);
   memory.ring = take(ring);
   memory.sums = reinterpret_cast<std::uint32_t*>(take(sums));
