@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // A filter of one's own.
 #include <cstdio>
+#include <initializer_list>
 
 #include "lxpic/lxpic.h"
 
