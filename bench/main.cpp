@@ -105,11 +105,11 @@ int Run(const Options& options) {
   int slower = 0;
   int rows = 0;
   for (const Operation& operation : catalogue::All()) {
-    for (const int choice : test::ChoicesOf(operation)) {
+    for (const Form& form : FormsOf(operation)) {
       for (const std::string& size : options.sizes) {
         const auto [width, height] = ParseSize(size);
-        if (!std::regex_search(Subject(operation, choice, 0, 0).Name(), filter)) continue;
-        const Subject subject(operation, choice, width, height);
+        if (!std::regex_search(Subject(operation, form, 0, 0).Name(), filter)) continue;
+        const Subject subject(operation, form, width, height);
         if (!Works(subject)) continue;
         const Row row = Time(subject, size, options.seconds);
         Print(row);

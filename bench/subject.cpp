@@ -20,9 +20,20 @@ void FillWithNoise(LxGenericROI& image, test::Random& random) {
 
 }  // namespace
 
-Subject::Subject(const Operation& described, int selected, int w, int h)
-    : operation(&described), choice(selected), width(w), height(h), call(described) {
-  if (choice >= 0) call.SetChoice(choice);
+std::vector<Form> FormsOf(const Operation& operation) {
+  std::vector<Form> forms = ConvolutionForms(operation);
+  if (!forms.empty()) return forms;
+  for (const int choice : test::ChoicesOf(operation)) {
+    forms.push_back({choice < 0 ? "" : catalogue::ChoiceName(choice), choice, {}, {}});
+  }
+  return forms;
+}
+
+Subject::Subject(const Operation& described, const Form& selected, int w, int h)
+    : operation(&described), form(selected), width(w), height(h), call(described) {
+  if (form.choice >= 0) call.SetChoice(form.choice);
+  std::copy(form.numbers.rbegin(), form.numbers.rend(), call.values.rbegin());
+  if (form.kernel != nullptr) call.values.back() = form.kernel.get();
   test::Random random(described.signature);
   for (std::size_t i = 0; i < described.parameters.size(); ++i) {
     const catalogue::Parameter& parameter = described.parameters[i];
@@ -31,11 +42,12 @@ Subject::Subject(const Operation& described, int selected, int w, int h)
     FillWithNoise(*images.back(), random);
     call.values[i] = images.back().get();
   }
+  if (form.inPlace) call.values[described.SourceIndices().front()] = images.back().get();
 }
 
 std::string Subject::Name() const {
   std::string name = operation->signature;
-  if (choice >= 0) name.append(" ").append(catalogue::ChoiceName(choice));
+  if (!form.label.empty()) name.append(" ").append(form.label);
   return name;
 }
 

@@ -14,7 +14,8 @@ struct Target {
 /// The subject's target at its size; 0 when it has none.
 double TargetOf(const Subject& subject);
 
-/// The targets of the pixel operations; {0, 0} when there is none.
+/// The families' targets; {0, 0} when there is none.
 Target PointTarget(const Subject& subject);
+Target ConvolutionTarget(const Subject& subject);
 
 }  // namespace lx::bench

@@ -64,18 +64,11 @@ Target PointTarget(const Subject& subject) {
   if (!arithmetic || !IsUniform(subject)) return {0, 0};
   for (const ChoiceRow& row : kCostly) {
     const auto& choices = row.choices;
-    if (std::find(choices.begin(), choices.end(), subject.choice) != choices.end()) {
+    if (std::find(choices.begin(), choices.end(), subject.form.choice) != choices.end()) {
       return row.target;
     }
   }
   return subject.Images(false).size() < 2 ? kOneImage : kTwoImages;
-}
-
-double TargetOf(const Subject& subject) {
-  const Target target = PointTarget(subject);
-  if (subject.width == 640 && subject.height == 480) return target.computing;
-  if (subject.width == 1920 && subject.height == 1080) return target.memory;
-  return 0;
 }
 
 }  // namespace lx::bench

@@ -6,16 +6,16 @@ namespace lx::catalogue {
 namespace {
 
 // The three overloads of a filter from a source to a destination.
-#define LX_FILTER_ENTRIES(function, bw8Trace, bw16Trace, greyInPlace, summary)                    \
-  LX_ENTRY(function, (LxROI<LxBW8>*, LxROI<LxBW8>*), bw8Trace, greyInPlace, kParameters, summary, \
-           {LX_ERROR_ALLOCATION_FAILED}),                                                         \
-      LX_ENTRY(function, (LxROI<LxBW16>*, LxROI<LxBW16>*), bw16Trace, greyInPlace, kParameters,   \
+#define LX_FILTER_ENTRIES(function, bw8Trace, bw16Trace, summary)                                 \
+  LX_ENTRY(function, (LxROI<LxBW8>*, LxROI<LxBW8>*), bw8Trace, InPlace::kYes, kParameters,        \
+           summary, {LX_ERROR_ALLOCATION_FAILED}),                                                \
+      LX_ENTRY(function, (LxROI<LxBW16>*, LxROI<LxBW16>*), bw16Trace, InPlace::kYes, kParameters, \
                summary, {LX_ERROR_ALLOCATION_FAILED}),                                            \
       LX_ENTRY(function, (LxROI<LxC24>*, LxROI<LxC24>*), #function " ( C24)", InPlace::kYes,      \
                kParameters, summary, {LX_ERROR_ALLOCATION_FAILED})
 
 #define LX_FILTER(function, summary) \
-  LX_FILTER_ENTRIES(function, #function " (BW8)", #function " (BW16)", InPlace::kYes, summary)
+  LX_FILTER_ENTRIES(function, #function " (BW8)", #function " (BW16)", summary)
 
 constexpr const char* kParameters = "source >destination";
 constexpr const char* kSized = "source >destination half-x=2:0..50 half-y=4294967295:0..50";
@@ -41,10 +41,16 @@ std::vector<Operation> ConvolutionOperations() {
       LX_FILTER(PicConvolLowpass3, "Binomial smoothing"),
       LX_FILTER(PicConvolGradientX, "Difference of the neighbours in the row"),
       LX_FILTER_ENTRIES(PicConvolGradientY, "ConvolGradientY (BW8)", "ConvolGradientY (BW16)",
-                        InPlace::kYes, "Difference of the neighbours in the column"),
+                        "Difference of the neighbours in the column"),
       LX_FILTER(PicConvolGradient, "Sum of both differences"),
-      LX_FILTER_ENTRIES(PicConvolRoberts, "PicConvolRoberts", "PicConvolRoberts (BW16)",
-                        InPlace::kNo, "Roberts cross"),
+      LX_ENTRY(PicConvolRoberts, (LxROI<LxBW8>*, LxROI<LxBW8>*), "PicConvolRoberts", InPlace::kNo,
+               kParameters, "Roberts cross",
+               {LX_ERROR_DESTINATION_IS_SOURCE, LX_ERROR_ALLOCATION_FAILED}),
+      LX_ENTRY(PicConvolRoberts, (LxROI<LxBW16>*, LxROI<LxBW16>*), "PicConvolRoberts (BW16)",
+               InPlace::kNo, kParameters, "Roberts cross",
+               {LX_ERROR_DESTINATION_IS_SOURCE, LX_ERROR_ALLOCATION_FAILED}),
+      LX_ENTRY(PicConvolRoberts, (LxROI<LxC24>*, LxROI<LxC24>*), "PicConvolRoberts ( C24)",
+               InPlace::kYes, kParameters, "Roberts cross", {LX_ERROR_ALLOCATION_FAILED}),
       LX_ENTRY(PicConvolUniform3x3, (LxROI<LxBW8>*, LxROI<LxBW8>*), "PicConvolUniform3x3 (BW8)",
                InPlace::kYes, kParameters, "Mean of nine", {LX_ERROR_ALLOCATION_FAILED}),
       LX_ENTRY(PicConvolGaussian3x3, (LxROI<LxBW8>*, LxROI<LxBW8>*), "PicConvolGaussian3x3 (BW8)",

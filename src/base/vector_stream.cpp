@@ -11,7 +11,7 @@ namespace lx {
 namespace {
 
 // What a count may claim on its word alone.
-constexpr std::uint64_t kUnprovenBytes = std::uint64_t{1} << 31;
+constexpr std::uint64_t kUnprovenBytes = std::uint64_t{1} << 26;
 
 bool Failed(LX_ERRORS code) {
   LxSetError(code);

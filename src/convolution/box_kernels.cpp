@@ -42,7 +42,8 @@ void SumColumns(const Window& window, const T* padded, Lane* prefix, Lane* sums,
   PrefixSums(padded, window.width + 2 * window.halfX, prefix, value);
   const hn::ScalableTag<Lane> d;
   const Lane* const end = prefix + 2 * window.halfX + 1;
-  for (std::size_t x = 0; x < window.width; x += hn::Lanes(d)) {
+  const std::size_t width = window.width;
+  for (std::size_t x = 0; x < width; x += hn::Lanes(d)) {
     hn::Store(hn::Sub(hn::LoadU(d, end + x), hn::LoadU(d, prefix + x)), d, sums + x);
   }
 }
@@ -137,10 +138,14 @@ void MeanRow(const Window& window, const BoxMemory& memory, std::size_t y, const
   for (std::size_t c = 0; c < window.components; ++c) {
     const std::size_t at = c * memory.rowStride;
     T* const to = ComponentOutput(window, y, output, memory.rowStride, c);
-    ForEachVector(d, window.width, [&](std::size_t x, auto access) HWY_ATTR {
-      const auto fresh = hn::Sub(LoadSums(d, coming + at + x), LoadSums(d, going + at + x));
-      const auto sum = hn::Add(hn::Load(d, memory.sums + at + x), fresh);
-      hn::Store(sum, d, memory.sums + at + x);
+    // Copies, because the compiler must take every stored vector for a change of the originals.
+    const Lane* const plus = coming + at;
+    const Lane* const minus = going + at;
+    std::uint32_t* const sums = memory.sums + at;
+    ForEachVector(d, window.width, [=](std::size_t x, auto access) HWY_ATTR {
+      const auto fresh = hn::Sub(LoadSums(d, plus + x), LoadSums(d, minus + x));
+      const auto sum = hn::Add(hn::Load(d, sums + x), fresh);
+      hn::Store(sum, d, sums + x);
       access.Store(narrow, Narrow(narrow, mean(d, sum)), to + x);
     });
   }
@@ -186,12 +191,56 @@ HWY_INLINE hn::Vec<D> ToReal(D d, hn::Vec<hn::Rebind<std::uint32_t, D>> v) {
   return hn::Add(hn::PromoteTo(d, hn::BitCast(biased, shifted)), hn::Set(d, 2147483648.0));
 }
 
+// count * squares - sum * sum, rounded once to single precision.
+
+// In 32-bit lanes, modulo 2^32, for windows whose radicand stays below 2^31.
+struct SmallRadicand {
+  std::uint32_t count;
+
+  using Tag = hn::ScalableTag<std::uint32_t>;
+
+  template <class F>
+  HWY_INLINE hn::Vec<F> operator()(F single, hn::Vec<Tag> sum, hn::Vec<Tag> squares) const {
+    const Tag d;
+    const auto radicand = hn::Sub(hn::Mul(squares, hn::Set(d, count)), hn::Mul(sum, sum));
+    return hn::ConvertTo(single, hn::BitCast(hn::RebindToSigned<Tag>(), radicand));
+  }
+};
+
+// In doubles, which hold every product exactly.
+struct LargeRadicand {
+  std::uint32_t count;
+
+  using Tag = hn::Rebind<std::uint32_t, hn::ScalableTag<double>>;
+
+  template <class F>
+  HWY_INLINE hn::Vec<F> operator()(F single, hn::Vec<Tag> sum, hn::Vec<Tag> squares) const {
+    const hn::ScalableTag<double> real;
+    const auto total = ToReal(real, sum);
+    const auto scaled = hn::Mul(hn::Set(real, static_cast<double>(count)), ToReal(real, squares));
+    return hn::DemoteTo(single, hn::Sub(scaled, hn::Mul(total, total)));
+  }
+};
+
+// trunc(root / count) without the division: as long as the multiples of `count` are exact, the
+// rounded quotient reaches an integer exactly when the root reaches its multiple.
+template <class F>
+HWY_INLINE hn::Vec<hn::Rebind<std::int32_t, F>> Quotient(F d, hn::Vec<F> root, float count) {
+  const auto divisor = hn::Set(d, count);
+  const auto one = hn::Set(d, 1.0F);
+  const auto guess = hn::Trunc(hn::Mul(root, hn::Set(d, 1.0F / count)));
+  const auto multiple = hn::Mul(guess, divisor);
+  const auto tooMuch = hn::IfThenElseZero(hn::Lt(root, multiple), one);
+  const auto tooLittle = hn::IfThenElseZero(hn::Ge(root, hn::Add(multiple, divisor)), one);
+  return hn::ConvertTo(hn::Rebind<std::int32_t, F>(), hn::Add(hn::Sub(guess, tooMuch), tooLittle));
+}
+
+template <class Radicand>
 void DeviationRow(const Window& window, const BoxMemory& memory, std::size_t y) {
-  const hn::ScalableTag<double> real;
-  const hn::Rebind<float, decltype(real)> single;
-  const hn::Rebind<std::int32_t, decltype(real)> integers;
-  const hn::Rebind<std::uint32_t, decltype(real)> d;
-  const hn::Rebind<std::uint8_t, decltype(real)> bytes;
+  using Tag = typename Radicand::Tag;
+  const Tag d;
+  const hn::Rebind<float, Tag> single;
+  const hn::Rebind<std::uint8_t, Tag> bytes;
   const RowChange change(window, y);
   const auto* const coming = RingRow<std::uint32_t>(window, memory, memory.ring, change.coming);
   const auto* const going = RingRow<std::uint32_t>(window, memory, memory.ring, change.going);
@@ -200,23 +249,20 @@ void DeviationRow(const Window& window, const BoxMemory& memory, std::size_t y) 
   const auto* const goingSquares =
       RingRow<std::uint32_t>(window, memory, memory.squares, change.going);
   std::uint8_t* const to = window.destination.Row<std::uint8_t>(y);
-  const auto count = hn::Set(real, static_cast<double>(window.Count()));
-  const auto divisor = hn::Set(single, static_cast<float>(window.Count()));
-  ForEachVector(d, window.width, [&](std::size_t x, auto access) HWY_ATTR {
-    const auto sum = hn::Add(hn::Load(d, memory.sums + x),
-                             hn::Sub(hn::Load(d, coming + x), hn::Load(d, going + x)));
+  std::uint32_t* const sums = memory.sums;
+  std::uint32_t* const squareSums = memory.squareSums;
+  const Radicand radicand{static_cast<std::uint32_t>(window.Count())};
+  const auto count = static_cast<float>(window.Count());
+  ForEachVector(d, window.width, [=](std::size_t x, auto access) HWY_ATTR {
+    const auto sum =
+        hn::Add(hn::Load(d, sums + x), hn::Sub(hn::Load(d, coming + x), hn::Load(d, going + x)));
     const auto squares =
-        hn::Add(hn::Load(d, memory.squareSums + x),
+        hn::Add(hn::Load(d, squareSums + x),
                 hn::Sub(hn::Load(d, comingSquares + x), hn::Load(d, goingSquares + x)));
-    hn::Store(sum, d, memory.sums + x);
-    hn::Store(squares, d, memory.squareSums + x);
-    // Every product is an integer that a double holds, so that only the root and the quotient
-    // round.
-    const auto total = ToReal(real, sum);
-    const auto radicand = hn::Sub(hn::Mul(count, ToReal(real, squares)), hn::Mul(total, total));
-    const auto root = hn::Sqrt(hn::DemoteTo(single, radicand));
-    const auto deviation = hn::ConvertTo(integers, hn::Div(root, divisor));
-    access.Store(bytes, hn::DemoteTo(bytes, deviation), to + x);
+    hn::Store(sum, d, sums + x);
+    hn::Store(squares, d, squareSums + x);
+    const auto root = hn::Sqrt(radicand(single, sum, squares));
+    access.Store(bytes, hn::DemoteTo(bytes, Quotient(single, root, count)), to + x);
   });
 }
 
@@ -233,9 +279,11 @@ void Deviation8(const Window& window, const BoxMemory& memory) {
   load(window.halfY);
   StartSums<Lane>(window, memory, memory.ring, memory.sums);
   StartSums<Lane>(window, memory, memory.squares, memory.squareSums);
+  // The variance of bytes is at most 127.5 squared.
+  const bool small = window.Count() * window.Count() * 16257 < (std::uint64_t{1} << 31);
   for (std::size_t y = 0; y < window.height; ++y) {
     load(RowChange(window, y).coming);
-    DeviationRow(window, memory, y);
+    (small ? &DeviationRow<SmallRadicand> : &DeviationRow<LargeRadicand>)(window, memory, y);
   }
 }
 

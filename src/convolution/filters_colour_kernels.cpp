@@ -6,21 +6,14 @@
 #include "hwy/foreach_target.h"
 
 // Highway asks for this order.
-#include "convolution/filters_rules-inl.h"
+#include "convolution/filters_table-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace lx::HWY_NAMESPACE {
 namespace {
 
-using Kernel = void (*)(const Neighbourhood&, std::size_t, std::uint8_t*);
-
-void RunFilter(Filter filter, const Neighbourhood& map, std::size_t passes, std::uint8_t* scratch) {
-  static constexpr Kernel kKernels[] = {
-#define LX_KERNEL_OF(name, border) &Map3x3<std::uint8_t, 3, name>,
-      LX_FILTERS(LX_KERNEL_OF)
-#undef LX_KERNEL_OF
-  };
-  kKernels[static_cast<std::size_t>(filter)](map, passes, scratch);
+void Run(Filter filter, const Neighbourhood& map, std::size_t passes, std::uint8_t* scratch) {
+  RunFilter<std::uint8_t, 3>(filter, map, passes, scratch);
 }
 
 }  // namespace
@@ -30,11 +23,11 @@ HWY_AFTER_NAMESPACE();
 #if HWY_ONCE
 namespace lx {
 
-HWY_EXPORT(RunFilter);
+HWY_EXPORT(Run);
 
 void FilterColours(Filter filter, const Neighbourhood& map, std::size_t passes,
                    std::uint8_t* scratch) {
-  LX_KERNEL(RunFilter)(filter, map, passes, scratch);
+  LX_KERNEL(Run)(filter, map, passes, scratch);
 }
 
 }  // namespace lx

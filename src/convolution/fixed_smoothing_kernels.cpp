@@ -8,7 +8,7 @@
 #include "hwy/foreach_target.h"
 
 // Highway asks for this order.
-#include "foundation/simd-inl.h"
+#include "foundation/neighbourhood-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace lx::HWY_NAMESPACE {
@@ -101,25 +101,46 @@ class Smoother {
  private:
   static constexpr std::size_t kRadius = Rule::kRadius;
   static constexpr std::size_t kTaps = 2 * kRadius + 1;
-  using Words = hn::ScalableTag<std::uint16_t>;
-  using Bytes = hn::Rebind<std::uint8_t, Words>;
+  using D = hn::ScalableTag<std::uint8_t>;
+  using W = WideTag<D>;
+  using Taps = hn::Vec<W>[kTaps];
 
+  // A row of sums: those of a vector's even pixels, then those of its odd ones.
   std::uint16_t* Sums(std::size_t n) const { return rows_ + n % kTaps * stride_; }
 
+  // The taps of the pixels of half `h` of the vector at `at`. Every other tap is loaded; between
+  // two loads the odd pixels of the one and the even pixels of the other are the taps.
+  static HWY_INLINE void LoadTaps(const std::uint8_t* at, Taps (&taps)[kHalves]) {
+    const D d;
+#if HWY_TARGET == HWY_SCALAR
+    for (std::size_t k = 0; k < kTaps; ++k) taps[0][k] = EvenHalf(d, hn::LoadU(d, at + k));
+#else
+    Halves<D> loaded[kRadius + 1];
+    for (std::size_t m = 0; m <= kRadius; ++m) loaded[m] = Widen(d, hn::LoadU(d, at + 2 * m));
+    for (std::size_t m = 0; m <= kRadius; ++m) {
+      taps[0][2 * m] = loaded[m].half[0];
+      taps[1][2 * m] = loaded[m].half[1];
+      if (m == kRadius) break;
+      taps[0][2 * m + 1] = loaded[m].half[1];
+      taps[1][2 * m + 1] = loaded[m + 1].half[0];
+    }
+#endif
+  }
+
   void SumRow(std::size_t n) {
-    const std::uint8_t* const from = map_.source.Row<const std::uint8_t>(n);
+    const std::size_t width = map_.elements;
     std::uint8_t* const row = padded_ + kLargestVector;
-    std::memcpy(row, from, map_.elements);
+    std::memcpy(row, map_.source.Row<const std::uint8_t>(n), width);
     std::memset(row - kRadius, row[0], kRadius);
-    std::memset(row + map_.elements, row[map_.elements - 1], kRadius);
+    std::memset(row + width, row[width - 1], kRadius);
     std::uint16_t* const sums = Sums(n);
-    const Words d;
-    for (std::size_t x = 0; x < map_.elements; x += hn::Lanes(d)) {
-      hn::Vec<Words> taps[kTaps];
-      for (std::size_t k = 0; k < kTaps; ++k) {
-        taps[k] = hn::PromoteTo(d, hn::LoadU(Bytes(), row + x + k - kRadius));
+    const W w;
+    for (std::size_t x = 0; x < width; x += hn::Lanes(D())) {
+      Taps taps[kHalves];
+      LoadTaps(row + x - kRadius, taps);
+      for (std::size_t h = 0; h < kHalves; ++h) {
+        hn::Store(Rule().Horizontal(w, taps[h]), w, sums + x + h * hn::Lanes(w));
       }
-      hn::Store(rule_.Horizontal(d, taps), d, sums + x);
     }
   }
 
@@ -130,15 +151,21 @@ class Smoother {
       rows[k] = Sums(std::min(wanted, map_.height - 1));
     }
     std::uint8_t* const to = map_.destination.Row<std::uint8_t>(y);
-    const Words d;
-    ForEachVector(d, map_.elements, [&](std::size_t x, auto access) HWY_ATTR {
-      hn::Vec<Words> sums[kTaps];
-      for (std::size_t k = 0; k < kTaps; ++k) sums[k] = hn::Load(d, rows[k] + x);
-      access.Store(Bytes(), Narrow(Bytes(), rule_.Vertical(d, sums)), to + x);
+    const D d;
+    const W w;
+    ForEachVector(d, map_.elements, [=](std::size_t x, auto access) HWY_ATTR {
+      Halves<D> result;
+      for (std::size_t h = 0; h < kHalves; ++h) {
+        Taps sums;
+        for (std::size_t k = 0; k < kTaps; ++k) {
+          sums[k] = hn::Load(w, rows[k] + x + h * hn::Lanes(w));
+        }
+        result.half[h] = Rule().Vertical(w, sums);
+      }
+      access.Store(d, Join(d, result), to + x);
     });
   }
 
-  Rule rule_;
   const Neighbourhood& map_;
   std::size_t stride_;
   std::uint8_t* padded_;

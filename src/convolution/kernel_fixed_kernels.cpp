@@ -60,7 +60,9 @@ class Sums32 {
   HWY_INLINE hn::Vec<hn::Rebind<T, D>> Finish(D d, hn::Vec<D> sum) const {
     auto v = hn::ShiftRightSame(sum, kernel_.fraction);
     if (kernel_.absolute) v = hn::Abs(v);
-    return hn::DemoteTo(hn::Rebind<T, D>(), hn::Max(v, hn::Zero(d)));
+    // The conversion saturates only what fits 16 bits.
+    v = hn::Min(hn::Max(v, hn::Zero(d)), hn::Set(d, hwy::LimitsMax<T>()));
+    return hn::DemoteTo(hn::Rebind<T, D>(), v);
   }
 
   const FixedKernel& kernel_;
@@ -108,8 +110,7 @@ class SumsReal {
 // and joined in the end, modulo 2^32.
 class SumsOfDots {
  public:
-  explicit SumsOfDots(const FixedKernel& kernel)
-      : kernel_(kernel), groups_(kernel.size > 3 ? 2 : 1) {
+  explicit SumsOfDots(const FixedKernel& kernel) : kernel_(kernel) {
     bool found[4] = {};
     for (std::size_t k = 0; k < kernel.size * kernel.size; ++k) {
       std::int8_t digits[4];
@@ -124,6 +125,7 @@ class SumsOfDots {
     for (std::size_t i = 0; i < 4; ++i) {
       if (found[i]) digits_[used_++] = i;
     }
+    used_ = std::max<std::size_t>(used_, 1);
     for (std::size_t lane = 0; lane < 64; ++lane) {
       spread_[0][lane] = static_cast<std::uint8_t>(lane / 4 + lane % 4);
       spread_[1][lane] = static_cast<std::uint8_t>(lane / 4 + lane % 4 + 4);
@@ -131,18 +133,16 @@ class SumsOfDots {
   }
 
   void Row(const std::uint8_t* const* rows, std::size_t width, std::uint8_t* to) const {
-    switch (used_) {
-      case 0:
-        return RowOf<0>(rows, width, to);
-      case 1:
-        return RowOf<1>(rows, width, to);
-      case 2:
-        return RowOf<2>(rows, width, to);
-      case 3:
-        return RowOf<3>(rows, width, to);
-      default:
-        return RowOf<4>(rows, width, to);
-    }
+    using RowKernel =
+        void (SumsOfDots::*)(const std::uint8_t* const*, std::size_t, std::uint8_t*) const;
+    static constexpr RowKernel kKernels[3][4] = {
+        {&SumsOfDots::RowOf<3, 1>, &SumsOfDots::RowOf<3, 2>, &SumsOfDots::RowOf<3, 3>,
+         &SumsOfDots::RowOf<3, 4>},
+        {&SumsOfDots::RowOf<5, 1>, &SumsOfDots::RowOf<5, 2>, &SumsOfDots::RowOf<5, 3>,
+         &SumsOfDots::RowOf<5, 4>},
+        {&SumsOfDots::RowOf<7, 1>, &SumsOfDots::RowOf<7, 2>, &SumsOfDots::RowOf<7, 3>,
+         &SumsOfDots::RowOf<7, 4>}};
+    (this->*kKernels[kernel_.size / 2 - 1][used_ - 1])(rows, width, to);
   }
 
  private:
@@ -156,43 +156,59 @@ class SumsOfDots {
     }
   }
 
-  template <std::size_t kDigits>
-  HWY_INLINE __m512i Sum(const std::uint8_t* const* rows, std::size_t x) const {
-    __m512i sums[kDigits == 0 ? 1 : kDigits];
-    for (auto& sum : sums) sum = _mm512_setzero_si512();
-    for (std::size_t j = 0; j < kernel_.size; ++j) {
-      const __m512i pixels = _mm512_loadu_si512(rows[j] + x);
-      for (std::size_t g = 0; g < groups_; ++g) {
-        const __m512i taps = _mm512_permutexvar_epi8(_mm512_load_si512(spread_[g]), pixels);
-        for (std::size_t k = 0; k < kDigits; ++k) {
-          std::int32_t factors = 0;
-          std::memcpy(&factors, &coefficients_[digits_[k]][j][4 * g], sizeof(factors));
-          sums[k] = _mm512_dpbusd_epi32(sums[k], taps, _mm512_set1_epi32(factors));
+  // The coefficients' digits stay in registers along the row; everything that repeats is unrolled.
+  template <std::size_t kSize, std::size_t kDigits>
+  void RowOf(const std::uint8_t* const* rows, std::size_t width, std::uint8_t* to) const {
+    constexpr std::size_t kGroups = kSize > 3 ? 2 : 1;
+    __m512i factors[kDigits][kSize][kGroups];
+    __m128i shifts[kDigits];
+    for (std::size_t k = 0; k < kDigits; ++k) {
+      shifts[k] = _mm_cvtsi32_si128(static_cast<int>(8 * digits_[k]));
+      for (std::size_t j = 0; j < kSize; ++j) {
+        for (std::size_t g = 0; g < kGroups; ++g) {
+          std::int32_t four = 0;
+          std::memcpy(&four, &coefficients_[digits_[k]][j][4 * g], sizeof(four));
+          factors[k][j][g] = _mm512_set1_epi32(four);
         }
       }
     }
-    __m512i sum = _mm512_set1_epi32(static_cast<std::int32_t>(kernel_.offset));
-    for (std::size_t k = 0; k < kDigits; ++k) {
-      const __m128i shift = _mm_cvtsi32_si128(static_cast<int>(8 * digits_[k]));
-      sum = _mm512_add_epi32(sum, _mm512_sll_epi32(sums[k], shift));
-    }
-    sum = _mm512_sra_epi32(sum, _mm_cvtsi32_si128(kernel_.fraction));
-    return kernel_.absolute ? _mm512_abs_epi32(sum) : sum;
-  }
-
-  template <std::size_t kDigits>
-  HWY_INLINE void RowOf(const std::uint8_t* const* rows, std::size_t width,
-                        std::uint8_t* to) const {
+    const __m512i spread[2] = {_mm512_load_si512(spread_[0]), _mm512_load_si512(spread_[1])};
+    const __m512i offset = _mm512_set1_epi32(static_cast<std::int32_t>(kernel_.offset));
+    const __m128i fraction = _mm_cvtsi32_si128(kernel_.fraction);
+    const bool absolute = kernel_.absolute;
+    const std::uint8_t* lines[kSize];
+    std::copy(rows, rows + kSize, lines);
     for (std::size_t x = 0; x < width; x += 16) {
-      const std::size_t count = HWY_MIN(16, width - x);
-      const __m512i sum = _mm512_max_epi32(Sum<kDigits>(rows, x), _mm512_setzero_si512());
-      _mm_mask_storeu_epi8(to + x, static_cast<__mmask16>((1U << count) - 1),
-                           _mm512_cvtusepi32_epi8(sum));
+      __m512i sums[kDigits] = {};
+#pragma GCC unroll 8
+      for (std::size_t j = 0; j < kSize; ++j) {
+        const __m512i pixels = _mm512_loadu_si512(lines[j] + x);
+#pragma GCC unroll 2
+        for (std::size_t g = 0; g < kGroups; ++g) {
+          const __m512i taps = _mm512_permutexvar_epi8(spread[g], pixels);
+#pragma GCC unroll 4
+          for (std::size_t k = 0; k < kDigits; ++k) {
+            sums[k] = _mm512_dpbusd_epi32(sums[k], taps, factors[k][j][g]);
+          }
+        }
+      }
+      __m512i sum = offset;
+#pragma GCC unroll 4
+      for (std::size_t k = 0; k < kDigits; ++k) {
+        sum = _mm512_add_epi32(sum, _mm512_sll_epi32(sums[k], shifts[k]));
+      }
+      sum = _mm512_sra_epi32(sum, fraction);
+      if (absolute) sum = _mm512_abs_epi32(sum);
+      const __m128i bytes = _mm512_cvtusepi32_epi8(_mm512_max_epi32(sum, _mm512_setzero_si512()));
+      if (x + 16 <= width) {
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(to + x), bytes);
+      } else {
+        _mm_mask_storeu_epi8(to + x, static_cast<__mmask16>((1U << (width - x)) - 1), bytes);
+      }
     }
   }
 
   const FixedKernel& kernel_;
-  std::size_t groups_;
   std::size_t used_ = 0;
   std::size_t digits_[4] = {};
   std::int8_t coefficients_[4][7][8] = {};  // by digit, row and tap

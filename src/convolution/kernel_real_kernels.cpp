@@ -58,7 +58,9 @@ HWY_INLINE hn::Vec<hn::Rebind<T, D>> Finish(D d, hn::Vec<D> sum, const RealKerne
       break;
   }
   v = hn::Add(v, hn::Set(whole, static_cast<std::int32_t>(kernel.offset)));
-  return hn::DemoteTo(hn::Rebind<T, D>(), hn::Max(v, hn::Zero(whole)));
+  // The conversion saturates only what fits 16 bits.
+  v = hn::Min(hn::Max(v, hn::Zero(whole)), hn::Set(whole, hwy::LimitsMax<T>()));
+  return hn::DemoteTo(hn::Rebind<T, D>(), v);
 }
 
 template <typename T>

@@ -37,6 +37,23 @@ HWY_INLINE hn::Vec512<std::uint32_t> Spread(hn::Vec512<std::uint32_t> v, __m512i
       _mm512_maskz_permutexvar_epi32(static_cast<__mmask16>(mask), index, v.raw)};
 }
 
+// Where each lane finds the last lane of the block before its own.
+template <typename Lane>
+struct LastOfBlockBefore {
+  static constexpr std::size_t kBlock = 16 / sizeof(Lane);
+
+  alignas(64) Lane lanes[4 * kBlock] = {};
+
+  constexpr LastOfBlockBefore() {
+    for (std::size_t i = 0; i < 4 * kBlock; ++i) {
+      lanes[i] = static_cast<Lane>((i / kBlock + 3) % 4 * kBlock + kBlock - 1);
+    }
+  }
+};
+
+template <typename Lane>
+inline constexpr LastOfBlockBefore<Lane> kLastOfBlockBefore{};
+
 #endif
 
 // Sums of the lanes up to and including each, and their total in every lane of `total`.
@@ -52,15 +69,10 @@ HWY_INLINE hn::Vec<D> PrefixOfVector(D d, hn::Vec<D> v, hn::Vec<D>& total) {
   v = hn::Add(v, hn::ShiftLeftLanes<2>(d, v));
   if constexpr (kBlock == 8) v = hn::Add(v, hn::ShiftLeftLanes<4>(d, v));
 #if LX_HAS_MASKED_ACCESS
-  using Index = hwy::MakeUnsigned<hn::TFromD<D> >;
   constexpr std::uint32_t kBlockBits = (1U << kBlock) - 1;
-  alignas(64) Index before[4 * kBlock];
-  for (std::size_t i = 0; i < 4 * kBlock; ++i) {
-    before[i] = static_cast<Index>((i / kBlock + 3) % 4 * kBlock + kBlock - 1);
-  }
+  const __m512i before = _mm512_load_si512(kLastOfBlockBefore<hn::TFromD<D> >.lanes);
   // Odd blocks take the total of the block before, then the upper half that of the lower.
-  v = hn::Add(
-      v, Spread(v, _mm512_load_si512(before), kBlockBits << kBlock | kBlockBits << 3 * kBlock));
+  v = hn::Add(v, Spread(v, before, kBlockBits << kBlock | kBlockBits << 3 * kBlock));
   const __m512i middle = hn::Set(d, 2 * kBlock - 1).raw;
   v = hn::Add(v, Spread(v, middle, kBlock == 8 ? 0xFFFF0000U : 0xFF00U));
   total = Spread(v, hn::Set(d, 4 * kBlock - 1).raw, 0xFFFFFFFFU);

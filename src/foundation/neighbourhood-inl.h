@@ -165,6 +165,13 @@ class Pass {
 
   // What stands for the row beyond a border row.
   const T* Beyond(const T* row) const { return border_ == Border::kReplicate ? row : zeros_; }
+  // The same below the last row, which is written while it is fed in place of the row beyond: a
+  // copy.
+  const T* BeyondLast(const T* row) const {
+    if (border_ == Border::kZero) return zeros_;
+    std::memcpy(unused_, row, width_ * sizeof(T));
+    return unused_;
+  }
   // Where the rows go that the first two feedings write.
   T* Unused() const { return unused_; }
 
@@ -182,19 +189,16 @@ class Pass {
     }
     const D d;
     const std::size_t n = hn::Lanes(d);
-    std::size_t x = first;
-    const auto atBorder = [&]() HWY_ATTR {
-      const PartVector part{HWY_MIN(n, width - x)};
-      const auto pixels = LoadAtBorder<kStride>(d, from, x, width, border);
-      part.Store(d, Step(pixels, previous, older, x - first), to + x);
-      x += n;
-    };
-    while (x < HWY_MIN(end, kStride)) atBorder();
-    for (; x + n <= end && x + n + kStride <= width; x += n) {
-      const auto pixels = LoadInside<kStride>(d, from + x);
-      hn::StoreU(Step(pixels, previous, older, x - first), d, to + x);
+    const std::size_t inside = width < kStride ? 0 : width - kStride;
+    for (std::size_t x = first; x < end; x += n) {
+      if (x >= kStride && x + n <= inside) {
+        hn::StoreU(Step(LoadInside<kStride>(d, from + x), previous, older, x - first), d, to + x);
+      } else {
+        const auto pixels = LoadAtBorder<kStride>(d, from, x, width, border);
+        const PartVector part{HWY_MIN(n, width - x)};
+        part.Store(d, Step(pixels, previous, older, x - first), to + x);
+      }
     }
-    while (x < end) atBorder();
     std::swap(previous_, older_);
   }
 
@@ -275,8 +279,9 @@ void Map3x3(const Neighbourhood& map, std::size_t passes, std::uint8_t* scratch)
           pass.Feed(top, pass.Unused(), first, end);
           continue;
         }
-        const T* const from = row < map.height ? source.Row<const T>(row)
-                                               : pass.Beyond(source.Row<const T>(map.height - 1));
+        const T* const from = row < map.height
+                                  ? source.Row<const T>(row)
+                                  : pass.BeyondLast(source.Row<const T>(map.height - 1));
         pass.Feed(from, map.destination.Row<T>(row - 1), first, end);
       }
     }

@@ -153,11 +153,35 @@ class ByteTable {
 #endif
 };
 
+#if LX_HAS_MASKED_ACCESS
+
+// AVX-512 narrows in one instruction what others pack and put in order.
+HWY_INLINE hn::Vec256<std::uint8_t> Truncate(hn::Vec256<std::uint8_t> /*to*/,
+                                             hn::Vec512<std::uint16_t> v) {
+  return hn::Vec256<std::uint8_t>{_mm512_cvtepi16_epi8(v.raw)};
+}
+
+HWY_INLINE hn::Vec128<std::uint8_t> Truncate(hn::Vec128<std::uint8_t> /*to*/,
+                                             hn::Vec512<std::uint32_t> v) {
+  return hn::Vec128<std::uint8_t>{_mm512_cvtepi32_epi8(v.raw)};
+}
+
+HWY_INLINE hn::Vec256<std::uint16_t> Truncate(hn::Vec256<std::uint16_t> /*to*/,
+                                              hn::Vec512<std::uint32_t> v) {
+  return hn::Vec256<std::uint16_t>{_mm512_cvtepi32_epi16(v.raw)};
+}
+
+#endif
+
 // Lanes cut to a narrower type; every value must fit it.
 template <class D, class V>
 HWY_INLINE hn::Vec<D> Narrow(D d, V v) {
-  const hn::RebindToSigned<hn::DFromV<V>> whole;
+#if LX_HAS_MASKED_ACCESS
+  return Truncate(hn::Zero(d), v);
+#else
+  const hn::RebindToSigned<hn::DFromV<V> > whole;
   return hn::DemoteTo(d, hn::BitCast(whole, v));
+#endif
 }
 
 #if HWY_TARGET == HWY_AVX3_DL

@@ -65,7 +65,7 @@ void PicConvert(LxROI<LxC16>* source, LxROI<LxC24>* destination) {
 }
 
 void PicConvert(LxROI<LxC16>* source, LxROI<LxBW8>* destination) {
-  Convert("PicConvert ( C16 to /// BW8)", source, destination,
+  Convert("PicConvert ( C16 to BW8)", source, destination,
           Packed(&lx::UnpackToGrey, lx::Packing::kC16));
 }
 
@@ -99,7 +99,7 @@ void PicConvert(LxROI<LxBW8>* source, LxROI<LxC24>* destination) {
 }
 
 void PicConvert(LxROI<LxC24>* source, LxROI<LxBW8>* destination) {
-  Convert("PicConvert ( /// C24 to BW8)", source, destination, &lx::ColourToGrey);
+  Convert("PicConvert ( C24 to BW8)", source, destination, &lx::ColourToGrey);
 }
 
 void PicConvert(LxROI<LxBW16>* source, LxROI<LxBW8>* destination, unsigned shift) {

@@ -5,6 +5,9 @@
 #include <array>
 #include <cmath>
 #include <sstream>
+#include <utility>
+
+#include "support/kernels.h"
 
 namespace lx::test {
 
@@ -73,6 +76,7 @@ struct Writer {
   void operator()(LxColor colour) const {
     text << '(' << colour.c0 << ' ' << colour.c1 << ' ' << colour.c2 << ')';
   }
+  void operator()(LxKernel* kernel) const { text << KernelText(*kernel); }
   template <class Pointer>
   void operator()(Pointer* /*pointer*/) const {
     text << '*';
@@ -100,6 +104,11 @@ void Arguments::SetVector(std::size_t index, const std::vector<std::uint8_t>& en
   std::copy(entries.begin(), entries.end(), vector->begin());
   owned.push_back(vector);
   values[index] = vector.get();
+}
+
+void Arguments::SetKernel(std::size_t index, std::shared_ptr<LxKernel> kernel) {
+  values[index] = kernel.get();
+  owned.push_back(std::move(kernel));
 }
 
 Value Arguments::Component(std::size_t index, int k) const {
@@ -134,6 +143,8 @@ Argument Arguments::Standard(const Parameter& parameter) {
       return value;
     case Kind::kColour:
       return LxColor{real, real, real};
+    case Kind::kKernel:
+      return Keep(StandardKernel()).get();
     case Kind::kChoice:
     case Kind::kInteger:
     case Kind::kReal:
@@ -154,6 +165,8 @@ Argument Arguments::Draw(const Parameter& parameter, Random& random) {
       return LxC24{Byte(constant()), Byte(constant()), Byte(constant())};
     case Kind::kColour:
       return LxColor{real(), real(), real()};
+    case Kind::kKernel:
+      return Keep(DrawKernel(random)).get();
     case Kind::kChoice:
       return parameter.standard;
     case Kind::kInteger:
@@ -166,21 +179,17 @@ Argument Arguments::Draw(const Parameter& parameter, Random& random) {
 }
 
 Argument Arguments::Table(Kind kind, Random& random) {
-  const auto keep = [this](auto pointer) {
-    owned.push_back(pointer);
-    return pointer;
-  };
   switch (kind) {
     case Kind::kByteTable:
-      return keep(MakeTable<unsigned char>(256, random))->data();
+      return Keep(MakeTable<unsigned char>(256, random))->data();
     case Kind::kWordTable:
-      return keep(MakeTable<unsigned short>(65536, random))->data();
+      return Keep(MakeTable<unsigned short>(65536, random))->data();
     case Kind::kByteVector:
-      return keep(MakeVector<LxBW8Vector, LxBW8>(256, random)).get();
+      return Keep(MakeVector<LxBW8Vector, LxBW8>(256, random)).get();
     case Kind::kWordVector:
-      return keep(MakeVector<LxBW16Vector, LxBW16>(65536, random)).get();
+      return Keep(MakeVector<LxBW16Vector, LxBW16>(65536, random)).get();
     case Kind::kVector: {
-      const auto vector = keep(std::make_shared<LxVector>());
+      const auto vector = Keep(std::make_shared<LxVector>());
       vector->SetStructure(LX_DATA_SIZE_8, 64, 1, LX_DATA_UNSIGNED);
       return vector.get();
     }

@@ -29,6 +29,8 @@ class Arguments {
   void SetChoice(int choice);
   /// Replaces the vector of parameter `index` by one of these entries.
   void SetVector(std::size_t index, const std::vector<std::uint8_t>& entries);
+  /// Replaces the kernel of parameter `index`.
+  void SetKernel(std::size_t index, std::shared_ptr<LxKernel> kernel);
 
   double Number(std::size_t index) const { return std::get<double>(values[index]); }
   /// Component `k` of a constant; a grey constant has one.
@@ -42,6 +44,11 @@ class Arguments {
   Argument Standard(const Parameter& parameter);
   Argument Draw(const Parameter& parameter, Random& random);
   Argument Table(Kind kind, Random& random);
+  template <class Pointer>
+  Pointer Keep(Pointer pointer) {
+    owned.push_back(pointer);
+    return pointer;
+  }
 
   const Operation* operation;
   std::vector<std::shared_ptr<void>> owned;

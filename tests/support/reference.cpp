@@ -47,6 +47,16 @@ Reference Reference::WithOptionalDestination() && {
   return std::move(*this);
 }
 
+Reference Reference::InPlaceWhen(std::function<bool(const Arguments&)> condition) && {
+  worksInPlace = std::move(condition);
+  return std::move(*this);
+}
+
+Reference Reference::DependingOnPath() && {
+  dependsOnPath = true;
+  return std::move(*this);
+}
+
 Reference Whole(std::string_view signature, PictureRule rule) {
   Reference made;
   made.signature = signature;
@@ -64,7 +74,8 @@ Reference Pointwise(std::string_view signature, PixelRule rule) {
 const Reference* FindReference(std::string_view signature) {
   static const auto references = [] {
     std::map<std::string, Reference, std::less<>> made;
-    for (const auto family : {ArithmeticReferences, ConvertReferences, LookupReferences}) {
+    for (const auto family : {ArithmeticReferences, ConvertReferences, LookupReferences,
+                              FilterReferences, SmoothingReferences, KernelReferences}) {
       for (Reference& each : family()) made.emplace(each.signature, std::move(each));
     }
     return made;

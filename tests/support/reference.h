@@ -45,12 +45,18 @@ struct Reference {
   std::vector<int> plainChoices;
   /// A null destination is no error: the operation then works in place.
   bool optionalDestination = false;
+  /// Whether these arguments run in place; null where the catalogue says all there is to say.
+  std::function<bool(const Arguments& call)> worksInPlace;
+  /// The plain path is defined to differ from the fast one: the rule looks at LxGetMMX().
+  bool dependsOnPath = false;
 
   Reference WithSizes(std::function<Size(std::size_t, Size)> sizes) &&;
   Reference WithArguments(std::function<void(Arguments&, Random&)> adjustment) &&;
   /// Has no kernel: it copies memory, or looks up or calls a function for each pixel.
   Reference WithoutKernel(int choice = -1) &&;
   Reference WithOptionalDestination() &&;
+  Reference InPlaceWhen(std::function<bool(const Arguments&)> condition) &&;
+  Reference DependingOnPath() &&;
 };
 
 /// Each destination pixel from the pixels at the same position.
@@ -65,5 +71,8 @@ const Reference* FindReference(std::string_view signature);
 std::vector<Reference> ArithmeticReferences();
 std::vector<Reference> ConvertReferences();
 std::vector<Reference> LookupReferences();
+std::vector<Reference> FilterReferences();
+std::vector<Reference> SmoothingReferences();
+std::vector<Reference> KernelReferences();
 
 }  // namespace lx::test

@@ -11,6 +11,7 @@ constexpr int kWidths = 300;  // past two vectors of the widest pixels on every 
 constexpr int kRounds = 8;
 constexpr std::array kInPlaces = {InPlace::kNone, InPlace::kNone, InPlace::kFirst, InPlace::kSecond,
                                   InPlace::kAll};
+constexpr std::array kAliases = {Alias::kSameObject, Alias::kOtherObject, Alias::kNothing};
 // What no round of widths holds: nothing at all, single columns, and a region of many rows.
 constexpr std::array kOddSizes = {Size{0, 0},  Size{0, 7},   Size{7, 0},   Size{1, 1},
                                   Size{1, 70}, Size{3, 129}, Size{1031, 2}};
@@ -47,7 +48,8 @@ class Sweeper {
   // The small axes are drawn anew for each case: some two thousand cases a choice meet every pair
   // of their values.
   void RunRandom(Size size) {
-    SweepCase drawn{size, random.Pick(kContents), {}, random.Pick(kInPlaces), random.Below(2) == 0};
+    SweepCase drawn{
+        size, random.Pick(kContents), {}, random.Pick(kInPlaces), random.Pick(kAliases)};
     for (std::size_t i = 0; i < RegionCount(operation); ++i) {
       const bool guarded = random.Below(2) == 0;
       const auto offset =
@@ -58,7 +60,7 @@ class Sweeper {
   }
 
   void RunEveryValue() {
-    SweepCase whole{kEveryValue, Content::kRamp, {}, InPlace::kNone, false};
+    SweepCase whole{kEveryValue, Content::kRamp, {}, InPlace::kNone};
     whole.layouts.resize(RegionCount(operation));
     Run(whole);
   }

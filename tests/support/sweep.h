@@ -22,12 +22,19 @@ enum class InPlace {
   kAll
 };
 
+/// What stands for the destination in place.
+enum class Alias {
+  kSameObject,
+  kOtherObject,  ///< over the same pixels
+  kNothing       ///< a null destination, where it is allowed
+};
+
 struct SweepCase {
   Size size;
   Content content = Content::kNoise;
   std::vector<Layout> layouts;  ///< of each region parameter
   InPlace inPlace = InPlace::kNone;
-  bool twins = false;  ///< in place, the regions are different objects over the same pixels
+  Alias alias = Alias::kSameObject;
 };
 
 /// What a sweep found.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <optional>
 #include <sstream>
 
 #include "support/crash_note.h"
@@ -28,16 +29,23 @@ class CaseBuilder {
         call(arguments),
         random(generator) {}
 
-  std::vector<std::unique_ptr<Arena>> Build() {
+  void Build() {
     const std::size_t first = operation.DestinationIndex();
     level = random.Next();
     for (std::size_t i = 0; i < operation.parameters.size(); ++i) {
       if (operation.parameters[i].written) AddDestination(i);
     }
     for (const std::size_t i : operation.SourceIndices()) AddSource(i, first);
-    Expect();
-    return std::move(arenas);
   }
+
+  // What the regions must hold after a call on the path that is taken now.
+  void Expect() {
+    std::vector<Picture> results = destinations;
+    reference.rule(call, sources, results);
+    for (std::size_t i = 0; i < results.size(); ++i) arenas[i]->SetExpected(results[i]);
+  }
+
+  const std::vector<std::unique_ptr<Arena>>& Arenas() const { return arenas; }
 
  private:
   Arena& Add(std::size_t parameter, Picture& picture) {
@@ -63,10 +71,14 @@ class CaseBuilder {
         operation.parameters[parameter].pixel == operation.parameters[destination].pixel;
     const std::size_t index = sources.size();
     sources.emplace_back();
-    if (operation.inPlace && sameType && Shares(sweepCase.inPlace, index)) {
+    if (sameType && Shares(sweepCase.inPlace, index) && MayCoincide()) {
       sources.back() = destinations.front();
       const Arena& shared = *arenas.front();
-      call.values[parameter] = sweepCase.twins ? shared.Twin() : shared.Region();
+      const bool other = sweepCase.alias == Alias::kOtherObject;
+      call.values[parameter] = other ? shared.Twin() : shared.Region();
+      if (sweepCase.alias == Alias::kNothing && reference.optionalDestination) {
+        call.values[destination] = static_cast<LxGenericROI*>(nullptr);
+      }
       return;
     }
     Arena& arena = Add(parameter, sources.back());
@@ -74,11 +86,8 @@ class CaseBuilder {
     arena.SetExpected(sources.back());
   }
 
-  void Expect() {
-    reference.rule(call, sources, destinations);
-    for (std::size_t i = 0; i < destinations.size(); ++i) {
-      arenas[i]->SetExpected(destinations[i]);
-    }
+  bool MayCoincide() const {
+    return reference.worksInPlace ? reference.worksInPlace(call) : operation.inPlace;
   }
 
   const Operation& operation;
@@ -107,12 +116,15 @@ std::string Difference(const std::vector<std::unique_ptr<Arena>>& arenas) {
 std::string CaseText(const Operation& operation, const SweepCase& sweepCase,
                      const Arguments& call) {
   static constexpr std::array kInPlace = {"", " onto source 1", " onto source 2", " onto all"};
+  static constexpr std::array kAlias = {"", " through another object", " without a destination"};
   static constexpr std::array kContent = {"noise",    "ramp", "edges", "constant",
                                           "extremes", "near", "sparse"};
   std::ostringstream text;
-  text << operation.signature << call.Text() << ", " << sweepCase.size.width << 'x'
-       << sweepCase.size.height << kInPlace[static_cast<std::size_t>(sweepCase.inPlace)] << ", "
-       << kContent[static_cast<std::size_t>(sweepCase.content)];
+  text
+      << operation.signature << call.Text() << ", " << sweepCase.size.width << 'x'
+      << sweepCase.size.height << kInPlace[static_cast<std::size_t>(sweepCase.inPlace)]
+      << kAlias[sweepCase.inPlace == InPlace::kNone ? 0 : static_cast<std::size_t>(sweepCase.alias)]
+      << ", " << kContent[static_cast<std::size_t>(sweepCase.content)];
   for (const Layout layout : sweepCase.layouts) text << ' ' << LayoutText(layout);
   return text.str();
 }
@@ -121,12 +133,19 @@ std::string CaseText(const Operation& operation, const SweepCase& sweepCase,
 
 void RunCase(const Operation& operation, const Reference& reference, const SweepCase& sweepCase,
              Arguments& call, Random& random, SweepResult& result) {
-  const auto arenas = CaseBuilder(operation, reference, sweepCase, call, random).Build();
+  CaseBuilder builder(operation, reference, sweepCase, call, random);
+  builder.Build();
+  const auto& arenas = builder.Arenas();
+  std::optional<bool> expectedFast;
   const auto& paths = ExecutionPaths();
   result.failures.resize(paths.size());
   for (std::size_t i = 0; i < paths.size(); ++i) {
     if (!result.failures[i].empty()) continue;
     const PathScope scope(paths[i]);
+    if (!expectedFast || (reference.dependsOnPath && *expectedFast != paths[i].fast)) {
+      builder.Expect();
+      expectedFast = paths[i].fast;
+    }
     const CrashNote note(operation.signature, paths[i].name, sweepCase.size.width,
                          sweepCase.size.height);
     for (const auto& arena : arenas) arena->Reset();

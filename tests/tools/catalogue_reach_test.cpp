@@ -30,6 +30,8 @@ std::string WordFor(const Parameter& parameter) {
       return NumberText(parameter.standard);
     case Kind::kVector:
       return "1,2,3";
+    case Kind::kKernel:
+      return "1,2,1/2,4,2/1,2,1:gain=0.0625";
     default:
       return "identity";
   }

@@ -116,6 +116,25 @@ TEST_F(ChainTest, TablesHaveNamesOrAreFiles) {
                          "PicLut\n");
 }
 
+// The middle row only, so that the border does not matter.
+TEST_F(ChainTest, KernelsAreRowsOrPresetsWithSettings) {
+  const std::string bump = WriteGrey("bump.png", 3, {10, 20, 40, 10, 20, 40, 10, 20, 40});
+  const auto middle = [&](const std::string& kernel) {
+    const Run run = Pic({bump, "convol-kernel", kernel, "-o", Path("out.png")});
+    EXPECT_EQ(run.code, kFine) << run.err;
+    return LevelsOf(Path("out.png"))[4];
+  };
+  EXPECT_EQ(middle("-1,0,1/-2,0,2/-1,0,1:gain=0.5"), 60);
+  EXPECT_EQ(middle("sobel-x"), 120);
+  EXPECT_EQ(middle("sobel-x:gain=0.5:offset=7:rectifier=absolute"), 67);
+  EXPECT_EQ(middle("1,0,-1/2,0,-2/1,0,-1"), 0);
+  EXPECT_EQ(middle("1,0,-1/2,0,-2/1,0,-1:rectifier=absolute"), 120);
+  for (const char* const wrong : {"sobel", "1,2/3", "1,2,3/4,5", "1,a", "sobel-x:gain",
+                                  "ring:gian=1", "ring:offset=-1", "ring:rectifier=5", "", "/"}) {
+    EXPECT_EQ(Pic({bump, "convol-kernel", wrong, "-o", Path("o.png")}).code, kWrongUsage) << wrong;
+  }
+}
+
 TEST_F(ChainTest, DepthsAndFurtherResultsAreReached) {
   EXPECT_EQ(After({"convert", "bw16", "8"}),
             (Levels8{0, 256, 10240, 25600, 30720, 51200, 65024, 65280}));

@@ -15,7 +15,7 @@ class DamagedFiles : public ToolTest {
     ImageValue image(name == "a.ppm" ? Pixel::kC24 : Pixel::kBW8, 24, 18);
     for (int y = 0; y < 18; ++y) {
       for (std::size_t i = 0; i < image.RowBytes(); ++i) {
-        image.Row(y)[i] = static_cast<unsigned char>(37 * y + 11 * i + y * i);
+        image.Row(y)[i] = static_cast<unsigned char>(37 * y + (11 + y) * static_cast<int>(i));
       }
     }
     WriteImage(Path(name), image);

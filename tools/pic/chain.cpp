@@ -35,53 +35,53 @@ Chain::Chain(std::vector<std::string> steps, int runs, std::string operandFolder
 
 ImageValue Chain::Run(const ImageValue& input, const Observer& observe) {
   const OverlayColourScope scope;
-  Session session{input, input, {}};
+  State state{input, input, {}};
   for (std::size_t i = 0; i < words.size();) {
     try {
-      i += RunStep(i, session, observe);
+      i += RunStep(i, state, observe);
     } catch (const Failure& failure) {
       throw failure.Of(words[i]);
     }
   }
-  return session.current;
+  return state.current;
 }
 
-std::size_t Chain::RunStep(std::size_t first, Session& session, const Observer& observe) {
-  if (words[first] != kStoreStep) return RunOperation(first, session, observe);
+std::size_t Chain::RunStep(std::size_t first, State& state, const Observer& observe) {
+  if (words[first] != kStoreStep) return RunOperation(first, state, observe);
   if (first + 1 == words.size()) throw Failure(kWrongUsage, "a name is missing");
-  if (!session.current) throw Failure(kWrongUsage, "there is no image yet");
-  session.stored[words[first + 1]] = session.current;
+  if (!state.current) throw Failure(kWrongUsage, "there is no image yet");
+  state.stored[words[first + 1]] = state.current;
   return 2;
 }
 
-std::size_t Chain::RunOperation(std::size_t first, Session& session, const Observer& observe) {
+std::size_t Chain::RunOperation(std::size_t first, State& state, const Observer& observe) {
   const std::string& name = words[first];
   if (!IsOperation(name)) {
     throw Failure(kWrongUsage, "there is no such operation" + Suggestion(name, OperationNames()));
   }
   StepContext context;
-  context.current = session.current;
-  context.findImage = [&](const std::string& word) { return FindImage(word, session); };
+  context.current = state.current;
+  context.findImage = [&](const std::string& word) { return FindImage(word, state); };
   context.startsStep = StartsStep;
   const Call call = ChooseOverload(name, std::span(words).subspan(first + 1), context);
 
-  Outcome outcome = Execute(call, session.current, repeat);
-  if (outcome.image) session.current = outcome.image;
-  for (const auto& [key, image] : outcome.stored) session.stored[key] = image;
+  Outcome outcome = Execute(call, state.current, repeat);
+  if (outcome.image) state.current = outcome.image;
+  for (const auto& [key, image] : outcome.stored) state.stored[key] = image;
   const std::size_t count = call.wordCount + 1;
   if (observe) {
     const auto step = std::span(words).subspan(first, count);
-    observe({Join({step.begin(), step.end()}, " "), session.current, outcome.results,
+    observe({Join({step.begin(), step.end()}, " "), state.current, outcome.results,
              outcome.milliseconds});
   }
   return count;
 }
 
-ImageValue Chain::FindImage(const std::string& word, const Session& session) {
-  if (word == "@" && session.input) return session.input;
+ImageValue Chain::FindImage(const std::string& word, const State& state) {
+  if (word == "@" && state.input) return state.input;
   if (word.starts_with('@')) {
-    const auto found = session.stored.find(word.substr(1));
-    if (found != session.stored.end()) return found->second;
+    const auto found = state.stored.find(word.substr(1));
+    if (found != state.stored.end()) return found->second;
     throw Failure(kWrongUsage, "no image is stored as '" + word + "'");
   }
   const auto found = files.find(word);

@@ -38,15 +38,15 @@ class Chain {
   ImageValue Run(const ImageValue& input, const Observer& observe = {});
 
  private:
-  struct Session {
+  struct State {
     ImageValue input;
     ImageValue current;
     std::map<std::string, ImageValue> stored;
   };
 
-  std::size_t RunStep(std::size_t first, Session& session, const Observer& observe);
-  std::size_t RunOperation(std::size_t first, Session& session, const Observer& observe);
-  ImageValue FindImage(const std::string& word, const Session& session);
+  std::size_t RunStep(std::size_t first, State& state, const Observer& observe);
+  std::size_t RunOperation(std::size_t first, State& state, const Observer& observe);
+  ImageValue FindImage(const std::string& word, const State& state);
 
   std::vector<std::string> words;
   int repeat;

@@ -34,6 +34,7 @@ the next one. Behind its name stand, in the order that 'pic help OPERATION' show
   images       a file, @NAME for an image kept with 'store NAME', @ for the input
   constants    a grey level, or a colour r,g,b
   tables       a file of numbers, identity, invert, gamma:G, threshold:N
+  kernels      rows like 1,2,1/2,4,2/1,2,1, or a preset like sobel-x
 
 The current image is the first image of the operation; _ puts it elsewhere:
 

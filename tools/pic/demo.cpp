@@ -24,10 +24,11 @@ constexpr const char* kPart = "part.png";
 constexpr const char* kDefects = "defects.png";
 constexpr const char* kResult = "result.png";
 
-// Amplified differences above kLevel, that is differences above 40 grey levels, are defects.
-constexpr const char* kGain = "4";
-constexpr const char* kOffset = "-64";
-constexpr const char* kLevel = "96";
+// Amplified differences above kLevel, that is differences above 24 grey levels of smoothed images,
+// are defects.
+constexpr const char* kGain = "6";
+constexpr const char* kOffset = "-72";
+constexpr const char* kLevel = "72";
 
 struct Samples {
   ImageValue golden;
@@ -139,6 +140,22 @@ std::pair<std::string, std::string> AddGreyStep(Inspection& inspection, const Sa
   return names;
 }
 
+const Words kSmooth = {"convol-gaussian", "1"};
+
+// Smooths both images; the names of the smooth files.
+std::pair<std::string, std::string> AddSmoothStep(Inspection& inspection, const std::string& golden,
+                                                  const std::string& part, Page& page) {
+  PageStep step{"Smooth",
+                "Noise changes from picture to picture: a small Gaussian takes it away.",
+                "",
+                {},
+                {}};
+  inspection.Run(step, golden, kSmooth, "golden-smooth.png");
+  inspection.Run(step, part, kSmooth, "part-smooth.png");
+  page.steps.push_back(step);
+  return {"golden-smooth.png", "part-smooth.png"};
+}
+
 void AddStep(Inspection& inspection, Page& page, PageStep step, const std::string& input,
              const Words& steps, const std::string& output) {
   inspection.Run(step, input, steps, output);
@@ -146,21 +163,25 @@ void AddStep(Inspection& inspection, Page& page, PageStep step, const std::strin
 }
 
 void Inspect(Inspection& inspection, const Samples& samples, Page& page) {
-  const auto [golden, part] = AddGreyStep(inspection, samples, page);
+  const auto [greyGolden, greyPart] = AddGreyStep(inspection, samples, page);
+  const auto [golden, part] = AddSmoothStep(inspection, greyGolden, greyPart, page);
   const Words difference = {"oper", "absolute-difference", golden};
   const Words amplify = {"gain-offset", kGain, kOffset};
   const Words decide = {"oper", "greater", kLevel};
   const Words paint = {"set-overlay-color", "255,0,0"};
   // A deep image cannot carry colours.
-  const std::string shown = samples.part.PixelType() == Pixel::kBW16 ? part : kPart;
+  const std::string shown = samples.part.PixelType() == Pixel::kBW16 ? greyPart : kPart;
 
   AddStep(inspection, page,
           {"Difference", "How far each pixel is from the golden sample.", "", {}, {}}, part,
           difference, "difference.png");
-  AddStep(
-      inspection, page,
-      {"Amplify", "The offset removes the noise, the gain brings out what is left.", "", {}, {}},
-      "difference.png", amplify, "amplified.png");
+  AddStep(inspection, page,
+          {"Amplify",
+           "The gain brings the differences out, the offset removes the small ones.",
+           "",
+           {},
+           {}},
+          "difference.png", amplify, "amplified.png");
   AddStep(
       inspection, page,
       {"Decide", "A comparison with a constant gives white where the part is wrong.", "", {}, {}},
@@ -169,8 +190,8 @@ void Inspect(Inspection& inspection, const Samples& samples, Page& page) {
           {"Show", "The overlay colour is painted where the mask is not black.", "", {}, {}}, shown,
           Concatenated(std::array{paint, Words{"oper", "overlay", kDefects}}), kResult);
 
-  const Words whole = Concatenated(std::array{GreySteps(samples.part), difference, amplify, decide,
-                                              paint, Words{"oper", "overlay", "@", "_"}});
+  const Words whole = Concatenated(std::array{GreySteps(samples.part), kSmooth, difference, amplify,
+                                              decide, paint, Words{"oper", "overlay", "@", "_"}});
   page.wholeCommand = "pic " + shown + " " + Join(whole, " ") + " -o " + kResult;
 }
 

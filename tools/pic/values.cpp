@@ -6,10 +6,10 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
-#include <stdexcept>
 #include <utility>
 
 #include "tools/pic/failure.h"
+#include "tools/pic/kernels.h"
 #include "tools/pic/tables.h"
 #include "tools/pic/words.h"
 
@@ -166,6 +166,11 @@ Value ReadUntypedVector(const Parameter& /*parameter*/, const std::string& word)
   return {vector.get(), vector, {}};
 }
 
+Value ReadKernelValue(const Parameter& /*parameter*/, const std::string& word) {
+  auto kernel = ReadKernel(word);
+  return {kernel.get(), kernel, {}};
+}
+
 // A plain function cannot carry a table, so the one that is passed looks here. It serves one step
 // at a time: a step runs before the words of the next are read.
 template <class Element>
@@ -203,16 +208,19 @@ constexpr std::array kReaders = {
     KindReader{Kind::kByteVector, ReadTypedVector<LxBW8Vector, unsigned char>, kTableForms},
     KindReader{Kind::kWordVector, ReadTypedVector<LxBW16Vector, unsigned short>, kTableForms},
     KindReader{Kind::kVector, ReadUntypedVector, "numbers like 1,2,3 or u8:1,2,3"},
+    KindReader{Kind::kKernel, ReadKernelValue, kKernelForms},
     KindReader{Kind::kByteFunction, ReadFunction<unsigned char>, kTableForms},
     KindReader{Kind::kWordFunction, ReadFunction<unsigned short>, kTableForms}};
 
-const KindReader& ReaderOf(const Parameter& parameter) {
+// Null for a kind that has no words yet.
+const KindReader* FindReader(const Parameter& parameter) {
   const auto* const found =
       std::find_if(kReaders.begin(), kReaders.end(),
                    [&](const KindReader& each) { return each.kind == parameter.kind; });
-  if (found == kReaders.end()) throw std::logic_error(parameter.name + " is not read from words");
-  return *found;
+  return found == kReaders.end() ? nullptr : found;
 }
+
+constexpr const char* kNoWords = "cannot be written on the command line";
 
 template <class Vector>
 Value MakeTypedResult() {
@@ -228,7 +236,9 @@ Value MakeTypedResult() {
 
 Value ReadValue(const Parameter& parameter, const std::string& word) {
   try {
-    return ReaderOf(parameter).read(parameter, word);
+    const KindReader* const reader = FindReader(parameter);
+    if (reader == nullptr) throw Failure(kWrongUsage, kNoWords);
+    return reader->read(parameter, word);
   } catch (const Failure& failure) {
     throw failure.Of(parameter.name);
   }
@@ -249,13 +259,16 @@ Value MakeResult(const Parameter& parameter) {
       return {vector.get(), vector, [vector] { return VectorText(*vector); }};
     }
     default:
-      throw std::logic_error(parameter.name + " is not made for an operation to write");
+      throw Failure(kWrongUsage, parameter.name + " " + kNoWords);
   }
 }
 
 std::string ValueForms(const Parameter& parameter) {
   if (parameter.kind == Kind::kChoice) return "one of " + Join(ChoiceNames(parameter), ", ");
-  if (parameter.kind != Kind::kConstant) return ReaderOf(parameter).forms;
+  if (parameter.kind != Kind::kConstant) {
+    const KindReader* const reader = FindReader(parameter);
+    return reader == nullptr ? kNoWords : reader->forms;
+  }
   switch (parameter.pixel) {
     case Pixel::kBW8:
       return "0..255";

@@ -66,7 +66,7 @@ class LXPIC_API LxVectorTemplate {
   /// Replaces the content by that of a file. LX_ERROR_FILE_OPEN_FAILED or
   /// LX_ERROR_BAD_FILE_SIGNATURE: nothing changes. LX_ERROR_FILE_READ_FAILED: the file ends early;
   /// when that is behind the count, the vector has all its elements, the missing ones zero.
-  /// LX_ERROR_ALLOCATION_FAILED: the count claims more than 2 GiB that the file does not hold, or
+  /// LX_ERROR_ALLOCATION_FAILED: the count claims more than 64 MiB that the file does not hold, or
   /// there is no memory; the vector is empty. Bytes after the last element are ignored.
   void Load(const char* fileName);
   /// Load() with a zero-terminated UTF-16 name; trace "LxVector::Load ( Unicode)".

@@ -1,0 +1,208 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <opencv2/imgproc.hpp>
+
+#include <array>
+#include <string_view>
+#include <vector>
+
+#include "bench/peers_opencv.h"
+
+namespace lx::bench {
+
+namespace {
+
+constexpr int kBorder = cv::BORDER_REPLICATE;
+
+// What a peer works on. The scratch images keep their memory from call to call.
+struct Scene {
+  cv::Mat source;
+  cv::Mat destination;
+  std::array<cv::Mat, 4> scratch;
+  cv::Size window;
+  cv::Mat kernel;
+  bool absolute = false;
+
+  // Signed results of the source's pixels.
+  int SignedDepth() const { return source.depth() == CV_8U ? CV_16S : CV_32F; }
+};
+
+using Peer = void (*)(Scene&);
+
+// to = saturated(|from|)
+void TakeMagnitude(Scene& scene, const cv::Mat& from, cv::Mat& to) {
+  if (scene.source.depth() == CV_8U) return cv::convertScaleAbs(from, to);
+  cv::absdiff(from, cv::Scalar::all(0), scene.scratch[3]);
+  scene.scratch[3].convertTo(to, CV_16U);
+}
+
+template <int kX, int kY, int kSize>
+void Derive(Scene& scene) {
+  cv::Sobel(scene.source, scene.scratch[0], scene.SignedDepth(), kX, kY, kSize, 1, 0, kBorder);
+  TakeMagnitude(scene, scene.scratch[0], scene.destination);
+}
+
+// Both magnitudes, added up.
+template <int kSize>
+void DeriveTwice(Scene& scene) {
+  cv::Mat& signedResult = scene.scratch[0];
+  for (const bool vertical : {false, true}) {
+    cv::Sobel(scene.source, signedResult, scene.SignedDepth(), vertical ? 0 : 1, vertical ? 1 : 0,
+              kSize, 1, 0, kBorder);
+    TakeMagnitude(scene, signedResult, scene.scratch[vertical ? 2 : 1]);
+  }
+  cv::add(scene.scratch[1], scene.scratch[2], scene.destination);
+}
+
+const cv::Matx13f kOnes(1, 1, 1);
+const cv::Matx13f kDifference(-1, 0, 1);
+
+template <bool kVertical>
+void Prewitt(Scene& scene, cv::Mat& to) {
+  cv::sepFilter2D(scene.source, scene.scratch[0], scene.SignedDepth(),
+                  kVertical ? kOnes : kDifference, kVertical ? kDifference : kOnes,
+                  cv::Point(-1, -1), 0, kBorder);
+  TakeMagnitude(scene, scene.scratch[0], to);
+}
+
+template <bool kVertical>
+void PrewittDirection(Scene& scene) {
+  Prewitt<kVertical>(scene, scene.destination);
+}
+
+void PrewittGradient(Scene& scene) {
+  Prewitt<false>(scene, scene.scratch[1]);
+  Prewitt<true>(scene, scene.scratch[2]);
+  cv::add(scene.scratch[1], scene.scratch[2], scene.destination);
+}
+
+template <int... kWeights>
+void Filter(Scene& scene) {
+  static const cv::Matx33f kernel(kWeights...);
+  cv::filter2D(scene.source, scene.scratch[0], scene.SignedDepth(), kernel, cv::Point(-1, -1), 0,
+               kBorder);
+  TakeMagnitude(scene, scene.scratch[0], scene.destination);
+}
+
+void RingMean(Scene& scene) {
+  static const cv::Matx33f kernel(0.125F, 0.125F, 0.125F, 0.125F, 0, 0.125F, 0.125F, 0.125F,
+                                  0.125F);
+  cv::filter2D(scene.source, scene.destination, -1, kernel, cv::Point(-1, -1), 0, kBorder);
+}
+
+// All but the last row and column.
+void Roberts(Scene& scene) {
+  const cv::Mat& s = scene.source;
+  const cv::Size inner(s.cols - 1, s.rows - 1);
+  const auto corner = [&](int x, int y) { return s(cv::Rect(cv::Point(x, y), inner)); };
+  cv::Mat to = scene.destination(cv::Rect(cv::Point(0, 0), inner));
+  cv::absdiff(corner(1, 0), corner(0, 1), scene.scratch[0]);
+  cv::absdiff(corner(0, 0), corner(1, 1), scene.scratch[1]);
+  cv::add(scene.scratch[0], scene.scratch[1], to);
+}
+
+void Mean(Scene& scene) {
+  cv::blur(scene.source, scene.destination, scene.window, cv::Point(-1, -1), kBorder);
+}
+
+void Binomial(Scene& scene) {
+  cv::GaussianBlur(scene.source, scene.destination, scene.window, 0, 0, kBorder);
+}
+
+void Deviation(Scene& scene) {
+  auto& [mean, square, spare, root] = scene.scratch;
+  cv::boxFilter(scene.source, mean, CV_32F, scene.window, cv::Point(-1, -1), true, kBorder);
+  cv::sqrBoxFilter(scene.source, square, CV_32F, scene.window, cv::Point(-1, -1), true, kBorder);
+  cv::multiply(mean, mean, spare);
+  cv::subtract(square, spare, square);
+  cv::max(square, 0, square);
+  cv::sqrt(square, root);
+  root.convertTo(scene.destination, scene.destination.depth());
+}
+
+void UserKernel(Scene& scene) {
+  cv::Mat& result = scene.absolute ? scene.scratch[0] : scene.destination;
+  cv::filter2D(scene.source, result, scene.absolute ? scene.SignedDepth() : -1, scene.kernel,
+               cv::Point(-1, -1), 0, kBorder);
+  if (scene.absolute) TakeMagnitude(scene, result, scene.destination);
+}
+
+struct Row {
+  std::string_view function;
+  int window;  ///< columns and rows; 0 where the form says them
+  Peer peer;
+};
+
+constexpr std::array kRows = {
+    Row{"PicConvolSobelX", 0, Derive<1, 0, 3>},
+    Row{"PicConvolSobelY", 0, Derive<0, 1, 3>},
+    Row{"PicConvolSobel", 0, DeriveTwice<3>},
+    Row{"PicConvolPrewittX", 0, PrewittDirection<false>},
+    Row{"PicConvolPrewittY", 0, PrewittDirection<true>},
+    Row{"PicConvolPrewitt", 0, PrewittGradient},
+    Row{"PicConvolLaplacian4", 0, Filter<0, 1, 0, 1, -4, 1, 0, 1, 0>},
+    Row{"PicConvolLaplacian8", 0, Filter<1, 1, 1, 1, -8, 1, 1, 1, 1>},
+    Row{"PicConvolLaplacianX", 0, Derive<2, 0, 1>},
+    Row{"PicConvolLaplacianY", 0, Derive<0, 2, 1>},
+    Row{"PicConvolHighpass1", 0, Filter<0, -1, 0, -1, 5, -1, 0, -1, 0>},
+    Row{"PicConvolHighpass2", 0, Filter<-1, -1, -1, -1, 9, -1, -1, -1, -1>},
+    Row{"PicConvolLowpass1", 3, Mean},
+    Row{"PicConvolLowpass2", 0, RingMean},
+    Row{"PicConvolLowpass3", 3, Binomial},
+    Row{"PicConvolGradientX", 0, Derive<1, 0, 1>},
+    Row{"PicConvolGradientY", 0, Derive<0, 1, 1>},
+    Row{"PicConvolGradient", 0, DeriveTwice<1>},
+    Row{"PicConvolRoberts", 0, Roberts},
+    Row{"PicConvolUniform3x3", 3, Mean},
+    Row{"PicConvolUniform5x5", 5, Mean},
+    Row{"PicConvolUniform7x7", 7, Mean},
+    Row{"PicConvolGaussian3x3", 3, Binomial},
+    Row{"PicConvolGaussian5x5", 5, Binomial},
+    Row{"PicConvolGaussian7x7", 7, Binomial},
+    Row{"PicConvolUniform", 0, Mean},
+    Row{"PicConvolGaussian", 0, Binomial},
+    Row{"PicLocalAverage", 0, Mean},
+    Row{"PicLocalDeviation", 0, Deviation},
+    Row{"PicConvolKernel", 0, UserKernel},
+    Row{"PicConvolSymmetricKernel", 0, UserKernel}};
+
+// The coefficients, normalised.
+cv::Mat KernelMat(LxKernel& kernel) {
+  const cv::Mat view(kernel.GetSizeY(), kernel.GetSizeX(), CV_32F, kernel.GetDataPtr());
+  return view / cv::sum(view)[0];
+}
+
+Scene SceneOf(const Subject& subject, int window) {
+  const auto view = [&](std::size_t index) {
+    return ViewOf(std::get<LxGenericROI*>(subject.call.values[index]),
+                  subject.operation->parameters[index].pixel);
+  };
+  Scene scene;
+  scene.source = view(0);
+  scene.destination = view(1);
+  scene.window = {window, window};
+  const auto& numbers = subject.form.numbers;
+  if (numbers.size() == 2) {
+    scene.window = {2 * static_cast<int>(numbers[0]) + 1, 2 * static_cast<int>(numbers[1]) + 1};
+  }
+  if (LxKernel* const kernel = subject.form.kernel.get()) {
+    scene.kernel = KernelMat(*kernel);
+    scene.absolute = kernel->GetRectifier() == RECTIFIER_ABSOLUTE;
+  }
+  return scene;
+}
+
+}  // namespace
+
+Job ConvolutionPeer(const Subject& subject) {
+  for (const Row& row : kRows) {
+    if (row.function != subject.operation->function) continue;
+    return [scene = SceneOf(subject, row.window), peer = row.peer]() mutable {
+      const cv::Mat destination = scene.destination;
+      peer(scene);
+      ExpectResultIn(destination, scene.destination);
+    };
+  }
+  return {};
+}
+
+}  // namespace lx::bench

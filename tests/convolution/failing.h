@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "base/outcome.h"
+#include "support/allocation_failure.h"
+
+namespace lx::test {
+
+/// What a call comes to whose first allocation fails.
+template <class Call>
+std::string FailingOutcome(const Call& call) {
+  const FailAllocation guard(0);
+  call();
+  EXPECT_TRUE(guard.Fired());
+  return TakeOutcome();
+}
+
+}  // namespace lx::test

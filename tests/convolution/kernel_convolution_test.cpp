@@ -1,0 +1,251 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "convolution/chosen_case.h"
+#include "convolution/failing.h"
+#include "convolution/filled.h"
+#include "support/kernels.h"
+
+namespace lx::test {
+namespace {
+
+constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
+
+// The result in the middle of an image of one value.
+int OnConstant(LxKernel& kernel, int level) {
+  Filled<LxBW8> image(9, 9, static_cast<std::uint8_t>(level));
+  Filled<LxBW8> result(9, 9, 77);
+  PicConvolKernel(&image, &result, &kernel);
+  EXPECT_EQ(TakeOutcome(), "0");
+  return result.GetPixel(4, 4).value;
+}
+
+TEST(KernelConvolution, EachWayRoundsInItsOwnFashion) {
+  LxKernel uniform(KERNEL_UNIFORM);
+  EXPECT_EQ(OnConstant(uniform, 200), 196);
+  uniform.SetRectifier(RECTIFIER_ABSOLUTE);
+  EXPECT_EQ(OnConstant(uniform, 200), 199);
+  uniform.SetRectifier(RECTIFIER_NONE);
+  EXPECT_EQ(OnConstant(uniform, 200), 200);
+}
+
+TEST(KernelConvolution, OffsetsAndRectifiers) {
+  LxKernel small(KERNEL_UNIFORM);
+  small.SetOffset(128);
+  EXPECT_EQ(OnConstant(small, 100), 98);  // which takes no offset
+  const auto large = MakeKernel(5, std::vector<float>(25, 1.0F));
+  large->SetOffset(50);
+  EXPECT_EQ(OnConstant(*large, 100), 149);
+  large->SetRectifier(RECTIFIER_NEGATIVE);
+  EXPECT_EQ(OnConstant(*large, 100), 0);
+  large->SetOffset(0U - 120);
+  EXPECT_EQ(OnConstant(*large, 100), 20);
+  large->SetRectifier(RECTIFIER_ABSOLUTE);
+  EXPECT_EQ(OnConstant(*large, 100), 21);
+  large->SetRectifier(7);
+  EXPECT_EQ(OnConstant(*large, 100), 77);
+  // On the real way every rectifier that has no meaning leaves the sum alone.
+  const auto odd = MakeKernel(4, std::vector<float>(16, 1.0F));
+  odd->SetRectifier(7);
+  EXPECT_EQ(OnConstant(*odd, 100), 100);
+  odd->SetOffset(0x7FFFFFFF);
+  EXPECT_EQ(OnConstant(*odd, 100), 0);
+  odd->SetOffset(0U - 30);
+  EXPECT_EQ(OnConstant(*odd, 100), 70);
+}
+
+TEST(KernelConvolution, ValuesBeyondEveryRange) {
+  const auto real = MakeKernel(4, std::vector<float>(16, 1.0F));
+  const auto fixed = StandardKernel();
+  LxKernel positive(KERNEL_UNIFORM);
+  for (LxKernel* const kernel : {real.get(), fixed.get(), &positive}) {
+    kernel->SetGain(kNan);
+    EXPECT_EQ(OnConstant(*kernel, 100), 0);
+  }
+  real->SetGain(1e30F);
+  EXPECT_EQ(OnConstant(*real, 100), 255);
+  real->SetGain(-1e30F);
+  EXPECT_EQ(OnConstant(*real, 100), 0);
+  real->SetGain(1);
+  real->SetOutsideValue(0xFFFFFFFF);
+  Filled<LxBW8> image(2, 2, 0);
+  Filled<LxBW8> result(2, 2, 0);
+  PicConvolKernel(&image, &result, real.get());
+  EXPECT_EQ(result.GetPixel(0, 0), 255);
+}
+
+// Window columns x - 2 to x + 1: one more to the left and to the top.
+TEST(KernelConvolution, EvenWindowsReachFartherToTheTopLeft) {
+  const auto kernel = MakeKernel(4, std::vector<float>(16, 1.0F));
+  kernel->SetGain(16);
+  Filled<LxBW8> image(9, 9, 0);
+  LxImage<LxBW8> result(9, 9);
+  image.SetPixel(100, 4, 4);
+  PicConvolKernel(&image, &result, kernel.get());
+  for (int y = 0; y < 9; ++y) {
+    for (int x = 0; x < 9; ++x) {
+      const bool sees = x >= 3 && x <= 6 && y >= 3 && y <= 6;
+      EXPECT_EQ(result.GetPixel(x, y), sees ? 100 : 0) << x << " " << y;
+    }
+  }
+}
+
+TEST(KernelConvolution, OnlyTheRealWayHasAnOutside) {
+  Filled<LxBW8> image(9, 9, 160);
+  Filled<LxBW8> result(9, 9, 0);
+  LxKernel kernel(KERNEL_GAUSSIAN);
+  for (const short rectifier : {short{2}, short{3}, short{0}}) {
+    kernel.SetRectifier(rectifier);
+    PicConvolKernel(&image, &result, &kernel);
+    EXPECT_EQ(result.GetPixel(0, 0), rectifier == 0 ? 90 : 160);
+    EXPECT_EQ(result.GetPixel(4, 8), rectifier == 0 ? 120 : 160);
+    EXPECT_EQ(result.GetPixel(4, 4), 160);
+  }
+}
+
+TEST(KernelConvolution, LargeKernelsAndOnesLargerThanTheImage) {
+  for (const char* const pixel : {"LxBW8", "LxBW16", "LxC24"}) {
+    const Operation& operation = OperationOn("PicConvolKernel", pixel);
+    Random random("large kernels");
+    for (const auto& [columns, rows] : {std::pair{33, 2}, std::pair{2, 64}, std::pair{70, 70}}) {
+      Arguments call(operation);
+      std::vector<float> coefficients(static_cast<std::size_t>(columns * rows));
+      for (float& k : coefficients) k = static_cast<float>(random.Real(-1, 2));
+      call.SetKernel(2, MakeKernel(columns, coefficients));
+      EXPECT_EQ(CaseFailure(operation, call, {40, 9}), "");
+      EXPECT_EQ(CaseFailure(operation, call, {3, 1}), "");
+    }
+  }
+}
+
+TEST(SymmetricKernel, ReadsItsOctantOnly) {
+  const auto kernel = StandardKernel();
+  const auto spoilt = StandardKernel();
+  spoilt->SetKernelData(4, 0, 1000);
+  spoilt->SetKernelData(0, 1, kNan);
+  spoilt->SetKernelData(2, 4, -5);
+  Filled<LxBW8> image(9, 9, 0);
+  image.SetPixel(255, 4, 4);
+  image.SetPixel(130, 0, 8);
+  LxImage<LxBW8> expected(9, 9);
+  LxImage<LxBW8> result(9, 9);
+  PicConvolSymmetricKernel(&image, &expected, kernel.get());
+  PicConvolSymmetricKernel(&image, &result, spoilt.get());
+  for (int i = 0; i < 81; ++i)
+    EXPECT_EQ(result.GetPixel(i % 9, i / 9), expected.GetPixel(i % 9, i / 9));
+  EXPECT_EQ(expected.GetPixel(4, 4), 35);
+}
+
+// Both operations, and the outcome of each on the source, a kernel and a destination.
+template <class T>
+struct Engine {
+  Filled<T> source{6, 6, T{}};
+  Filled<T> destination{6, 6, T{}};
+
+  std::string General(LxROI<T>* to, LxKernel* kernel) {
+    PicConvolKernel(&source, to, kernel);
+    return TakeOutcome();
+  }
+  std::string Symmetric(LxROI<T>* to, LxKernel* kernel) {
+    PicConvolSymmetricKernel(&source, to, kernel);
+    return TakeOutcome();
+  }
+};
+
+// `general` and `symmetric` are what each operation traces, blank and innermost first.
+template <class T>
+void ExpectErrors(const std::string& general, const std::string& symmetric) {
+  Engine<T> engine;
+  LxROI<T>* const to = &engine.destination;
+  EXPECT_EQ(engine.General(to, nullptr), "1700" + general);
+  EXPECT_EQ(engine.Symmetric(to, nullptr), "1700" + symmetric);
+  LxKernel empty;
+  EXPECT_EQ(engine.General(to, &empty), "1700" + general);
+  LxKernel flat(KERNEL_GAUSSIAN);
+  flat.SetSizeY(0);
+  EXPECT_EQ(engine.General(to, &flat), "1703" + general);
+  EXPECT_EQ(engine.Symmetric(to, &flat), "1703" + symmetric);
+  flat.SetSizeX(-3);
+  flat.SetSizeY(-3);
+  EXPECT_EQ(engine.General(to, &flat), "1703" + general);
+
+  LxKernel plain(KERNEL_GAUSSIAN);
+  plain.SetRectifier(RECTIFIER_NONE);
+  EXPECT_EQ(engine.General(to, &plain), "0");
+  EXPECT_EQ(engine.Symmetric(to, &plain), "1702" + symmetric);
+  plain.SetSizeX(1);
+  EXPECT_EQ(engine.Symmetric(to, &plain), "1702" + symmetric);
+  plain.SetRectifier(RECTIFIER_ABSOLUTE);
+  EXPECT_EQ(engine.Symmetric(to, &plain), "1703" + symmetric);
+  const auto even = MakeKernel(4, std::vector<float>(16, 1.0F));
+  EXPECT_EQ(engine.Symmetric(to, even.get()), "1703" + symmetric);
+}
+
+TEST(KernelConvolution, Errors) {
+  ExpectErrors<LxBW8>(" PicConvolKernel BW8", " PicConvolSymmetricKernel");
+  ExpectErrors<LxBW16>(" PicConvolKernel BW16", " PicConvolSymmetricKernel BW16");
+  ExpectErrors<LxC24>(" PicConvolKernel BW8 < PicConvolKernel ( C24)",
+                      " PicConvolSymmetricKernel < PicConvolSymmetricKernel ( C24)");
+}
+
+TEST(KernelConvolution, InPlaceOnlyWith3x3KernelsOfPositiveResults) {
+  LxKernel positive(KERNEL_GAUSSIAN);
+  const auto large = StandardKernel();
+  LxKernel absolute(KERNEL_GAUSSIAN);
+  absolute.SetRectifier(RECTIFIER_ABSOLUTE);
+  Engine<LxBW8> grey;
+  Engine<LxBW16> deep;
+  Engine<LxC24> colour;
+  EXPECT_EQ(grey.General(nullptr, &positive), "0");
+  EXPECT_EQ(deep.General(&deep.source, &positive), "0");
+  EXPECT_EQ(grey.General(nullptr, &absolute), "1413 PicConvolKernel BW8");
+  EXPECT_EQ(deep.General(nullptr, large.get()), "1413 PicConvolKernel BW16");
+  EXPECT_EQ(grey.Symmetric(nullptr, &positive), "1413 PicConvolSymmetricKernel");
+  EXPECT_EQ(colour.General(nullptr, &positive), "1413 PicConvolKernel ( C24)");
+  EXPECT_EQ(colour.General(&colour.source, &positive), "1413 PicConvolKernel ( C24)");
+  // What is wrong with the kernel comes first.
+  LxKernel empty;
+  EXPECT_EQ(grey.General(nullptr, &empty), "1700 PicConvolKernel BW8");
+}
+
+TEST(KernelConvolution, RegionsComeBeforeKernels) {
+  Engine<LxBW8> grey;
+  LxImage<LxBW8> unattached;
+  LxImage<LxBW8> other(5, 6);
+  EXPECT_EQ(grey.General(&unattached, nullptr), "1400 PicConvolKernel BW8");
+  EXPECT_EQ(grey.General(&other, nullptr), "1403 PicConvolKernel BW8");
+  EXPECT_EQ(grey.Symmetric(&other, nullptr), "1403 PicConvolSymmetricKernel");
+}
+
+TEST(KernelConvolution, FailingAllocationsAreTracedFromTheWorker) {
+  const auto large = StandardKernel();
+  const auto real = MakeKernel(4, std::vector<float>(16, 1.0F));
+  const auto widest = MakeKernel(7, std::vector<float>(49, 1.0F));
+  Engine<LxBW8> grey;
+  Engine<LxBW16> deep;
+  Engine<LxC24> colour;
+  EXPECT_EQ(FailingOutcome([&] { PicConvolKernel(&grey.source, &grey.destination, large.get()); }),
+            "1303 ConvolKernel5x5 < PicConvolKernel BW8");
+  EXPECT_EQ(FailingOutcome([&] { PicConvolKernel(&grey.source, &grey.destination, real.get()); }),
+            "1303 PicConvolKernel BW8");
+  EXPECT_EQ(FailingOutcome([&] { PicConvolKernel(&deep.source, &deep.destination, widest.get()); }),
+            "1303 ConvolKernel7x7 BW16 < PicConvolKernel BW16");
+  EXPECT_EQ(
+      FailingOutcome([&] { PicConvolKernel(&colour.source, &colour.destination, large.get()); }),
+      "1303 ConvolKernel5x5 < PicConvolKernel BW8 < PicConvolKernel ( C24)");
+  EXPECT_EQ(FailingOutcome(
+                [&] { PicConvolSymmetricKernel(&grey.source, &grey.destination, large.get()); }),
+            "1303 ConvolKernelS5xS5 < PicConvolSymmetricKernel");
+  EXPECT_EQ(FailingOutcome(
+                [&] { PicConvolSymmetricKernel(&deep.source, &deep.destination, widest.get()); }),
+            "1303 ConvolKernelS7xS7 (BW16) < PicConvolSymmetricKernel BW16");
+  EXPECT_EQ(FailingOutcome([&] {
+              PicConvolSymmetricKernel(&colour.source, &colour.destination, widest.get());
+            }),
+            "1303 ConvolKernelS7xS7 < PicConvolSymmetricKernel < PicConvolSymmetricKernel ( C24)");
+}
+
+}  // namespace
+}  // namespace lx::test

@@ -1,0 +1,198 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "convolution/chosen_case.h"
+#include "convolution/failing.h"
+#include "convolution/filled.h"
+
+namespace lx::test {
+namespace {
+
+constexpr unsigned kMost = 0xFFFFFFFF;
+
+TEST(Smoothing, KnownResults) {
+  Filled<LxBW8> bright(6, 6, 255);
+  Filled<LxBW8> result(6, 6, 0);
+  const auto corner = [&result] { return int{result.GetPixel(0, 5).value}; };
+  PicConvolUniform(&bright, &result, 2, 2);
+  EXPECT_EQ(corner(), 254);
+  PicConvolUniform(&bright, &result, 1, 0);
+  EXPECT_EQ(corner(), 254);
+  PicConvolUniform(&bright, &result, 1);
+  EXPECT_EQ(corner(), 251);
+  PicConvolUniform(&bright, &result, 0);
+  EXPECT_EQ(corner(), 255);
+  PicConvolGaussian(&bright, &result, 3);
+  EXPECT_EQ(corner(), 255);
+  PicLocalDeviation(&bright, &result, 2);
+  EXPECT_EQ(corner(), 0);
+
+  Filled<LxBW8> row(3, 1, 0);
+  LxImage<LxBW8> deviation(3, 1);
+  row.SetPixel(255, 2, 0);
+  PicLocalDeviation(&row, &deviation, 1, 0);
+  EXPECT_EQ(deviation.GetPixel(1, 0), 120);
+  EXPECT_EQ(deviation.GetPixel(0, 0), 0);
+}
+
+TEST(Smoothing, OnlySmallBoxesRunInPlace) {
+  Filled<LxBW8> grey(6, 6, 9);
+  Filled<LxBW16> deep(6, 6, 9);
+  PicConvolUniform(&grey, &grey, 2, 2);
+  EXPECT_EQ(TakeOutcome(), "1413 PicConvolUniform");
+  PicConvolUniform(&deep, nullptr, 0, 2);
+  EXPECT_EQ(TakeOutcome(), "1413 PicConvolUniform (BW16)");
+  PicLocalAverage(&grey, nullptr, 1, 2);
+  EXPECT_EQ(TakeOutcome(), "1413 PicLocalAverage");
+  for (const unsigned x : {0U, 1U}) {
+    for (const unsigned y : {0U, 1U}) {
+      PicLocalAverage(&deep, nullptr, x, y);
+      EXPECT_EQ(TakeOutcome(), "0") << x << y;
+    }
+  }
+  // Even where the window is cut to one pixel.
+  Filled<LxBW8> one(1, 1, 9);
+  PicConvolUniform(&one, &one, 5);
+  EXPECT_EQ(TakeOutcome(), "1413 PicConvolUniform");
+}
+
+TEST(Smoothing, FailingStepsAreTraced) {
+  Filled<LxBW8> grey(6, 6, 9);
+  Filled<LxBW8> result(6, 6, 9);
+  Filled<LxBW16> deep(6, 6, 9);
+  Filled<LxC24> colour(6, 6, {9, 8, 7});
+  EXPECT_EQ(FailingOutcome([&] { PicConvolUniform(&grey, &grey, 1, 0); }),
+            "1303 PicConvolUniformX (BW8) < PicConvolUniform");
+  EXPECT_EQ(FailingOutcome([&] { PicConvolUniform(&deep, &deep, 0, 1); }),
+            "1303 ConvolUniformY (BW16) < PicConvolUniform (BW16)");
+  EXPECT_EQ(FailingOutcome([&] { PicLocalAverage(&deep, &deep, 1); }),
+            "1303 PicConvolUniform3x3 (BW16) < PicLocalAverage (BW16)");
+  EXPECT_EQ(FailingOutcome([&] { PicConvolUniform(&colour, &colour, 1, 0); }),
+            "1303 PicConvolUniformX (BW8) < PicConvolUniform ( C24)");
+  EXPECT_EQ(FailingOutcome([&] { PicConvolGaussian(&grey, &grey, 2, 0); }),
+            "1303 PicConvolGaussianX (BW8) < PicConvolGaussian");
+  EXPECT_EQ(FailingOutcome([&] { PicConvolGaussian(&deep, &deep, 0, 2); }),
+            "1303 PicConvolGaussianY (BW16) < PicConvolGaussian (BW16)");
+  EXPECT_EQ(FailingOutcome([&] { PicConvolGaussian(&colour, &colour, 3); }),
+            "1303 PicConvolGaussian3x3 (BW8) < PicConvolGaussian ( C24)");
+  EXPECT_EQ(FailingOutcome([&] { PicConvolUniform(&grey, &result, 2); }), "1303 PicConvolUniform");
+  EXPECT_EQ(FailingOutcome([&] { PicLocalDeviation(&grey, &result, 2); }),
+            "1303 PicLocalDeviation");
+  EXPECT_EQ(FailingOutcome([&] { PicConvolUniform5x5(&grey, &result); }), "1303 ConvolUniform5x5");
+}
+
+// Passes run in batches, and now and then one looks whether there is still something to do.
+TEST(Gaussian, ManyPasses) {
+  for (const char* const pixel : {"LxBW8", "LxBW16", "LxC24"}) {
+    const Operation& gaussian = OperationOn("PicConvolGaussian", pixel);
+    for (const double passes : {63, 64, 65, 66, 72, 128, 131}) {
+      for (const InPlace inPlace : {InPlace::kNone, InPlace::kFirst}) {
+        EXPECT_EQ(NumbersFailure(gaussian, {passes, passes}, {37, 11}, Content::kNoise, inPlace),
+                  "");
+      }
+      EXPECT_EQ(NumbersFailure(gaussian, {passes, 3}, {41, 5}), "");
+      EXPECT_EQ(NumbersFailure(gaussian, {0, passes}, {3, 41}), "");
+    }
+  }
+}
+
+std::vector<int> Levels(LxImage<LxBW16>& image) {
+  std::vector<int> levels;
+  for (int i = 0; i < 60; ++i) levels.push_back(image.GetPixel(i % 12, i / 12).value);
+  return levels;
+}
+
+// Single passes until they change nothing any more, which is what all further ones would do.
+void Settle(LxImage<LxBW16>& image, unsigned halfX, unsigned halfY) {
+  std::vector<int> before;
+  while (before != Levels(image)) {
+    before = Levels(image);
+    PicConvolGaussian(&image, &image, halfX, halfY);
+  }
+}
+
+TEST(Gaussian, BillionsOfPassesEnd) {
+  LxImage<LxBW16> image(12, 5);
+  LxImage<LxBW16> expected(12, 5);
+  for (int i = 0; i < 60; ++i) {
+    image.SetPixel(static_cast<std::uint16_t>(i * 54321 % 65536), i % 12, i / 12);
+  }
+  LxImage<LxBW16> result(12, 5);
+  PicConvolGaussian(&image, &result, kMost - 1, 4000000000U);
+  EXPECT_EQ(TakeOutcome(), "0");
+  PicCopy(&image, &expected);
+  Settle(expected, 1, 1);
+  Settle(expected, 1, 0);
+  EXPECT_EQ(Levels(result), Levels(expected));
+
+  PicCopy(&image, &expected);
+  Settle(expected, 0, 1);
+  PicConvolGaussian(&image, nullptr, 0, kMost - 1);
+  EXPECT_EQ(Levels(image), Levels(expected));
+}
+
+// A window that covers every pixel from everywhere: each row and column once, and those of the edge
+// again for every step beyond it.
+template <class T>
+void ExpectWholeMean(int size) {
+  LxImage<T> image(size, size);
+  LxImage<T> result(size, size);
+  const auto level = [](int x, int y) { return std::int64_t{(x * 7919 + y * 104729) % 251}; };
+  for (int y = 0; y < size; ++y) {
+    for (int x = 0; x < size; ++x) {
+      image.SetPixel(static_cast<decltype(T::value)>(level(x, y)), x, y);
+    }
+  }
+  PicConvolUniform(&image, &result, kMost, 100000);
+  const std::int64_t count = std::int64_t{2 * size - 1} * (2 * size - 1);
+  ASSERT_GT(count, 1 << 24);
+  for (const auto& [x, y] : {std::pair{0, 0}, std::pair{size - 1, 0}, std::pair{5, size / 2},
+                             std::pair{size / 3, size - 1}}) {
+    std::int64_t sum = 0;
+    for (int j = 0; j < size; ++j) {
+      const int rows = 1 + (j == 0 ? size - 1 - y : 0) + (j == size - 1 ? y : 0);
+      for (int i = 0; i < size; ++i) {
+        const int columns = 1 + (i == 0 ? size - 1 - x : 0) + (i == size - 1 ? x : 0);
+        sum += level(i, j) * rows * columns;
+      }
+    }
+    EXPECT_EQ(result.GetPixel(x, y).value, sum / count) << x << " " << y;
+  }
+}
+
+TEST(Uniform, WindowsOfMoreThanSixteenMillionPixels) {
+  ExpectWholeMean<LxBW8>(2049);
+  ExpectWholeMean<LxBW16>(2049);
+}
+
+// Sums that only just fit their lanes, and some that do not.
+TEST(Uniform, WindowsOnTheEdgeOfTheirSums) {
+  for (const char* const pixel : {"LxBW8", "LxBW16"}) {
+    for (const char* const function : {"PicConvolUniform", "PicLocalDeviation"}) {
+      const Operation& operation = OperationOn(function, pixel);
+      for (const double half : {127, 128, 129, 130}) {
+        for (const Content content : {Content::kConstant, Content::kExtremes, Content::kEdges}) {
+          EXPECT_EQ(NumbersFailure(operation, {half, half}, {270, 3}, content), "");
+          EXPECT_EQ(NumbersFailure(operation, {half, half}, {133, 140}, content), "");
+        }
+      }
+    }
+  }
+}
+
+// Half of the pixels 0 and half the largest value: the greatest deviation there is.
+TEST(Deviation, Greatest) {
+  Filled<LxBW16> image(100, 1, 0);
+  LxImage<LxBW16> result(100, 1);
+  for (int x = 50; x < 100; ++x) image.SetPixel(65535, x, 0);
+  PicLocalDeviation(&image, &result, 1, 0);
+  // sqrt(3 * 65535^2 - 65535^2) / 3
+  EXPECT_EQ(result.GetPixel(50, 0), 30893);
+  PicLocalDeviation(&image, &result, 49, 0);
+  EXPECT_EQ(result.GetPixel(49, 0), 32765);
+}
+
+}  // namespace
+}  // namespace lx::test

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: Apache-2.0
+// Kernels for the operations that take one.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "lxpic/lxpic.h"
+#include "support/random.h"
+
+namespace lx::test {
+
+/// A kernel of these coefficients, row by row, with gain 1 and rectifier 2.
+std::shared_ptr<LxKernel> MakeKernel(int columns, const std::vector<float>& coefficients);
+/// The 5 × 5 binomial: a kernel that every operation takes and none takes in place.
+std::shared_ptr<LxKernel> StandardKernel();
+/// A preset, or random coefficients; sizes, gains, offsets, rectifiers and outside values of every
+/// kind.
+std::shared_ptr<LxKernel> DrawKernel(Random& random);
+/// The same, of a size and with a rectifier that symmetric kernels can have. The coefficients need
+/// not be symmetric.
+std::shared_ptr<LxKernel> DrawSymmetricKernel(Random& random);
+
+/// Size, coefficients and settings in one line.
+std::string KernelText(LxKernel& kernel);
+
+}  // namespace lx::test
