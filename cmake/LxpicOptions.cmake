@@ -10,7 +10,9 @@ if(LXPIC_WARNINGS_AS_ERRORS)
 endif()
 if(LXPIC_SANITIZE)
   target_compile_options(lxpic_options INTERFACE
-    -fsanitize=${LXPIC_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    -fsanitize=${LXPIC_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer
+    # Instrumented standard headers confuse g++ 12.
+    -Wno-maybe-uninitialized)
   target_link_options(lxpic_options INTERFACE -fsanitize=${LXPIC_SANITIZE})
 endif()
 if(LXPIC_COVERAGE)

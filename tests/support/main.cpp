@@ -3,7 +3,6 @@
 
 // The sanitizers ask the program for options under these names. The library must see a refused
 // allocation as null, as it does without them.
-// NOLINTBEGIN(bugprone-reserved-identifier)
 #define LX_SANITIZER_OPTIONS extern "C" __attribute__((visibility("default"), used)) const char*
 
 LX_SANITIZER_OPTIONS __asan_default_options();
@@ -11,7 +10,6 @@ LX_SANITIZER_OPTIONS __tsan_default_options();
 
 const char* __asan_default_options() { return "allocator_may_return_null=1:detect_leaks=1"; }
 const char* __tsan_default_options() { return "allocator_may_return_null=1"; }
-// NOLINTEND(bugprone-reserved-identifier)
 
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
