@@ -161,9 +161,9 @@ class SumsOfDots {
   void RowOf(const std::uint8_t* const* rows, std::size_t width, std::uint8_t* to) const {
     constexpr std::size_t kGroups = kSize > 3 ? 2 : 1;
     __m512i factors[kDigits][kSize][kGroups];
-    __m128i shifts[kDigits];
+    __m512i shifts[kDigits];
     for (std::size_t k = 0; k < kDigits; ++k) {
-      shifts[k] = _mm_cvtsi32_si128(static_cast<int>(8 * digits_[k]));
+      shifts[k] = _mm512_set1_epi32(static_cast<int>(8 * digits_[k]));
       for (std::size_t j = 0; j < kSize; ++j) {
         for (std::size_t g = 0; g < kGroups; ++g) {
           std::int32_t four = 0;
@@ -174,7 +174,7 @@ class SumsOfDots {
     }
     const __m512i spread[2] = {_mm512_load_si512(spread_[0]), _mm512_load_si512(spread_[1])};
     const __m512i offset = _mm512_set1_epi32(static_cast<std::int32_t>(kernel_.offset));
-    const __m128i fraction = _mm_cvtsi32_si128(kernel_.fraction);
+    const __m512i fraction = _mm512_set1_epi32(kernel_.fraction);
     const bool absolute = kernel_.absolute;
     const std::uint8_t* lines[kSize];
     std::copy(rows, rows + kSize, lines);
@@ -182,7 +182,9 @@ class SumsOfDots {
       __m512i sums[kDigits] = {};
 #pragma GCC unroll 8
       for (std::size_t j = 0; j < kSize; ++j) {
-        const __m512i pixels = _mm512_loadu_si512(lines[j] + x);
+        // Twenty-three bytes are wanted: half a vector seldom crosses a cache line.
+        const __m512i pixels = _mm512_castsi256_si512(
+            _mm256_loadu_si256(reinterpret_cast<const __m256i*>(lines[j] + x)));
 #pragma GCC unroll 2
         for (std::size_t g = 0; g < kGroups; ++g) {
           const __m512i taps = _mm512_permutexvar_epi8(spread[g], pixels);
@@ -195,9 +197,9 @@ class SumsOfDots {
       __m512i sum = offset;
 #pragma GCC unroll 4
       for (std::size_t k = 0; k < kDigits; ++k) {
-        sum = _mm512_add_epi32(sum, _mm512_sll_epi32(sums[k], shifts[k]));
+        sum = _mm512_add_epi32(sum, _mm512_sllv_epi32(sums[k], shifts[k]));
       }
-      sum = _mm512_sra_epi32(sum, fraction);
+      sum = _mm512_srav_epi32(sum, fraction);
       if (absolute) sum = _mm512_abs_epi32(sum);
       const __m128i bytes = _mm512_cvtusepi32_epi8(_mm512_max_epi32(sum, _mm512_setzero_si512()));
       if (x + 16 <= width) {
