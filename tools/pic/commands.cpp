@@ -109,10 +109,10 @@ ExitCode RunSynth(const Arguments& arguments) {
   app.add_option("--defects", options.defects, "How many defects")->check(CLI::Range(0, 100));
   app.add_option("--seed", options.seed, "Of the defects and the noise")->capture_default_str();
   app.add_option("--noise", options.noise, "Standard deviation in grey levels")
-      ->check(CLI::Range(0, 100))
+      ->check(CLI::Range(0.0, 100.0))
       ->capture_default_str();
   app.add_option("--light", options.light, "How many percent darker the darkest corner is")
-      ->check(CLI::Range(0, 100))
+      ->check(CLI::Range(0.0, 100.0))
       ->capture_default_str();
   app.add_option("--size", size, "WxH")->default_str("1200x900");
   app.add_flag("--color", options.colour, "In colour");
