@@ -29,7 +29,8 @@ struct Source {
 
 // Reads the kernel; the getters reset the error state, which has no error here.
 bool ReadKernel(LxKernel* kernel, Source& source) {
-  if (!lx::Require(kernel != nullptr && kernel->GetDataPtr() != nullptr, LX_ERROR_KERNEL_NO_DATA)) {
+  if (kernel == nullptr || kernel->GetDataPtr() == nullptr) {
+    LxSetError(LX_ERROR_KERNEL_NO_DATA);
     return false;
   }
   const int x = kernel->GetSizeX();

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "support/crash_note.h"
 
-#include <signal.h>  // NOLINT(modernize-deprecated-headers): for sigaction()
+#include <signal.h>
 
 #include <cstdio>
 

@@ -26,7 +26,7 @@ Bytes PngSamples(const std::string& path) {
   png_read_png(png, info, PNG_TRANSFORM_IDENTITY, nullptr);
   Bytes bytes;
   for (png_uint_32 y = 0; y < png_get_image_height(png, info); ++y) {
-    const png_bytep row = png_get_rows(png, info)[y];
+    const unsigned char* const row = png_get_rows(png, info)[y];
     bytes.insert(bytes.end(), row, row + png_get_rowbytes(png, info));
   }
   png_destroy_read_struct(&png, &info, nullptr);
