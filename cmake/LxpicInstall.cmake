@@ -22,6 +22,7 @@ install(FILES
   DESTINATION ${package_dir})
 
 # The file finds its prefix from where it lies, so that an installed tree can be moved.
-file(RELATIVE_PATH pkgconfig_to_prefix /prefix/${pkgconfig_dir} /prefix)
+cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX
+  BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX}/${pkgconfig_dir} OUTPUT_VARIABLE pkgconfig_to_prefix)
 configure_file(cmake/lxpic.pc.in ${PROJECT_BINARY_DIR}/lxpic.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/lxpic.pc DESTINATION ${pkgconfig_dir})
