@@ -135,11 +135,8 @@ HWY_INLINE Neighbours<D> LoadAtBorder(D d, const hn::TFromD<D>* row, std::size_t
 // soon. Rows that are cut into strips are too short for the processor to see the next one coming.
 template <bool kWrite>
 HWY_INLINE void PrefetchBytes(const void* at, std::ptrdiff_t distance, std::size_t bytes) {
-  const auto first = reinterpret_cast<std::intptr_t>(at) + distance;
-  for (std::size_t i = 0; i < bytes; i += kLargestVector) {
-    __builtin_prefetch(reinterpret_cast<const void*>(first + static_cast<std::intptr_t>(i)),
-                       kWrite);
-  }
+  const char* const first = static_cast<const char*>(at) + distance;
+  for (std::size_t i = 0; i < bytes; i += kLargestVector) __builtin_prefetch(first + i, kWrite);
 }
 
 // One pass of a rule over an image. Feed it the row before the first, the rows in order, and the
@@ -147,6 +144,8 @@ HWY_INLINE void PrefetchBytes(const void* at, std::ptrdiff_t distance, std::size
 template <typename T, std::size_t kStride, class Rule>
 class Pass {
  public:
+  using Element = T;
+
   HWY_INLINE Pass() {}
 
   // `scratch` has PassBytes() bytes.
@@ -256,6 +255,23 @@ HWY_INLINE std::size_t StripWidth(const Neighbourhood& map, std::size_t passes) 
   return (map.elements / strips / kLargestVector + 1) * kLargestVector;
 }
 
+// Feeds row `row` of `source` to a pass: the first row after what stands for the row above it, and
+// `height` for what stands for the row below the last.
+template <class P>
+HWY_INLINE void FeedRow(P& pass, const Neighbourhood& map, const Rows& source, std::size_t row,
+                        std::size_t first, std::size_t end) {
+  using T = typename P::Element;
+  if (row == 0) {
+    const T* const top = source.Row<const T>(0);
+    pass.Feed(pass.Beyond(top), pass.Unused(), first, end);
+    pass.Feed(top, pass.Unused(), first, end);
+    return;
+  }
+  const T* const from = row < map.height ? source.Row<const T>(row)
+                                         : pass.BeyondLast(source.Row<const T>(map.height - 1));
+  pass.Feed(from, map.destination.Row<T>(row - 1), first, end);
+}
+
 // destination = rule(3 × 3 neighbourhood of source), `passes` times over; `scratch` has PassBytes()
 // bytes for each pass. The image is not empty. A row goes through all passes while it is in the
 // cache: at step n, pass k takes row n - k, which pass k - 1 has just written.
@@ -270,19 +286,7 @@ void Map3x3(const Neighbourhood& map, std::size_t passes, std::uint8_t* scratch)
     const std::size_t end = HWY_MIN(map.elements, first + strip);
     for (std::size_t n = 0; n < map.height + passes; ++n) {
       for (std::size_t k = n < map.height ? 0 : n - map.height; k < passes && k <= n; ++k) {
-        auto& pass = chain[k];
-        const Rows& source = k == 0 ? map.source : map.destination;
-        const std::size_t row = n - k;
-        if (row == 0) {
-          const T* const top = source.Row<const T>(0);
-          pass.Feed(pass.Beyond(top), pass.Unused(), first, end);
-          pass.Feed(top, pass.Unused(), first, end);
-          continue;
-        }
-        const T* const from = row < map.height
-                                  ? source.Row<const T>(row)
-                                  : pass.BeyondLast(source.Row<const T>(map.height - 1));
-        pass.Feed(from, map.destination.Row<T>(row - 1), first, end);
+        FeedRow(chain[k], map, k == 0 ? map.source : map.destination, n - k, first, end);
       }
     }
   }
