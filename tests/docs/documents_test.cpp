@@ -103,12 +103,12 @@ TEST_F(Documentation, CodeStandsInTheTreeAndPrintsWhatIsSaid) {
 }
 
 TEST_F(Documentation, CommandsOfTheToolRun) {
-  if (!fs::exists(kPrograms / "pic")) GTEST_SKIP() << "the tool is not built";
+  if (!fs::exists(kPrograms / "lxpic")) GTEST_SKIP() << "the tool is not built";
   int commands = 0;
   for (const Document& document : Documents()) {
     for (const CodeBlock& block : document.blocks) {
       for (const std::string& line : block.lines) {
-        if (block.language != "sh" || !line.starts_with("pic ")) continue;
+        if (block.language != "sh" || !line.starts_with("lxpic ")) continue;
         EXPECT_EQ(Shell(line).status, 0) << block.place << ": " << line;
         ++commands;
       }

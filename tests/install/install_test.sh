@@ -31,6 +31,6 @@ export PKG_CONFIG_PATH
 c++ -std=c++17 "$work/examples/inspect.cpp" -o "$work/inspect" $(pkg-config --cflags --libs lxpic)
 LD_LIBRARY_PATH=$(pkg-config --variable=libdir lxpic) must_print "$work/inspect"
 
-if [ -e "$work/moved/bin/pic" ]; then
-  "$work/moved/bin/pic" list >/dev/null
+if [ -e "$work/moved/bin/lxpic" ]; then
+  "$work/moved/bin/lxpic" list >/dev/null
 fi

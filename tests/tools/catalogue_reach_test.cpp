@@ -2,9 +2,9 @@
 // Every overload of the catalogue can be called by words, and is told by the help.
 #include <algorithm>
 
-#include "tools/pic/chain.h"
-#include "tools/pic/execute.h"
-#include "tools/pic/listing.h"
+#include "tools/lxpic/chain/chain.h"
+#include "tools/lxpic/chain/execute.h"
+#include "tools/lxpic/command/listing.h"
 #include "tools/tool_fixture.h"
 
 namespace lx::tool {

@@ -18,7 +18,7 @@ class ChainTest : public ToolTest {
   Levels8 After(std::vector<std::string> steps) const {
     steps.insert(steps.begin(), part);
     steps.insert(steps.end(), {"-o", Path("out.png")});
-    const Run run = Pic(steps);
+    const Run run = Tool(steps);
     EXPECT_EQ(run.code, kFine) << run.err;
     EXPECT_EQ(run.err, "");
     return LevelsOf(Path("out.png"));
@@ -70,23 +70,24 @@ TEST_F(ChainTest, ADestinationThatKeepsPixelsStartsAsTheCurrentImage) {
                    "set-where-nonzero", "5"}),
             Expected([](int v) { return v > 100 ? 5 : v; }));
   // Of another type it starts black.
-  EXPECT_EQ(Pic({part, "oper", "c24", "overlay", "-o", Path("out.ppm")}).code, kFine);
+  EXPECT_EQ(Tool({part, "oper", "c24", "overlay", "-o", Path("out.ppm")}).code, kFine);
   const ImageValue painted = ReadImage(Path("out.ppm"));
   EXPECT_EQ(painted.As<LxC24>().GetPixel(0, 0), (LxC24{0, 0, 0}));
   EXPECT_EQ(painted.As<LxC24>().GetPixel(1, 0), (LxC24{0, 0, 255}));
 }
 
 TEST_F(ChainTest, ColoursAreRedGreenBlue) {
-  ASSERT_EQ(Pic({"copy", "c24", "3x2", "10,20,30", "-o", Path("c.png")}).code, kFine);
+  ASSERT_EQ(Tool({"copy", "c24", "3x2", "10,20,30", "-o", Path("c.png")}).code, kFine);
   const auto pixel = [&] { return ReadImage(Path("c.png")).As<LxC24>().GetPixel(2, 1); };
   EXPECT_EQ(pixel(), (LxC24{30, 20, 10}));
-  ASSERT_EQ(Pic({Path("c.png"), "gain-offset", "2,1,0", "0,0,7", "-o", Path("c.png")}).code, kFine);
+  ASSERT_EQ(Tool({Path("c.png"), "gain-offset", "2,1,0", "0,0,7", "-o", Path("c.png")}).code,
+            kFine);
   EXPECT_EQ(pixel(), (LxC24{7, 20, 20}));
   // Stored as 5, 6 and 5 bits.
-  ASSERT_EQ(Pic({"copy", "c16", "3x2", "255,0,8", "-o", Path("c.png")}).code, kFine);
+  ASSERT_EQ(Tool({"copy", "c16", "3x2", "255,0,8", "-o", Path("c.png")}).code, kFine);
   EXPECT_EQ(pixel(), (LxC24{8, 0, 248}));
   ASSERT_EQ(
-      Pic({part, "set-overlay-color", "1,2,3", "oper", "overlay", "@", "-o", Path("c.png")}).code,
+      Tool({part, "set-overlay-color", "1,2,3", "oper", "overlay", "@", "-o", Path("c.png")}).code,
       kFine);
   EXPECT_EQ(pixel(), (LxC24{3, 2, 1}));
 }
@@ -105,13 +106,14 @@ TEST_F(ChainTest, TablesHaveNamesOrAreFiles) {
   std::string numbers;
   for (int v = 0; v < 256; ++v) numbers += std::to_string(v / 2) + (v % 8 == 7 ? "\n" : ", ");
   EXPECT_EQ(After({"lut", Write("half.txt", numbers)}), Expected([](int v) { return v / 2; }));
-  EXPECT_EQ(Pic({part, "lut", Write("bad.txt", "1 2 256"), "-o", Path("o.png")}).code, kFileFailed);
-  EXPECT_EQ(Pic({part, "transform", Write("few.txt", "1 2"), "-o", Path("o.png")}).code,
+  EXPECT_EQ(Tool({part, "lut", Write("bad.txt", "1 2 256"), "-o", Path("o.png")}).code,
+            kFileFailed);
+  EXPECT_EQ(Tool({part, "transform", Write("few.txt", "1 2"), "-o", Path("o.png")}).code,
             kWrongUsage);
   // Too few entries reach the library, which refuses them.
-  const Run few = Pic({part, "lut", Write("few.txt", "1 2 3"), "-o", Path("o.png")});
+  const Run few = Tool({part, "lut", Write("few.txt", "1 2 3"), "-o", Path("o.png")});
   EXPECT_EQ(few.code, kOperationFailed);
-  EXPECT_EQ(few.err, "pic: " + part +
+  EXPECT_EQ(few.err, "lxpic: " + part +
                          ": lut: the vector has the wrong number of elements (1613); trace: "
                          "PicLut\n");
 }
@@ -120,7 +122,7 @@ TEST_F(ChainTest, TablesHaveNamesOrAreFiles) {
 TEST_F(ChainTest, KernelsAreRowsOrPresetsWithSettings) {
   const std::string bump = WriteGrey("bump.png", 3, {10, 20, 40, 10, 20, 40, 10, 20, 40});
   const auto middle = [&](const std::string& kernel) {
-    const Run run = Pic({bump, "convol-kernel", kernel, "-o", Path("out.png")});
+    const Run run = Tool({bump, "convol-kernel", kernel, "-o", Path("out.png")});
     EXPECT_EQ(run.code, kFine) << run.err;
     return LevelsOf(Path("out.png"))[4];
   };
@@ -131,7 +133,7 @@ TEST_F(ChainTest, KernelsAreRowsOrPresetsWithSettings) {
   EXPECT_EQ(middle("1,0,-1/2,0,-2/1,0,-1:rectifier=absolute"), 120);
   for (const char* const wrong : {"sobel", "1,2/3", "1,2,3/4,5", "1,a", "sobel-x:gain",
                                   "ring:gian=1", "ring:offset=-1", "ring:rectifier=5", "", "/"}) {
-    EXPECT_EQ(Pic({bump, "convol-kernel", wrong, "-o", Path("o.png")}).code, kWrongUsage) << wrong;
+    EXPECT_EQ(Tool({bump, "convol-kernel", wrong, "-o", Path("o.png")}).code, kWrongUsage) << wrong;
   }
 }
 
@@ -149,11 +151,11 @@ TEST_F(ChainTest, DepthsAndFurtherResultsAreReached) {
 }
 
 TEST_F(ChainTest, VectorsArePrinted) {
-  const Run run = Pic({"vect1c2", "add", "u8:1,200,255", "100"});
+  const Run run = Tool({"vect1c2", "add", "u8:1,200,255", "100"});
   EXPECT_EQ(run.code, kFine) << run.err;
   EXPECT_EQ(run.out, "destination: 101,255,255\n");
-  EXPECT_EQ(Pic({"vect1c2", "divide", "1,2", "0"}).code, kOperationFailed);
-  EXPECT_EQ(Pic({"vect1c2", "add", "u8:1,256", "1"}).code, kWrongUsage);
+  EXPECT_EQ(Tool({"vect1c2", "divide", "1,2", "0"}).code, kOperationFailed);
+  EXPECT_EQ(Tool({"vect1c2", "add", "u8:1,256", "1"}).code, kWrongUsage);
 }
 
 }  // namespace

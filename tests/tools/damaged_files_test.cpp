@@ -23,9 +23,9 @@ class DamagedFiles : public ToolTest {
   }
 
   void ExpectRefused(const std::string& path, const std::string& what) const {
-    const Run run = Pic({"info", path});
+    const Run run = Tool({"info", path});
     EXPECT_EQ(run.code, kFileFailed) << what;
-    EXPECT_TRUE(Contains(run.err, "pic: " + path + ": ")) << what << ": " << run.err;
+    EXPECT_TRUE(Contains(run.err, "lxpic: " + path + ": ")) << what << ": " << run.err;
   }
 };
 
@@ -49,7 +49,7 @@ TEST_F(DamagedFiles, FlippedBitsAreSurvived) {
     for (std::size_t i = 0; i < content.size(); ++i) {
       std::string damaged = content;
       damaged[i] = static_cast<char>(damaged[i] ^ (1 << (i % 8)));
-      const Run run = Pic({"info", Write("flipped", damaged)});
+      const Run run = Tool({"info", Write("flipped", damaged)});
       ASSERT_TRUE(run.code == kFine || run.code == kFileFailed) << name << " byte " << i;
       EXPECT_EQ(run.err.empty(), run.code == kFine) << name << " byte " << i << run.err;
       refused += run.code == kFine ? 0 : 1;
@@ -72,11 +72,11 @@ TEST_F(DamagedFiles, MissingFilesAndFoldersAreNamed) {
   ExpectRefused(Path("missing.png"), "missing");
   ExpectRefused(folder.string(), "folder");
   const std::string good = WriteGrey("good.png", 2, {1, 2});
-  const Run unwritable = Pic({good, "oper", "invert", "-o", Path("no/such/folder/out.png")});
+  const Run unwritable = Tool({good, "oper", "invert", "-o", Path("no/such/folder/out.png")});
   EXPECT_EQ(unwritable.code, kFileFailed);
   EXPECT_TRUE(Contains(unwritable.err, "no/such/folder/out.png"));
   for (const char* const extension : {".tif", ".jpg", ".pgm"}) {
-    EXPECT_EQ(Pic({good, "-o", Path("no/such/folder/out") + extension}).code, kFileFailed);
+    EXPECT_EQ(Tool({good, "-o", Path("no/such/folder/out") + extension}).code, kFileFailed);
   }
 }
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tools/pic/demo.h"
+#include "tools/lxpic/report/demo.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <set>
 
-#include "tools/pic/synth.h"
+#include "tools/lxpic/scene/synth.h"
 #include "tools/tool_fixture.h"
 
 namespace lx::tool {
@@ -70,7 +70,7 @@ TEST_F(Demo, CountsThePixelsOfGivenImages) {
     }
   }
   ASSERT_GT(expected, 0);
-  const Run run = Pic({"demo", Path("golden.png"), Path("a<b.tif"), "-o", Path("demo")});
+  const Run run = Tool({"demo", Path("golden.png"), Path("a<b.tif"), "-o", Path("demo")});
   EXPECT_EQ(run.code, kFine) << run.err;
   EXPECT_EQ(run.out,
             std::to_string(expected) + " defect pixels\n" + Path("demo/index.html") + "\n");
@@ -97,7 +97,7 @@ TEST_F(Demo, DepthsMayDifferButSizesMayNot) {
   EXPECT_EQ(RunDemo({Path("colour.png"), Path("deep.png"), Path("d2")}).defectPixels, 3);
 
   WriteGrey("small.png", 2, {1, 2});
-  const Run run = Pic({"demo", Path("colour.png"), Path("small.png"), "-o", Path("d3")});
+  const Run run = Tool({"demo", Path("colour.png"), Path("small.png"), "-o", Path("d3")});
   EXPECT_EQ(run.code, kOperationFailed);
   EXPECT_TRUE(Contains(run.err, "colour.png is 6x4")) << run.err;
   EXPECT_TRUE(Contains(run.err, "small.png is 2x1")) << run.err;

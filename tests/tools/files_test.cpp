@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // Every format keeps every pixel that it can hold.
-#include "tools/pic/files.h"
+#include "tools/lxpic/file/files.h"
 
 #include <cstdlib>
 
-#include "tools/pic/words.h"
+#include "tools/lxpic/common/words.h"
 #include "tools/tool_fixture.h"
 
 namespace lx::tool {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Which overload a step means, and what is said when it means none.
-#include "tools/pic/overloads.h"
+#include "tools/lxpic/chain/overloads.h"
 
-#include "tools/pic/chain.h"
+#include "tools/lxpic/chain/chain.h"
 #include "tools/tool_fixture.h"
 
 namespace lx::tool {

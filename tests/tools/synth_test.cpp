@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tools/pic/synth.h"
+#include "tools/lxpic/scene/synth.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -103,12 +103,12 @@ class SynthFiles : public ToolTest {};
 TEST_F(SynthFiles, TheCommandWritesThePictureAndPrintsItsDefects) {
   const std::string out = Path("a.png");
   const Run run =
-      Pic({"synth", "board", "-o", out, "--defects", "2", "--size", "400x300", "--color"});
+      Tool({"synth", "board", "-o", out, "--defects", "2", "--size", "400x300", "--color"});
   EXPECT_EQ(run.code, kFine) << run.err;
   EXPECT_TRUE(Contains(run.out, "scratch at ") && Contains(run.out, "missing print at "));
   EXPECT_EQ(ReadImage(out).TypeName() + ReadImage(out).SizeText(), "c24400x300");
-  EXPECT_EQ(Pic({"synth", "board", "-o", out, "--size", "10x10"}).code, kWrongUsage);
-  EXPECT_EQ(Pic({"synth", "label", "-o", out, "--size", "160x120", "--defects", "100"}).code,
+  EXPECT_EQ(Tool({"synth", "board", "-o", out, "--size", "10x10"}).code, kWrongUsage);
+  EXPECT_EQ(Tool({"synth", "label", "-o", out, "--size", "160x120", "--defects", "100"}).code,
             kWrongUsage);
 }
 

@@ -10,10 +10,10 @@
 #include <string>
 #include <vector>
 
-#include "tools/pic/commands.h"
-#include "tools/pic/failure.h"
-#include "tools/pic/files.h"
-#include "tools/pic/image_value.h"
+#include "tools/lxpic/command/commands.h"
+#include "tools/lxpic/common/failure.h"
+#include "tools/lxpic/file/files.h"
+#include "tools/lxpic/value/image_value.h"
 
 namespace lx::tool {
 
@@ -21,7 +21,7 @@ namespace lx::tool {
 class ToolTest : public testing::Test {
  protected:
   ToolTest() {
-    std::string name = (std::filesystem::temp_directory_path() / "pic-XXXXXX").string();
+    std::string name = (std::filesystem::temp_directory_path() / "lxpic-XXXXXX").string();
     folder = mkdtemp(name.data());
   }
   ~ToolTest() override {
@@ -74,7 +74,7 @@ class ToolTest : public testing::Test {
   };
 
   /// Runs the tool as the program does.
-  static Run Pic(const std::vector<std::string>& arguments) {
+  static Run Tool(const std::vector<std::string>& arguments) {
     testing::internal::CaptureStdout();
     testing::internal::CaptureStderr();
     const int code = RunTool(arguments);

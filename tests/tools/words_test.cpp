@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tools/pic/words.h"
+#include "tools/lxpic/common/words.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: Apache-2.0
+// A chain of operations, run on one image after another.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "tools/lxpic/value/image_value.h"
+
+namespace lx::tool {
+
+/// The step that keeps the current image under a name.
+inline constexpr const char* kStoreStep = "store";
+
+/// Whether a word begins a step.
+bool StartsStep(const std::string& word);
+
+/// One step that has run.
+struct StepReport {
+  std::string words;
+  ImageValue image;  ///< the current image behind it
+  std::vector<std::string> results;
+  double milliseconds;
+};
+
+class Chain {
+ public:
+  using Observer = std::function<void(const StepReport&)>;
+
+  /// Each operation runs `runs` times, from the same start each time. Operands are files of
+  /// `operandFolder` unless their names are absolute.
+  explicit Chain(std::vector<std::string> steps, int runs = 1, std::string operandFolder = "");
+
+  /// The image that the last step leaves. `input` may be no image. Throws Failure, which names the
+  /// step.
+  ImageValue Run(const ImageValue& input, const Observer& observe = {});
+
+ private:
+  struct State {
+    ImageValue input;
+    ImageValue current;
+    std::map<std::string, ImageValue> stored;
+  };
+
+  std::size_t RunStep(std::size_t first, State& state, const Observer& observe);
+  std::size_t RunOperation(std::size_t first, State& state, const Observer& observe);
+  ImageValue FindImage(const std::string& word, const State& state);
+
+  std::vector<std::string> words;
+  int repeat;
+  std::string folder;
+  std::map<std::string, ImageValue> files;  // operands that have been read
+};
+
+}  // namespace lx::tool

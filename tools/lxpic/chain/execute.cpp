@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tools/lxpic/chain/execute.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstring>
+
+#include "tools/lxpic/common/failure.h"
+
+namespace lx::tool {
+
+namespace {
+
+using catalogue::Argument;
+using catalogue::Kind;
+using catalogue::Operation;
+
+struct Destination {
+  std::size_t index;
+  ImageValue start;
+  ImageValue image;
+};
+
+Size SizeOfDestinations(const Call& call) {
+  if (call.modifiers.onto) return {call.modifiers.onto.Width(), call.modifiers.onto.Height()};
+  if (call.modifiers.size) return *call.modifiers.size;
+  if (call.size) return *call.size;
+  throw Failure(kWrongUsage,
+                "there is no image yet: write the size behind the name, for instance '" +
+                    call.operation->name + " 640x480'");
+}
+
+ImageValue StartOf(Pixel pixel, const Size& size, const ImageValue& model) {
+  const bool agrees = model && model.PixelType() == pixel && model.Width() == size.width &&
+                      model.Height() == size.height;
+  if (agrees) return model.Clone();
+  ImageValue zeros(pixel, size.width, size.height);
+  zeros.Clear();
+  return zeros;
+}
+
+std::vector<Destination> MakeDestinations(const Call& call, const ImageValue& current) {
+  std::vector<Destination> made;
+  const Operation& operation = *call.operation;
+  for (std::size_t i = 0; i < operation.parameters.size(); ++i) {
+    const auto& parameter = operation.parameters[i];
+    if (parameter.kind != Kind::kRegion || !parameter.written) continue;
+    const ImageValue& model = call.modifiers.onto && made.empty() ? call.modifiers.onto : current;
+    const ImageValue start = StartOf(parameter.pixel, SizeOfDestinations(call), model);
+    made.push_back({i, start, start.Clone()});
+  }
+  return made;
+}
+
+void CheckErrors() {
+  if (LxGetError() == LX_OK && LxGetTraceCount() == 0) return;
+  std::vector<std::string> trace;
+  for (int i = 0; i < LxGetTraceCount(); ++i) trace.emplace_back(LxGetTrace(i));
+  std::string message =
+      LxGetError() == LX_OK ? "nothing was done" : catalogue::ErrorName(LxGetError());
+  if (!trace.empty()) message += "; trace: " + Join(trace, " < ");
+  throw Failure(kOperationFailed, message);
+}
+
+double RunOnce(const Operation& operation, const std::vector<Argument>& arguments) {
+  using Clock = std::chrono::steady_clock;
+  LxOk();
+  const auto start = Clock::now();
+  operation.call(arguments);
+  const std::chrono::duration<double, std::milli> time = Clock::now() - start;
+  CheckErrors();
+  return time.count();
+}
+
+void Restart(const Destination& destination) {
+  if (destination.image.Width() == 0) return;
+  for (int y = 0; y < destination.image.Height(); ++y) {
+    std::memcpy(destination.image.Row(y), destination.start.Row(y), destination.image.RowBytes());
+  }
+}
+
+double Median(std::vector<double> values) {
+  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+  std::nth_element(values.begin(), middle, values.end());
+  return *middle;
+}
+
+}  // namespace
+
+Outcome Execute(const Call& call, const ImageValue& current, int repeat) {
+  const auto destinations = MakeDestinations(call, current);
+  std::vector<Argument> arguments;
+  for (const Value& value : call.values) arguments.push_back(value.argument);
+  for (const Destination& each : destinations) arguments[each.index] = each.image.Region();
+
+  std::vector<double> times;
+  for (int run = 0; run < repeat; ++run) {
+    std::for_each(destinations.begin(), destinations.end(), Restart);
+    times.push_back(RunOnce(*call.operation, arguments));
+  }
+
+  Outcome outcome;
+  outcome.milliseconds = Median(times);
+  for (std::size_t i = 0; i < destinations.size(); ++i) {
+    if (i == 0) {
+      outcome.image = destinations[i].image;
+    } else {
+      outcome.stored.emplace_back(call.resultNames[i - 1], destinations[i].image);
+    }
+  }
+  for (std::size_t i = 0; i < call.values.size(); ++i) {
+    if (!call.values[i].result) continue;
+    outcome.results.push_back(call.operation->parameters[i].name + ": " + call.values[i].result());
+  }
+  return outcome;
+}
+
+}  // namespace lx::tool

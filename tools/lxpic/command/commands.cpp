@@ -1,0 +1,220 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tools/lxpic/command/commands.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <exception>
+#include <new>
+
+#include "tools/lxpic/chain/overloads.h"
+#include "tools/lxpic/command/batch.h"
+#include "tools/lxpic/command/listing.h"
+#include "tools/lxpic/common/failure.h"
+#include "tools/lxpic/file/files.h"
+#include "tools/lxpic/report/demo.h"
+#include "tools/lxpic/scene/synth.h"
+
+namespace lx::tool {
+
+namespace {
+
+using Arguments = std::vector<std::string>;
+
+constexpr const char* kGuide = R"(
+A chain is one or more image files and then operations, for instance
+
+  lxpic part.png gain-offset 1.4 -20 oper subtract golden.png -o out.png
+
+Each operation works on the current image, which is the input at first, and leaves its result as
+the next one. Behind its name stand, in the order that 'lxpic help OPERATION' shows:
+
+  choices      by name: oper subtract ...
+  images       a file, @NAME for an image kept with 'store NAME', @ for the input
+  constants    a grey level, or a colour r,g,b
+  tables       a file of numbers, identity, invert, gamma:G, threshold:N
+  kernels      rows like 1,2,1/2,4,2/1,2,1, or a preset like sobel-x
+
+The current image is the first image of the operation; _ puts it elsewhere:
+
+  oper subtract 100            image - 100
+  oper subtract 100 _          100 - image
+  oper subtract golden.png _   golden.png - image
+
+Between the name and these words may stand, in any order:
+
+  TYPE         the pixel type of the result, where several are possible: convert bw16 8
+  WxH          the size of the result: copy bw8 640x480 128
+  onto IMAGE   the image that the result starts as; otherwise it starts as a copy of the current
+               image if that has its type and size, and black if not
+
+Types are bw8, bw16, bw32, c24, c15, c16, c24a, complex64 and bw1. Files hold bw8, bw16 and c24.
+Exit codes: 0 fine, 1 an operation failed, 2 a wrong command line, 3 a file cannot be read or
+written.)";
+
+// Parses the command line; false when it only asked for help, which has then been printed.
+bool Parse(CLI::App& app, Arguments arguments) {
+  app.set_version_flag("--version", "lxpic " LXPIC_VERSION, "Print the version and exit");
+  for (std::string& word : arguments) {
+    // "-.5" would be taken for an option.
+    if (word.starts_with("-.")) word.insert(1, "0");
+  }
+  std::reverse(arguments.begin(), arguments.end());
+  try {
+    app.parse(arguments);
+    return true;
+  } catch (const CLI::CallForHelp&) {
+    std::fputs(app.help().c_str(), stdout);
+  } catch (const CLI::CallForVersion& version) {
+    std::printf("%s\n", version.what());
+  } catch (const CLI::ParseError& error) {
+    throw Failure(kWrongUsage, std::string(error.what()) + "; 'lxpic help' tells more");
+  }
+  return false;
+}
+
+ExitCode RunList(const Arguments& arguments) {
+  CLI::App app("Lists the operations and their forms", "lxpic list");
+  std::string part;
+  app.add_option("TEXT", part, "Only names that contain this");
+  if (Parse(app, arguments)) std::fputs(ListText(part).c_str(), stdout);
+  return kFine;
+}
+
+ExitCode RunInfo(const Arguments& arguments) {
+  CLI::App app("Tells format, size, pixel type and values of image files", "lxpic info");
+  std::vector<std::string> files;
+  app.add_option("FILE", files, "Image files")->required();
+  if (!Parse(app, arguments)) return kFine;
+  ExitCode code = kFine;
+  for (const std::string& file : files) {
+    try {
+      std::fputs(InfoText(file).c_str(), stdout);
+    } catch (const Failure& failure) {
+      ReportFailure(failure.what());
+      code = failure.Code();
+    }
+  }
+  return code;
+}
+
+ExitCode RunSynth(const Arguments& arguments) {
+  CLI::App app("Draws a picture of a product, and prints where its defects are", "lxpic synth");
+  SynthOptions options;
+  std::string size;
+  std::string output;
+  app.add_option("SCENE", options.scene, Join(SceneNames(), " or "))->required();
+  app.add_option("-o,--output", output, "The file to write")->required();
+  app.add_option("--defects", options.defects, "How many defects")->check(CLI::Range(0, 100));
+  app.add_option("--seed", options.seed, "Of the defects and the noise")->capture_default_str();
+  app.add_option("--noise", options.noise, "Standard deviation in grey levels")
+      ->check(CLI::Range(0.0, 100.0))
+      ->capture_default_str();
+  app.add_option("--light", options.light, "How many percent darker the darkest corner is")
+      ->check(CLI::Range(0.0, 100.0))
+      ->capture_default_str();
+  app.add_option("--size", size, "WxH")->default_str("1200x900");
+  app.add_flag("--color", options.colour, "In colour");
+  if (!Parse(app, arguments)) return kFine;
+  if (!size.empty()) {
+    const auto read = ReadSize(size);
+    if (!read) throw Failure(kWrongUsage, "--size: '" + size + "' is not a size like 640x480");
+    options.size = *read;
+  }
+  CheckExtension(output);
+  const SynthPicture picture = Synthesise(options);
+  WriteImage(output, picture.image);
+  for (const Defect& each : picture.defects) {
+    std::printf("%s at %d,%d %dx%d\n", each.kind.c_str(), each.x, each.y, each.width, each.height);
+  }
+  return kFine;
+}
+
+ExitCode RunDemoCommand(const Arguments& arguments) {
+  CLI::App app("Inspects a part against a golden sample, both drawn if not given", "lxpic demo");
+  DemoOptions options;
+  std::vector<std::string> files;
+  app.add_option("FILE", files, "GOLDEN and PART");
+  app.add_option("-o,--output", options.folder, "The folder for images and page")->required();
+  if (!Parse(app, arguments)) return kFine;
+  if (!files.empty() && files.size() != 2) {
+    throw Failure(kWrongUsage, "demo takes two images, GOLDEN and PART, or none");
+  }
+  if (!files.empty()) {
+    options.golden = files[0];
+    options.part = files[1];
+  }
+  const DemoResult result = RunDemo(options);
+  std::printf("%ld defect pixels\n%s\n", result.defectPixels, result.page.c_str());
+  return kFine;
+}
+
+ExitCode RunChain(const Arguments& arguments) {
+  CLI::App app("Runs image-processing operations on files", "lxpic");
+  BatchOptions options;
+  bool plain = false;
+  app.add_option("WORDS", options.words, "Image files, then operations with their operands");
+  app.add_option("-o,--output", options.output, "The file to write, or a folder for many");
+  app.add_flag("--plain", plain, "Do not use the fast paths");
+  app.add_flag("--time", options.time, "Print the time of each operation");
+  app.add_option("--repeat", options.repeat, "Run each operation so often; the median is printed")
+      ->check(CLI::Range(1, 100000));
+  app.footer(std::string("Other commands, each with its own --help:\n"
+                         "  list [TEXT]       the operations\n"
+                         "  help [OPERATION]  this, or everything about an operation\n"
+                         "  info FILE...      what image files hold\n"
+                         "  synth SCENE       draws a test picture\n"
+                         "  demo              an inspection, shown on a page\n") +
+             kGuide);
+  if (!Parse(app, arguments)) return kFine;
+  if (options.words.empty()) throw Failure(kWrongUsage, "nothing to do; 'lxpic help' tells more");
+  if (plain) LxSetMMX(0);
+  return RunBatch(options);
+}
+
+ExitCode RunHelp(const Arguments& arguments) {
+  CLI::App app("Tells everything about an operation", "lxpic help");
+  std::string name;
+  app.add_option("OPERATION", name, "Its name");
+  if (!Parse(app, arguments)) return kFine;
+  if (name.empty()) return RunChain({"--help"});
+  std::fputs(HelpText(name).c_str(), stdout);
+  return kFine;
+}
+
+struct Command {
+  const char* name;
+  ExitCode (*run)(const Arguments&);
+};
+
+constexpr std::array kCommands = {Command{"list", RunList}, Command{"help", RunHelp},
+                                  Command{"info", RunInfo}, Command{"synth", RunSynth},
+                                  Command{"demo", RunDemoCommand}};
+
+ExitCode Dispatch(const Arguments& arguments) {
+  if (arguments.empty()) return RunChain({"--help"});
+  const auto* const command =
+      std::find_if(kCommands.begin(), kCommands.end(),
+                   [&](const Command& each) { return arguments.front() == each.name; });
+  if (command == kCommands.end()) return RunChain(arguments);
+  return command->run({arguments.begin() + 1, arguments.end()});
+}
+
+}  // namespace
+
+int RunTool(const std::vector<std::string>& arguments) {
+  try {
+    return Dispatch(arguments);
+  } catch (const Failure& failure) {
+    ReportFailure(failure.what());
+    return failure.Code();
+  } catch (const std::bad_alloc&) {
+    ReportFailure("not enough memory");
+  } catch (const std::exception& error) {
+    ReportFailure(std::string("internal error: ") + error.what());
+  }
+  return kOperationFailed;
+}
+
+}  // namespace lx::tool

@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tools/lxpic/value/tables.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <fstream>
+#include <iterator>
+#include <limits>
+#include <string_view>
+
+#include "tools/lxpic/common/failure.h"
+#include "tools/lxpic/common/words.h"
+
+namespace lx::tool {
+
+namespace {
+
+constexpr std::size_t kMaxEntries = 65536;
+
+// Entry of a named table from `in`, its index as a part of 1.
+using Curve = double (*)(double in, double argument);
+
+struct NamedTable {
+  std::string_view name;
+  bool hasArgument;
+  Curve curve;
+};
+
+constexpr std::array kTables = {
+    NamedTable{"identity", false, [](double in, double) { return in; }},
+    NamedTable{"invert", false, [](double in, double) { return 1 - in; }},
+    NamedTable{"gamma", true, [](double in, double gamma) { return std::pow(in, 1 / gamma); }},
+    NamedTable{"threshold", true, [](double in, double level) { return in >= level ? 1.0 : 0.0; }}};
+
+std::vector<unsigned> MakeTable(const NamedTable& table, double argument, std::size_t size,
+                                unsigned maximum) {
+  const auto last = static_cast<double>(size - 1);
+  if (table.name == "threshold") argument /= last;
+  std::vector<unsigned> entries(size);
+  for (std::size_t i = 0; i < size; ++i) {
+    const double part = table.curve(static_cast<double>(i) / last, argument);
+    entries[i] = static_cast<unsigned>(std::lround(std::clamp(part, 0.0, 1.0) * maximum));
+  }
+  return entries;
+}
+
+std::vector<unsigned> ReadTableFile(const std::string& path, unsigned maximum) {
+  std::ifstream file(path);
+  if (!file) throw Failure(kFileFailed, path + ": cannot be opened; a table is " + kTableForms);
+  std::string text{std::istreambuf_iterator<char>(file), {}};
+  std::replace_if(
+      text.begin(), text.end(), [](char c) { return c == '\n' || c == '\r' || c == '\t'; }, ' ');
+  std::replace(text.begin(), text.end(), ',', ' ');
+  std::vector<unsigned> entries;
+  for (std::size_t start = text.find_first_not_of(' '); start != std::string::npos;) {
+    const std::size_t end = std::min(text.find(' ', start), text.size());
+    const auto entry = ReadNumber(std::string_view(text).substr(start, end - start));
+    const bool valid = entry && *entry >= 0 && *entry <= maximum && *entry == std::floor(*entry);
+    if (!valid || entries.size() == kMaxEntries) {
+      throw Failure(kFileFailed, path + ": not a table of at most " + std::to_string(kMaxEntries) +
+                                     " whole numbers of 0.." + std::to_string(maximum));
+    }
+    entries.push_back(static_cast<unsigned>(*entry));
+    start = text.find_first_not_of(' ', end);
+  }
+  return entries;
+}
+
+struct ElementType {
+  std::string_view name;
+  int dataSize;
+  int dataType;
+  double minimum;
+  double maximum;
+  void (*store)(void* data, std::size_t index, double value);
+  double (*load)(const void* data, std::size_t index);
+};
+
+template <class T>
+constexpr ElementType MakeElementType(std::string_view name, int dataType) {
+  return {name,
+          static_cast<int>(2 * sizeof(T)),
+          dataType,
+          static_cast<double>(std::numeric_limits<T>::lowest()),
+          static_cast<double>(std::numeric_limits<T>::max()),
+          [](void* data, std::size_t index, double value) {
+            static_cast<T*>(data)[index] = static_cast<T>(value);
+          },
+          [](const void* data, std::size_t index) {
+            return static_cast<double>(static_cast<const T*>(data)[index]);
+          }};
+}
+
+constexpr std::array kElementTypes = {MakeElementType<std::int32_t>("s32", LX_DATA_SIGNED),
+                                      MakeElementType<std::uint32_t>("u32", LX_DATA_UNSIGNED),
+                                      MakeElementType<std::int16_t>("s16", LX_DATA_SIGNED),
+                                      MakeElementType<std::uint16_t>("u16", LX_DATA_UNSIGNED),
+                                      MakeElementType<std::int8_t>("s8", LX_DATA_SIGNED),
+                                      MakeElementType<std::uint8_t>("u8", LX_DATA_UNSIGNED),
+                                      MakeElementType<float>("f32", LX_DATA_FLOAT)};
+
+}  // namespace
+
+std::vector<unsigned> ReadTable(const std::string& word, std::size_t size, unsigned maximum) {
+  const std::size_t colon = word.find(':');
+  const auto* const found =
+      std::find_if(kTables.begin(), kTables.end(), [&](const NamedTable& each) {
+        return each.name == word.substr(0, colon) &&
+               each.hasArgument == (colon != std::string::npos);
+      });
+  if (found == kTables.end()) return ReadTableFile(word, maximum);
+  if (!found->hasArgument) return MakeTable(*found, 0, size, maximum);
+  const auto argument = ReadNumber(std::string_view(word).substr(colon + 1));
+  if (!argument || !(*argument > 0)) {
+    throw Failure(kWrongUsage, "'" + word + "' needs a number above 0 behind the colon");
+  }
+  return MakeTable(*found, *argument, size, maximum);
+}
+
+std::shared_ptr<LxVector> ReadVector(const std::string& word) {
+  const std::size_t colon = word.find(':');
+  const std::string typeName = colon == std::string::npos ? "s32" : word.substr(0, colon);
+  const auto* const type = std::find_if(kElementTypes.begin(), kElementTypes.end(),
+                                        [&](const auto& each) { return each.name == typeName; });
+  const auto numbers =
+      ReadNumbers(std::string_view(word).substr(colon == std::string::npos ? 0 : colon + 1));
+  if (type == kElementTypes.end() || !numbers) {
+    throw Failure(kWrongUsage, "'" + word + "' is not a vector like 1,2,3 or u8:1,2,3");
+  }
+  auto vector = std::make_shared<LxVector>();
+  vector->SetStructure(type->dataSize, static_cast<int>(numbers->size()), 1, type->dataType);
+  if (LxGetError() != LX_OK) throw Failure(kOperationFailed, "no memory for a vector");
+  for (std::size_t i = 0; i < numbers->size(); ++i) {
+    const double number = (*numbers)[i];
+    if (!(number >= type->minimum && number <= type->maximum)) {
+      throw Failure(kWrongUsage, NumberText(number) + " does not fit " + typeName);
+    }
+    type->store(vector->GetDataPtr(), i, number);
+  }
+  return vector;
+}
+
+std::string VectorText(const LxVector& vector) {
+  const auto* const type =
+      std::find_if(kElementTypes.begin(), kElementTypes.end(), [&](const auto& each) {
+        return each.dataSize == vector.GetDataSize() && each.dataType == vector.GetDataType();
+      });
+  if (type == kElementTypes.end() || vector.GetDataPtr() == nullptr) return "";
+  std::vector<std::string> elements;
+  const int count = vector.GetNbGroup() * vector.GetGroupLength();
+  for (int i = 0; i < count; ++i) {
+    elements.push_back(NumberText(type->load(vector.GetDataPtr(), static_cast<std::size_t>(i))));
+  }
+  return Join(elements, ",");
+}
+
+}  // namespace lx::tool

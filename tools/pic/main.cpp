@@ -1,4 +1,0 @@
-// SPDX-License-Identifier: Apache-2.0
-#include "tools/pic/commands.h"
-
-int main(int argc, char** argv) { return lx::tool::RunTool({argv + 1, argv + argc}); }
