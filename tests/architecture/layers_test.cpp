@@ -5,9 +5,11 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <map>
 #include <regex>
 #include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -19,27 +21,21 @@ namespace fs = std::filesystem;
 const fs::path kRoot = LXPIC_SOURCE_DIR;
 constexpr int kLongestFile = 600;
 
-using Layers = std::set<std::string>;
+using Names = std::set<std::string>;
 
-// What each layer may use beside itself. Layers that do not stand here are families, which stand on
-// the lower ones and on nothing else.
-const Layers kBase = {"base"};
-const Layers kFoundation = {"base", "foundation"};
-const Layers kColour = {"base", "foundation", "colour"};
-const Layers kVectors = {"base", "foundation", "colour", "vectors"};
-const std::map<std::string, Layers> kMayUse = {{"base", {}},
-                                               {"foundation", kBase},
-                                               {"colour", kFoundation},
-                                               {"vectors", kColour},
-                                               {"point", kVectors}};
-
-Layers AllowedFor(const std::string& layer) {
-  const auto found = kMayUse.find(layer);
-  Layers allowed = kVectors;
-  allowed.insert("point");
-  if (found != kMayUse.end()) allowed = found->second;
-  allowed.insert(layer);
-  return allowed;
+// What each layer may use, from the table that the build is made of: layers, itself among them, and
+// single headers of others.
+std::map<std::string, Names> ReadTable() {
+  std::map<std::string, Names> table;
+  std::ifstream stream(LXPIC_LAYER_TABLE);
+  for (std::string line; std::getline(stream, line);) {
+    std::istringstream words(line);
+    std::string layer;
+    words >> layer;
+    table[layer] = {std::istream_iterator<std::string>(words), {}};
+    table[layer].insert(layer);
+  }
+  return table;
 }
 
 bool IsCode(const fs::path& path) { return path.extension() == ".h" || path.extension() == ".cpp"; }
@@ -73,24 +69,41 @@ std::string LayerOf(std::string path) {
   return path.substr(0, path.find('/'));
 }
 
-// Layers, the declaration order of public headers too, run downwards only.
-TEST(Architecture, LayersIncludeDownwardsOnly) {
+bool MayInclude(const std::string& layer, const std::string& path) {
+  static const auto table = ReadTable();
+  const auto row = table.find(layer);
+  if (row == table.end()) return false;
+  return row->second.count(LayerOf(path)) != 0 || row->second.count(path) != 0;
+}
+
+TEST(Architecture, LayersIncludeWhatTheirTableAllows) {
   std::size_t checked = 0;
   for (const std::string folder : {"src", "include/lxpic"}) {
     for (const fs::path& file : CodeUnder(folder)) {
       const std::string layer = LayerOf(fs::relative(file, kRoot / folder).generic_string());
       if (layer == "lxpic.h") continue;
-      const Layers allowed = AllowedFor(layer);
       for (const std::string& include : IncludesOf(file)) {
         if (include.front() != '"') continue;
-        const std::string path = include.substr(1, include.size() - 2);
-        if (LayerOf(path) == "hwy") continue;
-        EXPECT_EQ(allowed.count(LayerOf(path)), 1U) << file << " includes " << include;
+        EXPECT_TRUE(MayInclude(layer, include.substr(1, include.size() - 2)))
+            << file << " includes " << include;
         ++checked;
       }
     }
   }
   EXPECT_GT(checked, 50U);
+}
+
+TEST(Architecture, LayerTableRefusesWhatItDoesNotName) {
+  EXPECT_TRUE(MayInclude("point", "base/failure.h")) << "through the layers between";
+  EXPECT_FALSE(MayInclude("point", "lxpic/convolution/kernel.h")) << "upwards";
+  EXPECT_FALSE(MayInclude("geometry", "convolution/box.h")) << "sideways";
+  EXPECT_FALSE(MayInclude("base", "hwy/highway.h"));
+  // Structuring elements and profile kernels are kernels; nothing else of the convolutions is.
+  for (const std::string layer : {"morphology", "profile"}) {
+    EXPECT_TRUE(MayInclude(layer, "lxpic/convolution/kernel.h"));
+    EXPECT_FALSE(MayInclude(layer, "lxpic/convolution/filters.h"));
+    EXPECT_FALSE(MayInclude(layer, "convolution/box.h"));
+  }
 }
 
 TEST(Architecture, PublicHeadersIncludeOnlyEachOtherAndTheStandardLibrary) {
