@@ -4,7 +4,7 @@
 #include <array>
 
 #include "bench/subject.h"
-#include "support/kernels.h"
+#include "support/trial/kernels.h"
 
 namespace lx::bench {
 

@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "support/random.h"
-#include "support/region.h"
+#include "support/trial/random.h"
+#include "support/trial/region.h"
 
 namespace lx::bench {
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "catalogue/catalogue.h"
-#include "support/arguments.h"
+#include "support/trial/arguments.h"
 
 namespace lx::bench {
 

@@ -1,107 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "catalogue/catalogue.h"
 
+#include <cxxabi.h>
+
 #include <algorithm>
 #include <array>
 #include <cctype>
-#include <iterator>
-#include <sstream>
-#include <stdexcept>
+#include <cstdlib>
 
-#include "catalogue/entry.h"
+#include "catalogue/row.h"
 
 namespace lx::catalogue {
 
-namespace {
-
-constexpr std::array<std::string_view, 36> kChoiceNames = {"copy",
-                                                           "invert",
-                                                           "add",
-                                                           "subtract",
-                                                           "multiply",
-                                                           "divide",
-                                                           "modulo",
-                                                           "shift-left",
-                                                           "shift-right",
-                                                           "average",
-                                                           "half-difference",
-                                                           "scaled-multiply",
-                                                           "scaled-divide",
-                                                           "bitwise-and",
-                                                           "bitwise-or",
-                                                           "bitwise-xor",
-                                                           "logical-and",
-                                                           "logical-or",
-                                                           "logical-xor",
-                                                           "minimum",
-                                                           "maximum",
-                                                           "set-where-zero",
-                                                           "set-where-nonzero",
-                                                           "equal",
-                                                           "not-equal",
-                                                           "greater-or-equal",
-                                                           "less-or-equal",
-                                                           "greater",
-                                                           "less",
-                                                           "add-wrap",
-                                                           "subtract-wrap",
-                                                           "value-31",
-                                                           "value-32",
-                                                           "absolute-difference",
-                                                           "overlay",
-                                                           "set"};
-
-// "2-6,9" to the list of its values.
-std::vector<int> ParseChoices(const std::string& text) {
-  std::vector<int> values;
-  std::istringstream items(text);
-  for (std::string item; std::getline(items, item, ',');) {
-    const std::size_t dash = item.find('-');
-    const int first = std::stoi(item);
-    const int last = dash == std::string::npos ? first : std::stoi(item.substr(dash + 1));
-    for (int value = first; value <= last; ++value) values.push_back(value);
-  }
-  return values;
-}
-
-void DescribeOne(Parameter& parameter, std::string text) {
-  if (text.front() == '>') {
-    parameter.written = true;
-    text.erase(0, 1);
-  }
-  if (const std::size_t brace = text.find('{'); brace != std::string::npos) {
-    parameter.choices = ParseChoices(text.substr(brace + 1, text.size() - brace - 2));
-    parameter.standard = parameter.choices.front();
-    text.erase(brace);
-  }
-  if (const std::size_t colon = text.find(':'); colon != std::string::npos) {
-    const std::string range = text.substr(colon + 1);
-    parameter.minimum = std::stod(range);
-    parameter.maximum = std::stod(range.substr(range.find("..") + 2));
-    text.erase(colon);
-  }
-  if (const std::size_t equals = text.find('='); equals != std::string::npos) {
-    parameter.standard = std::stod(text.substr(equals + 1));
-    parameter.optional = true;
-    text.erase(equals);
-  }
-  parameter.name = text;
-}
-
-}  // namespace
-
-void Describe(Operation& operation, std::string_view parameters) {
-  std::istringstream words{std::string(parameters)};
-  const std::vector<std::string> texts{std::istream_iterator<std::string>(words), {}};
-  if (texts.size() != operation.parameters.size()) {
-    throw std::logic_error("catalogue: " + operation.signature + " is described wrongly");
-  }
-  for (std::size_t i = 0; i < texts.size(); ++i) DescribeOne(operation.parameters[i], texts[i]);
-}
-
 std::size_t Operation::DestinationIndex() const {
   const auto found = std::find_if(parameters.begin(), parameters.end(), [](const Parameter& each) {
-    return each.kind == Kind::kRegion && each.written;
+    return each.IsRegion() && each.IsWritten();
   });
   return static_cast<std::size_t>(found - parameters.begin());
 }
@@ -109,18 +22,50 @@ std::size_t Operation::DestinationIndex() const {
 std::vector<std::size_t> Operation::SourceIndices() const {
   std::vector<std::size_t> indices;
   for (std::size_t i = 0; i < parameters.size(); ++i) {
-    if (parameters[i].kind == Kind::kRegion && !parameters[i].written) indices.push_back(i);
+    if (parameters[i].IsRegion() && !parameters[i].IsWritten()) indices.push_back(i);
   }
   return indices;
 }
 
+std::vector<std::size_t> Operation::ResultIndices() const {
+  std::vector<std::size_t> indices;
+  for (std::size_t i = 0; i < parameters.size(); ++i) {
+    if (!parameters[i].IsRegion() && parameters[i].IsWritten()) indices.push_back(i);
+  }
+  return indices;
+}
+
+std::size_t Operation::IndexOf(std::string_view parameter) const {
+  const auto found =
+      std::find_if(parameters.begin(), parameters.end(),
+                   [parameter](const Parameter& each) { return each.name == parameter; });
+  return static_cast<std::size_t>(found - parameters.begin());
+}
+
+bool Operation::WorksInPlace(const Arguments& arguments) const {
+  return inPlace == InPlace::kSometimes ? worksInPlace(arguments) : inPlace == InPlace::kYes;
+}
+
+const Refusal* Operation::FindRefusal(LX_ERRORS code) const {
+  const auto found = std::find_if(refusals.begin(), refusals.end(),
+                                  [code](const Refusal& each) { return each.code == code; });
+  return found == refusals.end() ? nullptr : &*found;
+}
+
 const std::vector<Operation>& All() {
   static const std::vector<Operation> operations = [] {
-    std::vector<Operation> all = PointOperations();
-    for (Operation& each : ConvolutionOperations()) all.push_back(std::move(each));
+    std::vector<Operation> all;
+    for (const auto family : {ArithmeticOperations, PointOperations, ConvolutionOperations}) {
+      for (Operation& each : family()) all.push_back(std::move(each));
+    }
     return all;
   }();
   return operations;
+}
+
+const std::vector<Object>& Objects() {
+  static const std::vector<Object> objects = {KernelObject()};
+  return objects;
 }
 
 const Operation* Find(std::string_view trace, std::string_view signaturePart) {
@@ -132,8 +77,11 @@ const Operation* Find(std::string_view trace, std::string_view signaturePart) {
 }
 
 std::string KebabName(std::string_view function) {
+  if (const std::size_t scope = function.rfind(':'); scope != std::string_view::npos) {
+    function.remove_prefix(scope + 1);
+  }
   constexpr std::string_view kPrefix = "Pic";
-  if (function.substr(0, kPrefix.size()) == kPrefix) function.remove_prefix(kPrefix.size());
+  if (function.starts_with(kPrefix)) function.remove_prefix(kPrefix.size());
   std::string name;
   for (const char c : function) {
     const bool upper = std::isupper(static_cast<unsigned char>(c)) != 0;
@@ -143,16 +91,19 @@ std::string KebabName(std::string_view function) {
   return name;
 }
 
-std::string ChoiceName(int value) {
-  if (value < 0 || static_cast<std::size_t>(value) >= kChoiceNames.size()) {
-    return std::to_string(value);
-  }
-  return std::string(kChoiceNames[static_cast<std::size_t>(value)]);
+std::string ChoiceName(const Parameter& parameter, double value) {
+  const auto& all = NamesOf(parameter.enumeration);
+  const auto found = std::find_if(all.begin(), all.end(), [value](const Named& each) {
+    return static_cast<double>(each.value) == value;
+  });
+  return found == all.end() ? std::to_string(static_cast<std::int64_t>(value)) : found->name;
 }
 
-int ChoiceValue(std::string_view name) {
-  const auto* const found = std::find(kChoiceNames.begin(), kChoiceNames.end(), name);
-  return found == kChoiceNames.end() ? -1 : static_cast<int>(found - kChoiceNames.begin());
+std::optional<std::int64_t> ChoiceValue(const std::vector<Named>& choices, std::string_view name) {
+  const auto found = std::find_if(choices.begin(), choices.end(),
+                                  [name](const Named& each) { return each.name == name; });
+  if (found == choices.end()) return std::nullopt;
+  return found->value;
 }
 
 std::string_view PixelName(Pixel pixel) {
@@ -163,6 +114,14 @@ std::string_view PixelName(Pixel pixel) {
 
 std::string ErrorName(LX_ERRORS code) {
   return std::string(LxGetErrorText(code)) + " (" + std::to_string(static_cast<int>(code)) + ")";
+}
+
+std::string ParameterList(const std::type_info& functionType) {
+  char* text = abi::__cxa_demangle(functionType.name(), nullptr, nullptr, nullptr);
+  std::string list = text != nullptr ? text : "";
+  std::free(text);
+  const std::size_t open = list.find('(');
+  return open == std::string::npos ? list : list.substr(open);
 }
 
 }  // namespace lx::catalogue

@@ -1,93 +1,146 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file catalogue.h
 /// One description of every exported operation, from which the tool, the generic tests, the
-/// benchmarks and the bindings work.
+/// benchmarks and the bindings work. A fact about an operation that one of them needs stands here.
 #pragma once
 
-#include <functional>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
 #include <vector>
 
+#include "catalogue/kinds.h"
 #include "lxpic/lxpic.h"
 
 namespace lx::catalogue {
 
-/// Pixel types of regions and constants.
-enum class Pixel {
-  kNone,
-  kBW8,
-  kBW16,
-  kBW32,
-  kC24,
-  kC15,
-  kC16,
-  kC24A,
-  kComplex64,
-  kBinary
+/// What an operation does with a parameter.
+enum class Role {
+  kRead,
+  kWritten,  ///< a result: what was there before does not count
+  kUpdated,  ///< read, and a result; a region of which only some pixels are written
+  kReturned  ///< the return value, which stands behind the parameters
 };
 
-/// What a parameter is; deduced from the function's own type.
-enum class Kind {
-  kRegion,        ///< LxROI<T>*
-  kConstant,      ///< a pixel value
-  kChoice,        ///< an enumeration
-  kInteger,       ///< int or unsigned
-  kReal,          ///< float or double
-  kColour,        ///< LxColor
-  kByteTable,     ///< unsigned char*, 256 entries
-  kWordTable,     ///< unsigned short*, 65536 entries
-  kByteVector,    ///< LxBW8Vector*
-  kWordVector,    ///< LxBW16Vector*
-  kVector,        ///< LxVector*
-  kKernel,        ///< LxKernel*
-  kByteFunction,  ///< unsigned char (*)(unsigned char)
-  kWordFunction,  ///< unsigned short (*)(unsigned short)
+/// A value that has a name.
+struct Named {
+  std::int64_t value;
+  std::string name;
 };
 
-using ByteFunction = unsigned char (*)(unsigned char);
-using WordFunction = unsigned short (*)(unsigned short);
+/// How the size of a region follows from the others'.
+enum class SizeRule {
+  kEqual,  ///< all regions that do not say otherwise have one size
+  kFree    ///< any size
+};
 
-/// A value for a parameter: numbers, enumerations and grey constants as `double`, colours as LxC24
-/// (or LxColor), everything else as its pointer.
-using Argument =
-    std::variant<LxGenericROI*, double, LxC24, LxColor, unsigned char*, unsigned short*,
-                 LxBW8Vector*, LxBW16Vector*, LxVector*, LxKernel*, ByteFunction, WordFunction>;
+/// What leaving a parameter out means.
+struct LeftOut {
+  double value;            ///< what is passed then
+  std::string words = {};  ///< "as half-x"; the value itself when empty
+};
 
-/// One parameter of an operation.
+/// One parameter of an operation, or its return value.
 struct Parameter {
   std::string name;
   Kind kind = Kind::kInteger;
   Pixel pixel = Pixel::kNone;  ///< of a region or constant
-  bool written = false;        ///< a region or vector that the operation writes
-  double standard = 0;         ///< what the tool, the tests and the benchmarks use unasked
-  bool optional = false;       ///< the tool may leave it out: there is a standard value
-  double minimum = 0;          ///< of a number
+  Role role = Role::kRead;
+  std::optional<std::string> whenNull;  ///< what a null means; none where it is refused
+  std::optional<LeftOut> leftOut;       ///< none where it must be given
+  std::vector<double> trials;           ///< what tests and benchmarks use, the most usual one first
+  double minimum = 0;                   ///< of a number, usually
   double maximum = 0;
-  std::vector<int> choices;  ///< the values of an enumeration that the form offers
+  std::string enumeration;       ///< the enumeration whose names it takes; "" when none
+  std::vector<Named> choices;    ///< the values of it that this form offers
+  std::vector<unsigned> counts;  ///< the element counts that a vector may have; empty for any
+  SizeRule size = SizeRule::kEqual;
+
+  bool IsRegion() const { return kind == Kind::kRegion; }
+  bool IsWritten() const { return role != Role::kRead; }
+  bool IsReturned() const { return role == Role::kReturned; }
 };
 
-/// One exported overload.
+/// Whether a written region may be one of the sources.
+enum class InPlace {
+  kNo,        ///< cannot: the types differ, or nothing is written
+  kYes,       ///< works
+  kRefused,   ///< LX_ERROR_DESTINATION_IS_SOURCE
+  kSometimes  ///< works or is refused, as the arguments say
+};
+
+/// How far from a pixel of a result, in either direction, the pixels lie that it depends on.
+struct Reach {
+  enum class Form {
+    kPixels,     ///< `across` and `down` pixels
+    kParameter,  ///< as many pixels as the parameters of these indices say
+    kKernel,     ///< half the sides of the kernel
+    kUnbounded
+  };
+  Form form = Form::kPixels;
+  unsigned across = 0;
+  unsigned down = 0;
+};
+
+/// A refusal, and what is special about it.
+struct Refusal {
+  LX_ERRORS code = LX_OK;
+  std::string leaves = {};  ///< what it leaves behind; "" when every output is untouched
+};
+
+/// The values of one call: one for each parameter, and behind them the returned value.
+using Arguments = std::vector<Argument>;
+
+/// One exported overload, or a member of an object, whose first parameter is the object.
 struct Operation {
-  std::string function;           ///< "PicGainOffset"
-  std::string name;               ///< "gain-offset"
-  std::string signature;          ///< "PicGainOffset(LxROI<LxBW8>*, LxROI<LxBW8>*, float, float)"
-  std::string trace;              ///< what it appends to the trace; "" when nothing
-  std::string summary;            ///< one line
-  bool inPlace = false;           ///< a written region may be one of the sources
-  std::vector<LX_ERRORS> errors;  ///< codes besides those of regions in general
+  std::string family;     ///< "point"
+  std::string function;   ///< "PicGainOffset"
+  std::string name;       ///< "gain-offset"
+  std::string signature;  ///< "PicGainOffset(LxROI<LxBW8>*, LxROI<LxBW8>*, float, float)"
+  std::string summary;    ///< one line
+  std::string trace;      ///< what it appends to the trace; "" when nothing
+  /// Lists of names that operations inside it may trace before that, innermost first.
+  std::vector<std::vector<std::string>> innerTraces;
   std::vector<Parameter> parameters;
-  std::function<void(const std::vector<Argument>&)> call;
+  InPlace inPlace = InPlace::kNo;
+  /// For InPlace::kSometimes.
+  bool (*worksInPlace)(const Arguments&) = nullptr;
+  Reach reach;
+  bool followsRuns = false;       ///< only the pixels of the source's run list count
+  std::string pathsDiffer;        ///< how the plain path's result differs; "" when it does not
+  bool hasKernel = true;          ///< the fast path dispatches on the instruction set
+  std::vector<int> plainChoices;  ///< the choices for which it does not, where others do
+  std::vector<Refusal> refusals;  ///< besides those of regions in general
+  void (*call)(Arguments&) = nullptr;
 
   /// Index of the first written region; parameters.size() when there is none.
   std::size_t DestinationIndex() const;
   /// Indices of the regions that are only read.
   std::vector<std::size_t> SourceIndices() const;
+  /// Indices of the parameters and returned values that are results, regions apart.
+  std::vector<std::size_t> ResultIndices() const;
+  /// Index of the parameter of this name; parameters.size() when there is none.
+  std::size_t IndexOf(std::string_view parameter) const;
+  /// Whether this call may have a source as its destination.
+  bool WorksInPlace(const Arguments& arguments) const;
+  /// What is special about refusing with `code`; null when it does not refuse with that.
+  const Refusal* FindRefusal(LX_ERRORS code) const;
 };
 
-/// Every exported operation, in the order of the headers.
+/// A class with state. Its members are operations on the object.
+struct Object {
+  std::string name;
+  std::string summary;
+  std::vector<Operation> members;
+};
+
+/// Every exported operation, family by family.
 const std::vector<Operation>& All();
+
+/// The classes with state.
+const std::vector<Object>& Objects();
 
 /// The operation with this trace string and signature fragment; null when there is none. The
 /// fragment tells operations with equal trace strings apart.
@@ -96,13 +149,11 @@ const Operation* Find(std::string_view trace, std::string_view signaturePart = {
 /// Kebab-case name of a function: "PicConvolSobelX" is "convol-sobel-x".
 std::string KebabName(std::string_view function);
 
-/// Name of the choice `value` of ARITH_LOGIC_OPERATIONS: "add", "half-difference".
-std::string ChoiceName(int value);
-/// The value of a choice's name, or -1.
-int ChoiceValue(std::string_view name);
+/// Name of the value among the choices; the value itself when it has none.
+std::string ChoiceName(const Parameter& parameter, double value);
+/// The value of a choice's name among `choices`.
+std::optional<std::int64_t> ChoiceValue(const std::vector<Named>& choices, std::string_view name);
 
-/// "bw8", "c24"; the name the tool uses.
-std::string_view PixelName(Pixel pixel);
 /// The code's text and number, as messages show it.
 std::string ErrorName(LX_ERRORS code);
 

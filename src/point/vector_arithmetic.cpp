@@ -196,9 +196,9 @@ void PicVect1c2(ARITH_LOGIC_OPERATIONS operation, LxVector* source, int constant
 }
 
 void PicVect1c2(ARITH_LOGIC_OPERATIONS /*operation*/, LxVector* source, double /*constant*/,
-                LxVector* /*destination*/) {
+                LxVector* destination) {
   lx::RunOperation("PicVect1c2", [&] {
-    if (!lx::Require(source != nullptr, LX_ERROR_VECTOR_NO_DATA)) return;
+    if (!lx::Require(source != nullptr && destination != nullptr, LX_ERROR_VECTOR_NO_DATA)) return;
     const bool isReal = source->GetDataType() == LX_DATA_FLOAT;
     LxSetError(isReal ? LX_ERROR_UNSUPPORTED_DATA_SIZE : LX_ERROR_UNSUPPORTED_DATA_TYPE);
   });

@@ -45,16 +45,38 @@ std::vector<std::string> ExportedSymbols() {
   return symbols;
 }
 
-TEST(Architecture, CatalogueHoldsEveryExportedOperation) {
-  std::set<std::string> exported;
+std::set<std::string> ExportedSymbolsOf(std::string_view start) {
+  std::set<std::string> found;
   for (const std::string& symbol : ExportedSymbols()) {
-    if (StartsWith(symbol, "Pic")) exported.insert(symbol);
+    if (StartsWith(symbol, start)) found.insert(symbol);
   }
+  return found;
+}
+
+TEST(Architecture, CatalogueHoldsEveryExportedOperation) {
   std::set<std::string> described;
   for (const auto& operation : catalogue::All()) {
+    if (!StartsWith(operation.signature, "Pic")) continue;
     EXPECT_TRUE(described.insert(operation.signature).second) << operation.signature << " is twice";
   }
-  EXPECT_EQ(exported, described);
+  EXPECT_EQ(ExportedSymbolsOf("Pic"), described);
+}
+
+// All but what makes, copies and destroys objects.
+TEST(Architecture, CatalogueHoldsEveryMemberOfObjects) {
+  for (const auto& object : catalogue::Objects()) {
+    const std::string scope = object.name + "::";
+    std::set<std::string> exported = ExportedSymbolsOf(scope);
+    for (const std::string& special :
+         {object.name + "(", "~" + object.name, std::string("operator")}) {
+      std::erase_if(exported,
+                    [&](const std::string& symbol) { return StartsWith(symbol, scope + special); });
+    }
+    std::set<std::string> described;
+    for (const auto& member : object.members) described.insert(member.signature);
+    EXPECT_FALSE(described.empty()) << object.name;
+    EXPECT_EQ(exported, described);
+  }
 }
 
 TEST(Architecture, NothingPrivateIsExported) {

@@ -7,10 +7,10 @@
 #include <climits>
 #include <cstdint>
 
-#include "base/outcome.h"
 #include "base/pixel_types.h"
 #include "support/allocation_failure.h"
-#include "support/guarded_buffer.h"
+#include "support/outcome_text.h"
+#include "support/trial/guarded_buffer.h"
 
 namespace {
 

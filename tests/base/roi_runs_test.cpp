@@ -5,9 +5,9 @@
 #include <climits>
 #include <functional>
 
-#include "base/outcome.h"
 #include "lxpic/base/image.h"
 #include "support/allocation_failure.h"
+#include "support/outcome_text.h"
 
 namespace {
 

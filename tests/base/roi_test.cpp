@@ -7,9 +7,9 @@
 #include <climits>
 #include <vector>
 
-#include "base/outcome.h"
 #include "base/pixel_types.h"
 #include "lxpic/base/image.h"
+#include "support/outcome_text.h"
 
 namespace {
 

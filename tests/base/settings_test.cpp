@@ -5,9 +5,9 @@
 
 #include <thread>
 
-#include "base/outcome.h"
 #include "base/thread_block.h"
 #include "lxpic/base/dimensional_value.h"
+#include "support/outcome_text.h"
 
 namespace {
 

@@ -11,9 +11,9 @@
 #include <string>
 #include <vector>
 
-#include "base/outcome.h"
 #include "lxpic/vectors/elements.h"
 #include "support/allocation_failure.h"
+#include "support/outcome_text.h"
 
 namespace {
 

@@ -7,9 +7,9 @@
 #include <thread>
 #include <vector>
 
-#include "base/outcome.h"
 #include "lxpic/vectors/elements.h"
 #include "support/allocation_failure.h"
+#include "support/outcome_text.h"
 
 namespace {
 

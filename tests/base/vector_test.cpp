@@ -8,8 +8,8 @@
 #include <climits>
 #include <string>
 
-#include "base/outcome.h"
 #include "support/allocation_failure.h"
+#include "support/outcome_text.h"
 
 namespace {
 

@@ -6,9 +6,9 @@
 #include <stdexcept>
 #include <vector>
 
-#include "base/outcome.h"
 #include "support/execution_path.h"
-#include "support/guarded_buffer.h"
+#include "support/outcome_text.h"
+#include "support/trial/guarded_buffer.h"
 
 namespace {
 

@@ -16,10 +16,10 @@ const Operation& OperationOn(std::string_view function, std::string_view pixel) 
   return catalogue::All().front();
 }
 
-std::string CaseFailure(const Operation& operation, Arguments& call, Size size, Content content,
-                        InPlace inPlace) {
+std::string CaseFailure(const Operation& operation, const Arguments& call, Size size,
+                        Content content, Onto onto) {
   Random random(operation.signature);
-  const SweepCase chosen{size, content, {{Pitch::kOdd, 1}, {Pitch::kTight, 0}}, inPlace};
+  const SweepCase chosen{size, content, {{Pitch::kOdd, 1}, {Pitch::kTight, 0}}, onto};
   SweepResult result;
   RunCase(operation, *FindReference(operation.signature), chosen, call, random, result);
   std::string failures;
@@ -28,10 +28,10 @@ std::string CaseFailure(const Operation& operation, Arguments& call, Size size, 
 }
 
 std::string NumbersFailure(const Operation& operation, const std::vector<double>& numbers,
-                           Size size, Content content, InPlace inPlace) {
+                           Size size, Content content, Onto onto) {
   Arguments call(operation);
   std::copy(numbers.rbegin(), numbers.rend(), call.values.rbegin());
-  return CaseFailure(operation, call, size, content, inPlace);
+  return CaseFailure(operation, call, size, content, onto);
 }
 
 }  // namespace lx::test

@@ -14,12 +14,11 @@ namespace lx::test {
 const Operation& OperationOn(std::string_view function, std::string_view pixel);
 
 /// Runs the case on every path; "" when all of them give what the reference gives.
-std::string CaseFailure(const Operation& operation, Arguments& call, Size size,
-                        Content content = Content::kNoise, InPlace inPlace = InPlace::kNone);
+std::string CaseFailure(const Operation& operation, const Arguments& call, Size size,
+                        Content content = Content::kNoise, Onto onto = Onto::kNone);
 
 /// The same with numbers for the last parameters.
 std::string NumbersFailure(const Operation& operation, const std::vector<double>& numbers,
-                           Size size, Content content = Content::kNoise,
-                           InPlace inPlace = InPlace::kNone);
+                           Size size, Content content = Content::kNoise, Onto onto = Onto::kNone);
 
 }  // namespace lx::test

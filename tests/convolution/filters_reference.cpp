@@ -90,18 +90,15 @@ Nine Neighbourhood(const Picture& picture, int x, int y, int k, bool zeroBorder)
 
 Reference FilterReference(const Filter& filter, const std::string& pixel) {
   const std::string region = "LxROI<" + pixel + ">*";
-  Reference made =
-      Whole(filter.name + "(" + region + ", " + region + ")", [&filter](const Arguments& call,
-                                                                        const auto& sources,
-                                                                        auto& destinations) {
-        const Picture& source = sources.front();
-        const Value maximum = FormatOf(source.pixel).maximum;
-        const bool zero = HasZeroBorder(filter, call, source.pixel);
-        ForEachComponent(destinations.front(), [&](int x, int y, int k) {
-          return std::min(filter.response(Neighbourhood(source, x, y, k, zero)), maximum);
-        });
-      }).WithOptionalDestination();
-  return filter.zeroBorder ? std::move(made).DependingOnPath() : made;
+  return Whole(filter.name + "(" + region + ", " + region + ")",
+               [&filter](const Arguments& call, const auto& sources, auto& destinations) {
+                 const Picture& source = sources.front();
+                 const Value maximum = FormatOf(source.pixel).maximum;
+                 const bool zero = HasZeroBorder(filter, call, source.pixel);
+                 ForEachComponent(destinations.front(), [&](int x, int y, int k) {
+                   return std::min(filter.response(Neighbourhood(source, x, y, k, zero)), maximum);
+                 });
+               });
 }
 
 void Roberts(const Arguments& /*call*/, const std::vector<Picture>& sources,
@@ -127,9 +124,7 @@ std::vector<Reference> FilterReferences() {
   for (const std::string pixel : {"LxBW8", "LxBW16", "LxC24"}) {
     for (const Filter& filter : kFilters) references.push_back(FilterReference(filter, pixel));
     const std::string region = "LxROI<" + pixel + ">*";
-    Reference roberts = Whole("PicConvolRoberts(" + region + ", " + region + ")", Roberts);
-    roberts.optionalDestination = pixel == "LxC24";
-    references.push_back(roberts);
+    references.push_back(Whole("PicConvolRoberts(" + region + ", " + region + ")", Roberts));
   }
   for (const Filter& filter : kByteFilters) {
     references.push_back(FilterReference(filter, "LxBW8"));

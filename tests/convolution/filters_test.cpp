@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
-#include "convolution/failing.h"
-#include "convolution/filled.h"
+#include "support/failing.h"
+#include "support/filled.h"
 
 namespace lx::test {
 namespace {

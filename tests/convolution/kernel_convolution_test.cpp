@@ -4,9 +4,9 @@
 #include <limits>
 
 #include "convolution/chosen_case.h"
-#include "convolution/failing.h"
-#include "convolution/filled.h"
-#include "support/kernels.h"
+#include "support/failing.h"
+#include "support/filled.h"
+#include "support/trial/kernels.h"
 
 namespace lx::test {
 namespace {

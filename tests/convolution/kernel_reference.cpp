@@ -6,7 +6,6 @@
 #include <cstdint>
 
 #include "convolution/replicated.h"
-#include "support/kernels.h"
 #include "support/reference.h"
 
 namespace lx::test {
@@ -179,10 +178,26 @@ class Convolution {
 
 LxKernel& KernelOf(const Arguments& call) { return *std::get<LxKernel*>(call.values[2]); }
 
-bool IsPositive3x3(const Arguments& call) {
-  LxKernel& kernel = KernelOf(call);
-  return kernel.GetSizeX() == 3 && kernel.GetSizeY() == 3 &&
-         kernel.GetRectifier() == RECTIFIER_POSITIVE;
+bool IsSquare(LxKernel& kernel) {
+  const int size = kernel.GetSizeX();
+  return size == kernel.GetSizeY() && (size == 3 || size == 5 || size == 7);
+}
+
+// Of the symmetric form; colours pass through the grey one.
+Reference SymmetricReference(const std::string& signature, bool colour) {
+  Reference made =
+      Whole(signature, [](const Arguments& call, const auto& sources, auto& destinations) {
+        Convolution(KernelOf(call), sources.front()).RunSymmetric(destinations.front());
+      });
+  made.rule = [colour, convolve = made.rule](const Arguments& call, Outcome& outcome) {
+    std::vector<std::string> inner;
+    if (colour) inner.emplace_back("PicConvolSymmetricKernel");
+    LxKernel& kernel = KernelOf(call);
+    if (kernel.GetRectifier() == 0) return outcome.Refuse(LX_ERROR_KERNEL_RECTIFIER, inner);
+    if (!IsSquare(kernel)) return outcome.Refuse(LX_ERROR_UNSUPPORTED_KERNEL_SIZE, inner);
+    convolve(call, outcome);
+  };
+  return made;
 }
 
 }  // namespace
@@ -192,21 +207,13 @@ std::vector<Reference> KernelReferences() {
   for (const std::string pixel : {"LxBW8", "LxBW16", "LxC24"}) {
     const std::string region = "LxROI<" + pixel + ">*";
     const std::string parameters = "(" + region + ", " + region + ", LxKernel*)";
-    Reference any = Whole("PicConvolKernel" + parameters,
-                          [](const Arguments& call, const auto& sources, auto& destinations) {
-                            Convolution(KernelOf(call), sources.front()).Run(destinations.front());
-                          });
-    if (pixel != "LxC24") {
-      any = std::move(any).InPlaceWhen(IsPositive3x3).WithOptionalDestination();
-    }
-    references.push_back(any);
     references.push_back(
-        Whole("PicConvolSymmetricKernel" + parameters, [](const Arguments& call,
-                                                          const auto& sources, auto& destinations) {
-          Convolution(KernelOf(call), sources.front()).RunSymmetric(destinations.front());
-        }).WithArguments([](Arguments& call, Random& random) {
-          call.SetKernel(2, DrawSymmetricKernel(random));
-        }));
+        Whole("PicConvolKernel" + parameters,
+              [](const Arguments& call, const auto& sources, auto& destinations) {
+                Convolution(KernelOf(call), sources.front()).Run(destinations.front());
+              }));
+    references.push_back(
+        SymmetricReference("PicConvolSymmetricKernel" + parameters, pixel == "LxC24"));
   }
   return references;
 }

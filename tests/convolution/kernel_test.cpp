@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "convolution/failing.h"
 #include "lxpic/lxpic.h"
+#include "support/failing.h"
 
 namespace lx::test {
 namespace {

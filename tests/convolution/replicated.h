@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "support/picture.h"
+#include "support/trial/picture.h"
 
 namespace lx::test {
 

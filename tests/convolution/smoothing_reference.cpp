@@ -154,18 +154,6 @@ void Deviation(const Arguments& call, const std::vector<Picture>& sources,
   }
 }
 
-// Small sizes, sizes around the images' own, and beyond.
-void DrawBox(Arguments& call, Random& random) {
-  static constexpr std::array<std::uint32_t, 16> kHalves = {
-      0, 0, 1, 1, 1, 2, 3, 4, 7, 12, 50, 128, 129, 300, 0xFFFFFFFE, kSameAsX};
-  for (const std::size_t i : {2U, 3U}) call.values[i] = static_cast<double>(random.Pick(kHalves));
-}
-
-void DrawPasses(Arguments& call, Random& random) {
-  for (const std::size_t i : {2U, 3U}) call.values[i] = static_cast<double>(random.Between(0, 12));
-  if (random.Below(3) == 0) call.values[3] = static_cast<double>(kSameAsX);
-}
-
 PictureRule Fixed(const std::vector<Value>& weights, Value factor, int shift) {
   return [=](const Arguments& /*call*/, const auto& sources, auto& destinations) {
     destinations.front() = Smoothed(sources.front(), weights, weights, factor, shift);
@@ -179,24 +167,11 @@ std::vector<Reference> SmoothingReferences() {
   for (const std::string pixel : {"LxBW8", "LxBW16", "LxC24"}) {
     const std::string region = "LxROI<" + pixel + ">*";
     const std::string sized = "(" + region + ", " + region + ", unsigned int, unsigned int)";
-    const bool isColour = pixel == "LxC24";
-    const auto smallOrColour = [isColour](const Arguments& call) {
-      return isColour || IsSmall(call);
-    };
-    references.push_back(Whole("PicConvolUniform" + sized, Uniform)
-                             .WithArguments(DrawBox)
-                             .WithOptionalDestination()
-                             .InPlaceWhen(smallOrColour));
-    references.push_back(Whole("PicConvolGaussian" + sized, Gaussian)
-                             .WithArguments(DrawPasses)
-                             .WithOptionalDestination());
-    if (isColour) continue;
-    references.push_back(Whole("PicLocalAverage" + sized, Uniform)
-                             .WithArguments(DrawBox)
-                             .WithOptionalDestination()
-                             .InPlaceWhen(IsSmall));
-    Reference deviation = Whole("PicLocalDeviation" + sized, Deviation).WithArguments(DrawBox);
-    references.push_back(pixel == "LxBW8" ? deviation : std::move(deviation).WithoutKernel());
+    references.push_back(Whole("PicConvolUniform" + sized, Uniform));
+    references.push_back(Whole("PicConvolGaussian" + sized, Gaussian));
+    if (pixel == "LxC24") continue;
+    references.push_back(Whole("PicLocalAverage" + sized, Uniform));
+    references.push_back(Whole("PicLocalDeviation" + sized, Deviation));
   }
   const std::string bytes = "(LxROI<LxBW8>*, LxROI<LxBW8>*)";
   references.push_back(Whole("PicConvolUniform5x5" + bytes, Fixed(kFive, 335544, 23)));

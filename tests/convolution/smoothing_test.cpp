@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "convolution/chosen_case.h"
-#include "convolution/failing.h"
-#include "convolution/filled.h"
+#include "support/failing.h"
+#include "support/filled.h"
 
 namespace lx::test {
 namespace {
@@ -88,9 +88,8 @@ TEST(Gaussian, ManyPasses) {
   for (const char* const pixel : {"LxBW8", "LxBW16", "LxC24"}) {
     const Operation& gaussian = OperationOn("PicConvolGaussian", pixel);
     for (const double passes : {63, 64, 65, 66, 72, 128, 131}) {
-      for (const InPlace inPlace : {InPlace::kNone, InPlace::kFirst}) {
-        EXPECT_EQ(NumbersFailure(gaussian, {passes, passes}, {37, 11}, Content::kNoise, inPlace),
-                  "");
+      for (const Onto onto : {Onto::kNone, Onto::kFirst}) {
+        EXPECT_EQ(NumbersFailure(gaussian, {passes, passes}, {37, 11}, Content::kNoise, onto), "");
       }
       EXPECT_EQ(NumbersFailure(gaussian, {passes, 3}, {41, 5}), "");
       EXPECT_EQ(NumbersFailure(gaussian, {0, passes}, {3, 41}), "");

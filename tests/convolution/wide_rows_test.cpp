@@ -33,9 +33,9 @@ TEST(WideRows, EqualTheReference) {
     const PixelFormat format = FormatOf(operation.parameters[0].pixel);
     for (const int width : Widths(kElements / format.bytes / format.components, random)) {
       const Size size = {width, static_cast<int>(random.Between(1, 3))};
-      const bool inPlace = operation.inPlace && random.Below(4) == 0;
+      const bool inPlace = operation.inPlace == catalogue::InPlace::kYes && random.Below(4) == 0;
       EXPECT_EQ(NumbersFailure(operation, {}, size, Content::kNoise,
-                               inPlace ? InPlace::kFirst : InPlace::kNone),
+                               inPlace ? Onto::kFirst : Onto::kNone),
                 "");
     }
   }

@@ -98,7 +98,6 @@ struct Form {
   From second;
   Value maximum;
   OverlayRule overlay = nullptr;
-  bool copies = false;  // memory, where the operation is to copy
 };
 
 constexpr From kConst = From::kConstant;
@@ -108,7 +107,7 @@ constexpr From kNo = From::kNowhere;
 
 constexpr std::array kForms = {
     Form{"LxBW8, LxROI<LxBW8>*", kConst, kNo, 255},
-    Form{"LxROI<LxBW8>*, LxROI<LxBW8>*", kGrey, kNo, 255, nullptr, true},
+    Form{"LxROI<LxBW8>*, LxROI<LxBW8>*", kGrey, kNo, 255},
     Form{"LxROI<LxBW8>*, LxROI<LxC24>*", kGrey, kNo, 255,
          [](const Pixels& p) {
            if (*p.a != 0) PaintOverlayColour(p);
@@ -120,8 +119,7 @@ constexpr std::array kForms = {
     Form{"LxROI<LxC24>*, LxROI<LxC24>*", kColour, kNo, 255,
          [](const Pixels& p) {
            if (!IsBlack(p.a)) TakeColour(p.a, p);
-         },
-         true},
+         }},
     Form{"LxC24, LxROI<LxC24>*, LxROI<LxC24>*", kConst, kColour, 255},
     Form{"LxROI<LxC24>*, LxC24, LxROI<LxC24>*", kColour, kConst, 255},
     Form{"LxROI<LxC24>*, LxROI<LxC24>*, LxROI<LxC24>*", kColour, kColour, 255,
@@ -135,7 +133,7 @@ constexpr std::array kForms = {
     Form{"LxROI<LxBW8>*, LxROI<LxBW8>*, LxROI<LxBW16>*", kGrey, kGrey, 65535},
     Form{"LxROI<LxBW16>*, LxROI<LxBW8>*, LxROI<LxBW16>*", kGrey, kGrey, 65535},
     Form{"LxBW16, LxROI<LxBW16>*", kConst, kNo, 65535},
-    Form{"LxROI<LxBW16>*, LxROI<LxBW16>*", kGrey, kNo, 65535, nullptr, true},
+    Form{"LxROI<LxBW16>*, LxROI<LxBW16>*", kGrey, kNo, 65535},
     Form{"LxBW16, LxROI<LxBW16>*, LxROI<LxBW16>*", kConst, kGrey, 65535},
     Form{"LxROI<LxBW16>*, LxBW16, LxROI<LxBW16>*", kGrey, kConst, 65535},
     Form{"LxROI<LxBW16>*, LxROI<LxBW16>*, LxROI<LxBW16>*", kGrey, kGrey, 65535}};
@@ -157,9 +155,7 @@ std::vector<Reference> ArithmeticReferences() {
   for (const Form& form : kForms) {
     const std::string signature =
         std::string("PicOper(ARITH_LOGIC_OPERATIONS, ") + form.parameters + ")";
-    Reference made = Pointwise(signature, [&form](const Pixels& p) { Combine(form, p); });
-    if (form.copies) made = std::move(made).WithoutKernel(ARITH_LOGIC_COPY);
-    references.push_back(std::move(made));
+    references.push_back(Pointwise(signature, [&form](const Pixels& p) { Combine(form, p); }));
   }
   return references;
 }

@@ -5,7 +5,7 @@
 #include <thread>
 #include <vector>
 
-#include "support/trial_call.h"
+#include "support/trial.h"
 
 namespace lx::test {
 namespace {
@@ -65,7 +65,7 @@ TEST(Arithmetic, ValuesThatAFormDoesNotOffer) {
       SCOPED_TRACE(std::string(form.trace) + " " + std::to_string(value));
       const int code = ExpectedCode(form, ChoicesOf(*operation), value);
       if (code == LX_OK) continue;
-      TrialCall trial(*operation, operation->parameters.front().choices.front());
+      Trial trial(*operation, ChoicesOf(*operation).front());
       trial.call.SetChoice(value);
       trial.Run();
       EXPECT_EQ(trial.Refusal(static_cast<LX_ERRORS>(code)), "");

@@ -38,13 +38,18 @@ void MapBits(const Pixels& p) {
   *p.d = table[static_cast<unsigned>(*p.a / divisor % entries)].value;
 }
 
-void DrawTable(Arguments& call, Random& random) {
-  const std::size_t bits = random.Below(17);
-  std::vector<std::uint8_t> entries(std::size_t{1} << bits);
-  for (std::uint8_t& entry : entries) entry = static_cast<std::uint8_t>(random.Next());
-  call.SetVector(2, entries);
-  const bool top = random.Below(3) == 0;
-  call.values[3] = top ? kTopBits : static_cast<double>(random.Below(17 - bits));
+// Refuses bits that lie beyond the pixel.
+Reference BitTableReference(std::string_view signature) {
+  Reference made = Pointwise(signature, MapBits);
+  made.rule = [map = made.rule](const Arguments& call, Outcome& outcome) {
+    const auto entries = static_cast<double>(outcome.Vector(2).values.size());
+    const bool top = call.Number(3) == kTopBits;
+    if (!top && std::exp2(call.Number(3)) * entries > 65536) {
+      return outcome.Refuse(LX_ERROR_ARGUMENT_4_OUT_OF_RANGE);
+    }
+    map(call, outcome);
+  };
+  return made;
 }
 
 // Fixed point with five fractional bits.
@@ -99,22 +104,6 @@ void Overlay(const Arguments& call, const std::vector<Picture>& sources,
   }
 }
 
-// Some room around the source, so that it can lie inside and hang over every side.
-Size OverlaySize(std::size_t parameter, Size base) {
-  return parameter == 1 ? Size{base.width + 9, base.height + 2} : base;
-}
-
-void DrawPosition(Arguments& call, Random& random) {
-  if (random.Below(8) == 0) return;  // far away
-  call.values[2] = static_cast<double>(random.Between(-8, 16));
-  call.values[3] = static_cast<double>(random.Between(-2, 3));
-}
-
-template <int GreenBits>
-Reference OverlayReference(const char* signature) {
-  return Whole(signature, Overlay<GreenBits>).WithSizes(OverlaySize).WithArguments(DrawPosition);
-}
-
 }  // namespace
 
 std::vector<Reference> LookupReferences() {
@@ -123,30 +112,25 @@ std::vector<Reference> LookupReferences() {
                 MapThroughVector<LxBW8Vector>),
       Pointwise("PicLut(LxROI<LxBW8>*, LxROI<LxBW8>*, unsigned char*)",
                 MapThroughTable<unsigned char*>),
-      Pointwise("PicLut(LxROI<LxBW16>*, LxROI<LxBW8>*, LxBW8Vector*, unsigned int)", MapBits)
-          .WithArguments(DrawTable),
+      BitTableReference("PicLut(LxROI<LxBW16>*, LxROI<LxBW8>*, LxBW8Vector*, unsigned int)"),
       Pointwise("PicLut(LxROI<LxBW16>*, LxROI<LxBW16>*, unsigned short*)",
-                MapThroughTable<unsigned short*>)
-          .WithoutKernel(),
+                MapThroughTable<unsigned short*>),
       Pointwise("PicLut(LxROI<LxBW16>*, LxROI<LxBW16>*, LxBW16Vector*)",
-                MapThroughVector<LxBW16Vector>)
-          .WithoutKernel(),
+                MapThroughVector<LxBW16Vector>),
       Pointwise("PicTransform(LxROI<LxBW8>*, LxROI<LxBW8>*, unsigned char (*)(unsigned char), int)",
                 MapThroughFunction<catalogue::ByteFunction>),
       Pointwise("PicTransform(LxROI<LxBW16>*, LxROI<LxBW16>*, unsigned short (*)(unsigned short))",
-                MapThroughFunction<catalogue::WordFunction>)
-          .WithoutKernel(),
+                MapThroughFunction<catalogue::WordFunction>),
       Pointwise("PicGainOffset(LxROI<LxBW8>*, LxROI<LxBW8>*, float, float)", ScaleFixed<255>),
       Pointwise("PicGainOffset(LxROI<LxC24>*, LxROI<LxC24>*, LxColor, LxColor)", ScaleColour),
       Pointwise("PicGainOffset(LxROI<LxBW16>*, LxROI<LxBW16>*, float, float)", ScaleFixed<65535>),
-      OverlayReference<6>("PicOverlay(LxROI<LxC24>*, LxROI<LxC16>*, int, int, LxC24)"),
-      OverlayReference<5>("PicOverlay(LxROI<LxC24>*, LxROI<LxC15>*, int, int, LxC24)"),
+      Whole("PicOverlay(LxROI<LxC24>*, LxROI<LxC16>*, int, int, LxC24)", Overlay<6>),
+      Whole("PicOverlay(LxROI<LxC24>*, LxROI<LxC15>*, int, int, LxC24)", Overlay<5>),
   };
   for (const std::string pixel : {"LxBW8", "LxBW16", "LxC24", "LxC15", "LxC16"}) {
     const std::string region = "LxROI<" + pixel + ">*";
     references.push_back(Pointwise("PicCopy(" + pixel + ", " + region + ")", FillConstant));
-    references.push_back(
-        Pointwise("PicCopy(" + region + ", " + region + ")", CopyPixel).WithoutKernel());
+    references.push_back(Pointwise("PicCopy(" + region + ", " + region + ")", CopyPixel));
   }
   return references;
 }

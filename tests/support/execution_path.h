@@ -12,11 +12,17 @@ namespace lx::test {
 struct ExecutionPath {
   std::string name;
   bool fast;
-  std::int64_t target;  ///< of the SIMD dispatcher; 0 leaves the choice to it
+  /// Of the SIMD dispatcher: this set and those that a processor with it has besides, since a kernel
+  /// that is not built for it runs on the next older one. 0 leaves the choice to the dispatcher.
+  std::int64_t targets;
 };
 
 /// The plain path first.
 const std::vector<ExecutionPath>& ExecutionPaths();
+
+/// The instruction sets that this processor offers, of those that the library is built for, by the
+/// processor's own account.
+std::vector<std::string> OfferedInstructionSets();
 
 /// Makes the library take a path, for as long as the object lives.
 class PathScope {

@@ -2,6 +2,7 @@
 #include "support/reference.h"
 
 #include <map>
+#include <stdexcept>
 #include <utility>
 
 namespace lx::test {
@@ -25,43 +26,54 @@ void ApplyToPixels(const PixelRule& rule, const Arguments& call,
   }
 }
 
+const Operation& OperationOf(std::string_view signature) {
+  for (const Operation& each : catalogue::All()) {
+    if (each.signature == signature) return each;
+  }
+  throw std::logic_error("no operation has the signature of the reference " +
+                         std::string(signature));
+}
+
+struct Reason {
+  std::string_view signature;
+  std::string_view words;
+};
+
+constexpr Reason kReasons[] = {
+    {"PicSetOverlayColor(LxC24)", "sets what other calls draw with, and the getter gives back"},
+    {"PicGetOverlayColor()", "gives back what the setter set"},
+    {"PicVect1c2(ARITH_LOGIC_OPERATIONS, LxVector*, double, LxVector*)", "always refuses"}};
+
 }  // namespace
 
-Reference Reference::WithSizes(std::function<Size(std::size_t, Size)> sizes) && {
-  sizeOf = std::move(sizes);
-  return std::move(*this);
+OutcomeRule OnPictures(std::string_view signature, PictureRule rule) {
+  const Operation& operation = OperationOf(signature);
+  return [&operation, rule = std::move(rule)](const Arguments& call, Outcome& outcome) {
+    std::vector<Picture> sources;
+    std::vector<Picture> destinations;
+    for (std::size_t i = 0; i < operation.parameters.size(); ++i) {
+      const Parameter& parameter = operation.parameters[i];
+      if (!parameter.IsRegion()) continue;
+      (parameter.IsWritten() ? destinations : sources).push_back(outcome.Image(i));
+    }
+    rule(call, sources, destinations);
+    auto next = destinations.begin();
+    for (std::size_t i = 0; i < operation.parameters.size(); ++i) {
+      const Parameter& parameter = operation.parameters[i];
+      if (parameter.IsRegion() && parameter.IsWritten()) outcome.Image(i) = std::move(*next++);
+    }
+  };
 }
 
-Reference Reference::WithArguments(std::function<void(Arguments&, Random&)> adjustment) && {
-  adjust = std::move(adjustment);
-  return std::move(*this);
-}
-
-Reference Reference::WithoutKernel(int choice) && {
-  plainChoices.push_back(choice);
-  return std::move(*this);
-}
-
-Reference Reference::WithOptionalDestination() && {
-  optionalDestination = true;
-  return std::move(*this);
-}
-
-Reference Reference::InPlaceWhen(std::function<bool(const Arguments&)> condition) && {
-  worksInPlace = std::move(condition);
-  return std::move(*this);
-}
-
-Reference Reference::DependingOnPath() && {
-  dependsOnPath = true;
-  return std::move(*this);
-}
-
-Reference Whole(std::string_view signature, PictureRule rule) {
+Reference Measured(std::string_view signature, OutcomeRule rule) {
   Reference made;
   made.signature = signature;
   made.rule = std::move(rule);
   return made;
+}
+
+Reference Whole(std::string_view signature, PictureRule rule) {
+  return Measured(signature, OnPictures(signature, std::move(rule)));
 }
 
 Reference Pointwise(std::string_view signature, PixelRule rule) {
@@ -74,14 +86,22 @@ Reference Pointwise(std::string_view signature, PixelRule rule) {
 const Reference* FindReference(std::string_view signature) {
   static const auto references = [] {
     std::map<std::string, Reference, std::less<>> made;
-    for (const auto family : {ArithmeticReferences, ConvertReferences, LookupReferences,
-                              FilterReferences, SmoothingReferences, KernelReferences}) {
+    for (const auto family :
+         {ArithmeticReferences, ConvertReferences, LookupReferences, VectorArithmeticReferences,
+          FilterReferences, SmoothingReferences, KernelReferences}) {
       for (Reference& each : family()) made.emplace(each.signature, std::move(each));
     }
     return made;
   }();
   const auto found = references.find(signature);
   return found == references.end() ? nullptr : &found->second;
+}
+
+std::string WhyNoReference(std::string_view signature) {
+  for (const Reason& each : kReasons) {
+    if (each.signature == signature) return std::string(each.words);
+  }
+  return {};
 }
 
 }  // namespace lx::test

@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
-#include "support/arguments.h"
-#include "support/picture.h"
+#include "support/trial/arguments.h"
+#include "support/trial/outcome.h"
 
 namespace lx::test {
 
@@ -27,50 +27,44 @@ using PixelRule = std::function<void(const Pixels&)>;
 /// Destinations hold the old pixels on entry. Both lists follow the order of the parameters.
 using PictureRule = std::function<void(const Arguments& call, const std::vector<Picture>& sources,
                                        std::vector<Picture>& destinations)>;
-
-struct Size {
-  int width;
-  int height;
-};
+/// Everything holds what it held before the call on entry. A rule that refuses changes nothing else
+/// unless the definition says so.
+using OutcomeRule = std::function<void(const Arguments& call, Outcome& outcome)>;
 
 struct Reference {
   std::string signature;
-  PictureRule rule;
-  /// The size of region parameter `index` in a case of the size `base`; null when all are equal.
-  std::function<Size(std::size_t index, Size base)> sizeOf;
-  /// Brings drawn arguments into relations that single parameters cannot express.
-  std::function<void(Arguments& call, Random& random)> adjust;
-  /// The choices that dispatch no kernel on the fast path; -1 stands for an operation without
-  /// choices.
-  std::vector<int> plainChoices;
-  /// A null destination is no error: the operation then works in place.
-  bool optionalDestination = false;
-  /// Whether these arguments run in place; null where the catalogue says all there is to say.
-  std::function<bool(const Arguments& call)> worksInPlace;
-  /// The plain path is defined to differ from the fast one: the rule looks at LxGetMMX().
-  bool dependsOnPath = false;
+  OutcomeRule rule;
+  /// By how much numbers and elements may differ from the reference's, as a part of them; and why.
+  double tolerance = 0;
+  std::string reason;
 
-  Reference WithSizes(std::function<Size(std::size_t, Size)> sizes) &&;
-  Reference WithArguments(std::function<void(Arguments&, Random&)> adjustment) &&;
-  /// Has no kernel: it copies memory, or looks up or calls a function for each pixel.
-  Reference WithoutKernel(int choice = -1) &&;
-  Reference WithOptionalDestination() &&;
-  Reference InPlaceWhen(std::function<bool(const Arguments&)> condition) &&;
-  Reference DependingOnPath() &&;
+  Reference Within(double part, std::string because) && {
+    tolerance = part;
+    reason = std::move(because);
+    return std::move(*this);
+  }
 };
 
 /// Each destination pixel from the pixels at the same position.
 Reference Pointwise(std::string_view signature, PixelRule rule);
 /// Whole pictures, for neighbourhoods and geometry.
 Reference Whole(std::string_view signature, PictureRule rule);
+/// Everything: numbers, vectors and refusals too.
+Reference Measured(std::string_view signature, OutcomeRule rule);
+
+/// The picture rule as one of outcomes.
+OutcomeRule OnPictures(std::string_view signature, PictureRule rule);
 
 /// The reference of an operation; null when there is none.
 const Reference* FindReference(std::string_view signature);
+/// Why an operation has no reference; "" when it ought to have one.
+std::string WhyNoReference(std::string_view signature);
 
 /// The families' references.
 std::vector<Reference> ArithmeticReferences();
 std::vector<Reference> ConvertReferences();
 std::vector<Reference> LookupReferences();
+std::vector<Reference> VectorArithmeticReferences();
 std::vector<Reference> FilterReferences();
 std::vector<Reference> SmoothingReferences();
 std::vector<Reference> KernelReferences();

@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "base/outcome.h"
 #include "lxpic/base/vector.h"
+#include "support/outcome_text.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 
 #include <array>
 
-#include "support/picture.h"
-#include "support/random.h"
+#include "support/trial/picture.h"
+#include "support/trial/random.h"
 
 namespace lx::test {
 
@@ -24,5 +24,8 @@ inline constexpr std::array kContents = {Content::kNoise,    Content::kRamp,    
 
 /// Fills picture number `index` of a case. `level` is what the pictures of the case share.
 void Fill(Picture& picture, Content content, int index, std::uint64_t level, Random& random);
+
+/// Runs of every kind for a picture: overlapping, empty, whole rows, single pixels; mostly none.
+std::vector<Run> DrawRuns(const Picture& picture, Random& random);
 
 }  // namespace lx::test

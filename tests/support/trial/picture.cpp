@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "support/picture.h"
+#include "support/trial/picture.h"
 
 #include <array>
 
@@ -28,6 +28,18 @@ std::ptrdiff_t RowBytes(Pixel pixel, int width, int firstBit) {
 Picture::Picture(Pixel type, int w, int h)
     : pixel(type), width(w), height(h), components(FormatOf(type).components) {
   values.resize(Index(0, h, 0));
+}
+
+std::vector<bool> Selected(const Picture& picture) {
+  std::vector<bool> selected(
+      picture.Index(0, picture.height, 0) / static_cast<std::size_t>(picture.components),
+      picture.runs.empty());
+  for (const Run& run : picture.runs) {
+    for (int i = 0; i < run.length; ++i) {
+      selected[static_cast<std::size_t>(run.y * picture.width + run.x + i)] = true;
+    }
+  }
+  return selected;
 }
 
 namespace {

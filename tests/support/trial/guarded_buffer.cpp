@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "support/guarded_buffer.h"
+#include "support/trial/guarded_buffer.h"
 
 #include <sys/mman.h>
 #include <unistd.h>

@@ -33,6 +33,13 @@ struct Placement {
   int firstBit = 0;  ///< of binary pixels
 };
 
+/// `length` pixels of a row, from (x, y) on.
+struct Run {
+  int x;
+  int y;
+  int length;
+};
+
 struct Picture {
   Picture() = default;
   Picture(Pixel type, int w, int h);
@@ -51,7 +58,11 @@ struct Picture {
   int height = 0;
   int components = 0;
   std::vector<Value> values;
+  std::vector<Run> runs;  ///< the run list of the region; none stands for all pixels
 };
+
+/// For each pixel, row by row, whether it counts: all of them, or those of the runs.
+std::vector<bool> Selected(const Picture& picture);
 
 /// Writes the pixels to memory and nothing beside them.
 void Store(const Picture& picture, const Placement& place);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "support/kernels.h"
+#include "support/trial/kernels.h"
 
 #include <algorithm>
 #include <array>
@@ -81,12 +81,6 @@ std::shared_ptr<LxKernel> DrawKernel(Random& random) {
     default:
       return DrawOfSize(random.Pick(kFixedSizes), random);
   }
-}
-
-std::shared_ptr<LxKernel> DrawSymmetricKernel(Random& random) {
-  auto kernel = DrawOfSize(random.Pick(kFixedSizes), random);
-  if (kernel->GetRectifier() == RECTIFIER_NONE) kernel->SetRectifier(RECTIFIER_POSITIVE);
-  return kernel;
 }
 
 std::string KernelText(LxKernel& kernel) {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "lxpic/lxpic.h"
-#include "support/random.h"
+#include "support/trial/random.h"
 
 namespace lx::test {
 
@@ -18,10 +18,6 @@ std::shared_ptr<LxKernel> StandardKernel();
 /// A preset, or random coefficients; sizes, gains, offsets, rectifiers and outside values of every
 /// kind.
 std::shared_ptr<LxKernel> DrawKernel(Random& random);
-/// The same, of a size and with a rectifier that symmetric kernels can have. The coefficients need
-/// not be symmetric.
-std::shared_ptr<LxKernel> DrawSymmetricKernel(Random& random);
-
 /// Size, coefficients and settings in one line.
 std::string KernelText(LxKernel& kernel);
 

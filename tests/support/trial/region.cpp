@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "support/region.h"
+#include "support/trial/region.h"
 
 #include <algorithm>
 #include <array>
@@ -20,6 +20,7 @@ struct RegionType {
   Owner (*view)(int, int, const Placement&);
   Owner (*child)(LxGenericROI*, int, int, int, int);
   Owner (*unattached)();
+  void (*setRuns)(LxGenericROI*, const LxVectorTemplate<LxRun>&, bool);
 };
 
 template <class T>
@@ -33,7 +34,10 @@ constexpr RegionType kRegionType = {
     [](LxGenericROI* parent, int x, int y, int w, int h) -> Owner {
       return std::make_unique<LxROI<T>>(static_cast<LxROI<T>*>(parent), x, y, w, h);
     },
-    []() -> Owner { return std::make_unique<LxImage<T>>(); }};
+    []() -> Owner { return std::make_unique<LxImage<T>>(); },
+    [](LxGenericROI* region, const LxVectorTemplate<LxRun>& runs, bool absolute) {
+      static_cast<LxROI<T>*>(region)->SetRuns(runs, absolute);
+    }};
 
 const RegionType& TypeOf(Pixel pixel) {
   static constexpr std::array<RegionType, 10> kTypes = {
@@ -102,6 +106,20 @@ Owner MakeChild(Pixel pixel, LxGenericROI* parent, int x, int y, int width, int 
   return TypeOf(pixel).child(parent, x, y, width, height);
 }
 
+void SetRuns(Pixel pixel, LxGenericROI* region, const std::vector<Run>& runs, bool absolute) {
+  const auto origin = reinterpret_cast<std::uintptr_t>(region->GetPixelPtr(0, 0));
+  LxVectorTemplate<LxRun> list;
+  for (const Run& run : runs) {
+    const auto first = reinterpret_cast<std::uintptr_t>(region->GetPixelPtr(run.x, run.y));
+    const std::uintptr_t start = first - (absolute ? 0 : origin);
+    const auto bytes = static_cast<std::uintptr_t>(RowBytes(pixel, run.length));
+    const auto position = static_cast<std::uint32_t>(run.x) | static_cast<std::uint32_t>(run.y)
+                                                                  << 16;
+    list.AddElement({start, start + bytes, position});
+  }
+  TypeOf(pixel).setRuns(region, list, absolute);
+}
+
 std::string LayoutText(Layout layout) {
   static constexpr std::array kNames = {"tight", "padded", "odd", "negative", "child"};
   return std::string(kNames[static_cast<std::size_t>(layout.pitch)]) + "@" +
@@ -149,6 +167,13 @@ Owner Arena::MakeRegion(Owner& whole) const {
 void Arena::Paint(const Picture& picture, std::vector<std::uint8_t>& bytes) const {
   bytes.assign(ForeignBytes().begin(), ForeignBytes().begin() + static_cast<std::ptrdiff_t>(size));
   Store(picture, {bytes.data() + origin, pitch, firstBit});
+}
+
+void Arena::SetRuns(const std::vector<Run>& runs, bool absolute) {
+  if (pixel == Pixel::kBinary) return;
+  for (LxGenericROI* const each : {region.get(), twin.get()}) {
+    test::SetRuns(pixel, each, runs, absolute);
+  }
 }
 
 void Arena::Reset() { std::memcpy(memory, before.data(), size); }

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "support/guarded_buffer.h"
-#include "support/picture.h"
+#include "support/trial/guarded_buffer.h"
+#include "support/trial/picture.h"
 
 namespace lx::test {
 
@@ -21,6 +21,9 @@ std::unique_ptr<LxGenericROI> MakeView(Pixel pixel, int width, int height, const
 /// A child region of `parent`, which has the same pixel type.
 std::unique_ptr<LxGenericROI> MakeChild(Pixel pixel, LxGenericROI* parent, int x, int y, int width,
                                         int height);
+
+/// Gives a region its run list, in offsets or addresses.
+void SetRuns(Pixel pixel, LxGenericROI* region, const std::vector<Run>& runs, bool absolute);
 
 enum class Pitch {
   kTight,
@@ -53,6 +56,8 @@ class Arena {
   /// What the region holds before a call, and what it must hold afterwards.
   void SetBefore(const Picture& picture) { Paint(picture, before); }
   void SetExpected(const Picture& picture) { Paint(picture, expected); }
+  /// Confines both region objects to the runs.
+  void SetRuns(const std::vector<Run>& runs, bool absolute);
   /// Restores the memory to what it holds before a call.
   void Reset();
   /// Where and how the memory differs from what is expected; "" when it does not.

@@ -5,8 +5,8 @@
 
 #include <string>
 
-#include "base/outcome.h"
 #include "support/allocation_failure.h"
+#include "support/outcome_text.h"
 
 namespace lx::test {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "support/content.h"
+#include "support/trial/content.h"
 
 #include <algorithm>
 #include <array>
@@ -71,6 +71,45 @@ void Fill(Picture& picture, Content content, int index, std::uint64_t level, Ran
       std::fill(picture.values.begin(), picture.values.end(), 0);
       return FillSparse(picture, maximum, random);
   }
+}
+
+namespace {
+
+enum class RunStyle {
+  kNone,
+  kEmpty,
+  kPixels,
+  kRows,
+  kAny  // overlapping each other, some empty, in any order
+};
+constexpr std::array kRunStyles = {RunStyle::kNone,   RunStyle::kNone, RunStyle::kEmpty,
+                                   RunStyle::kPixels, RunStyle::kRows, RunStyle::kAny,
+                                   RunStyle::kAny};
+
+Run DrawRun(const Picture& picture, RunStyle style, Random& random) {
+  const int x = static_cast<int>(random.Between(0, picture.width - 1));
+  const int y = static_cast<int>(random.Between(0, picture.height - 1));
+  switch (style) {
+    case RunStyle::kRows:
+      return {0, y, picture.width};
+    case RunStyle::kPixels:
+      return {x, y, 1};
+    case RunStyle::kEmpty:
+      return {x, y, 0};
+    default:
+      return {x, y, static_cast<int>(random.Between(0, picture.width - x))};
+  }
+}
+
+}  // namespace
+
+std::vector<Run> DrawRuns(const Picture& picture, Random& random) {
+  const RunStyle style = random.Pick(kRunStyles);
+  std::vector<Run> runs;
+  if (style == RunStyle::kNone || picture.width == 0 || picture.height == 0) return runs;
+  runs.resize(1 + random.Below(12));
+  for (Run& run : runs) run = DrawRun(picture, style, random);
+  return runs;
 }
 
 }  // namespace lx::test

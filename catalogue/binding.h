@@ -1,0 +1,182 @@
+// SPDX-License-Identifier: Apache-2.0
+// What a function's own type says: the kinds of its parameters, their passing, its signature.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <tuple>
+#include <type_traits>
+#include <typeinfo>
+#include <utility>
+#include <vector>
+
+#include "catalogue/catalogue.h"
+#include "catalogue/enumerations.h"
+
+namespace lx::catalogue {
+
+template <class T>
+inline constexpr Pixel kPixelOf = Pixel::kNone;
+template <>
+inline constexpr Pixel kPixelOf<LxBW8> = Pixel::kBW8;
+template <>
+inline constexpr Pixel kPixelOf<LxBW16> = Pixel::kBW16;
+template <>
+inline constexpr Pixel kPixelOf<LxBW32> = Pixel::kBW32;
+template <>
+inline constexpr Pixel kPixelOf<LxC24> = Pixel::kC24;
+template <>
+inline constexpr Pixel kPixelOf<LxC15> = Pixel::kC15;
+template <>
+inline constexpr Pixel kPixelOf<LxC16> = Pixel::kC16;
+template <>
+inline constexpr Pixel kPixelOf<LxC24A> = Pixel::kC24A;
+template <>
+inline constexpr Pixel kPixelOf<LxComplex64> = Pixel::kComplex64;
+
+template <class T>
+inline constexpr bool kIsRegion = false;
+template <class T>
+inline constexpr bool kIsRegion<LxROI<T>*> = true;
+
+template <class T>
+inline constexpr Pixel kPixelOf<LxROI<T>*> = kPixelOf<T>;
+template <>
+inline constexpr Pixel kPixelOf<LxROI<int>*> = Pixel::kBinary;
+
+// The kind of a type that is passed by value; pointers have theirs in LX_POINTER_KINDS.
+template <class T>
+constexpr Kind KindOf() {
+  if constexpr (kIsRegion<T>) {
+    return Kind::kRegion;
+  } else if constexpr (kPixelOf<T> != Pixel::kNone) {
+    return Kind::kConstant;
+  } else if constexpr (std::is_enum_v<T>) {
+    return Kind::kChoice;
+  } else if constexpr (std::is_integral_v<T>) {
+    return Kind::kInteger;
+  } else if constexpr (std::is_floating_point_v<T>) {
+    return Kind::kReal;
+  } else if constexpr (std::is_same_v<T, LxColor>) {
+    return Kind::kColour;
+  }
+#define LX_KIND(kind, type)                     \
+  else if constexpr (std::is_same_v<T, type>) { \
+    return Kind::kind;                          \
+  }
+  LX_POINTER_KINDS(LX_KIND)
+#undef LX_KIND
+  else {
+    static_assert(sizeof(T) == 0, "LX_POINTER_KINDS lacks this type");
+  }
+}
+
+template <class T>
+Parameter MakeParameter() {
+  using Plain = std::remove_reference_t<T>;
+  Parameter made;
+  made.kind = KindOf<Plain>();
+  made.pixel = kPixelOf<Plain>;
+  // A reference is a result; the description tells when it is read as well.
+  if (std::is_reference_v<T>) made.role = Role::kWritten;
+  if constexpr (std::is_enum_v<Plain>) made.enumeration = EnumerationOf<Plain>();
+  return made;
+}
+
+// The value of an argument as a C++ type.
+template <class T>
+T Unpack(const Argument& argument) {
+  if constexpr (std::is_same_v<T, LxC15> || std::is_same_v<T, LxC16>) {
+    return T{static_cast<std::uint16_t>(std::get<double>(argument))};
+  } else if constexpr (KindOf<T>() == Kind::kConstant && !std::is_same_v<T, LxC24>) {
+    return T(static_cast<decltype(T::value)>(std::get<double>(argument)));
+  } else if constexpr (std::is_enum_v<T>) {
+    return static_cast<T>(static_cast<std::int64_t>(std::get<double>(argument)));
+  } else if constexpr (std::is_arithmetic_v<T>) {
+    return static_cast<T>(std::get<double>(argument));
+  } else if constexpr (kIsRegion<T>) {
+    return static_cast<T>(std::get<LxGenericROI*>(argument));
+  } else {
+    return std::get<T>(argument);
+  }
+}
+
+// And back.
+template <class T>
+Argument Pack(T value) {
+  if constexpr (std::is_arithmetic_v<T> || std::is_enum_v<T>) {
+    return static_cast<double>(value);
+  } else if constexpr (KindOf<T>() == Kind::kConstant && !std::is_same_v<T, LxC24>) {
+    return static_cast<double>(value.value);
+  } else {
+    return value;
+  }
+}
+
+// Calls function(values...) with the arguments, and puts references and the returned value back.
+template <class Result, class... Parameters, class Function, std::size_t... I>
+void Invoke(const Function& function, Arguments& arguments, std::index_sequence<I...> /*indices*/) {
+  std::tuple<std::remove_reference_t<Parameters>...> values{
+      Unpack<std::remove_reference_t<Parameters>>(arguments[I])...};
+  if constexpr (std::is_void_v<Result>) {
+    std::apply(function, values);
+  } else {
+    arguments[sizeof...(Parameters)] = Pack<Result>(std::apply(function, values));
+  }
+  [[maybe_unused]] const auto putBack = [&](auto index) {
+    using Declared = std::tuple_element_t<index, std::tuple<Parameters...>>;
+    if constexpr (std::is_reference_v<Declared>) arguments[index] = Pack(std::get<index>(values));
+  };
+  (putBack(std::integral_constant<std::size_t, I>{}), ...);
+}
+
+/// "(LxROI<LxBW8>*, int)": the parameters of a function type as a symbol table shows them.
+std::string ParameterList(const std::type_info& functionType);
+
+/// What a row of the catalogue takes from the function itself.
+struct Binding {
+  std::vector<Parameter> (*parameters)();
+  std::string (*parameterList)();
+  void (*call)(Arguments&);
+};
+
+template <class Result, class... Parameters>
+std::vector<Parameter> MakeParameters() {
+  std::vector<Parameter> made = {MakeParameter<Parameters>()...};
+  if constexpr (!std::is_void_v<Result>) {
+    made.push_back(MakeParameter<Result>());
+    made.back().role = Role::kReturned;
+  }
+  return made;
+}
+
+template <auto kFunction>
+struct Bound;
+
+template <class Result, class... Parameters, Result (*kFunction)(Parameters...)>
+struct Bound<kFunction> {
+  static constexpr Binding kBinding = {&MakeParameters<Result, Parameters...>,
+                                       []() { return ParameterList(typeid(void(Parameters...))); },
+                                       [](Arguments& arguments) {
+                                         Invoke<Result, Parameters...>(
+                                             kFunction, arguments,
+                                             std::index_sequence_for<Parameters...>{});
+                                       }};
+};
+
+// A member's first parameter is its object.
+template <class Result, class Class, class... Parameters, Result (Class::*kMember)(Parameters...)>
+struct Bound<kMember> {
+  static constexpr Binding kBinding = {
+      &MakeParameters<Result, Class*, Parameters...>,
+      []() { return ParameterList(typeid(void(Parameters...))); },
+      [](Arguments& arguments) {
+        const auto member = [](Class* object, Parameters&... values) -> Result {
+          return (object->*kMember)(values...);
+        };
+        Invoke<Result, Class*, Parameters...>(member, arguments,
+                                              std::index_sequence_for<Class*, Parameters...>{});
+      }};
+};
+
+}  // namespace lx::catalogue

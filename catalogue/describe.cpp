@@ -1,0 +1,238 @@
+// SPDX-License-Identifier: Apache-2.0
+// Takes the texts of the rows apart.
+#include <algorithm>
+#include <cctype>
+#include <charconv>
+#include <sstream>
+#include <stdexcept>
+
+#include "catalogue/row.h"
+
+namespace lx::catalogue {
+
+namespace {
+
+std::vector<std::string> Split(std::string_view text, std::string_view separator) {
+  std::vector<std::string> parts;
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.find(separator), text.size());
+    parts.emplace_back(text.substr(0, end));
+    text.remove_prefix(std::min(end + separator.size(), text.size()));
+  }
+  return parts;
+}
+
+// The words of a parameter text; blanks within quotes do not part them.
+std::vector<std::string> Words(std::string_view text) {
+  std::vector<std::string> words;
+  bool quoted = false;
+  bool inside = false;
+  for (const char c : text) {
+    if (c == '\'') quoted = !quoted;
+    const bool blank = c == ' ' && !quoted;
+    if (!blank && !inside) words.emplace_back();
+    if (!blank) words.back() += c;
+    inside = !blank;
+  }
+  return words;
+}
+
+std::vector<std::int64_t> Values(std::string_view list) {
+  std::vector<std::int64_t> values;
+  for (const std::string& item : Split(list, ",")) {
+    const std::size_t dash = item.find('-', 1);
+    const std::int64_t first = std::stoll(item);
+    const std::int64_t last = dash == std::string::npos ? first : std::stoll(item.substr(dash + 1));
+    for (std::int64_t value = first; value <= last; ++value) values.push_back(value);
+  }
+  return values;
+}
+
+// One word of a parameter text, read from its start.
+class ParameterWord {
+ public:
+  ParameterWord(std::string_view text, Parameter& described) : rest(text), parameter(described) {}
+
+  void Read() {
+    if (Take("<>")) {
+      parameter.role = Role::kUpdated;
+    } else if (Take(">")) {
+      parameter.role = Role::kWritten;
+    }
+    parameter.name = Until("?=~:{#(");
+    while (!rest.empty()) ReadSuffix();
+    if (parameter.trials.empty()) {
+      parameter.trials = {parameter.leftOut ? parameter.leftOut->value : 0};
+    }
+  }
+
+ private:
+  void ReadSuffix() {
+    const char kind = rest.front();
+    rest.remove_prefix(1);
+    switch (kind) {
+      case '?':
+        parameter.whenNull = Quoted();
+        break;
+      case '=': {
+        const double value = std::stod(Until("?~:{#('"));
+        parameter.leftOut = LeftOut{value, rest.starts_with('\'') ? Quoted() : ""};
+        break;
+      }
+      case '~':
+        for (const std::string& each : Split(Until("?=:{#("), ",")) {
+          parameter.trials.push_back(std::stod(each));
+        }
+        break;
+      case ':':
+        ReadRange(Until("?=~{#("));
+        break;
+      case '{':
+        ReadChoices(Until("}"));
+        rest.remove_prefix(1);
+        break;
+      case '#':
+        for (const std::int64_t count : Values(Until("?=~:{("))) {
+          parameter.counts.push_back(static_cast<unsigned>(count));
+        }
+        break;
+      case '(':
+        if (!Take("free)")) throw std::logic_error("unknown size rule");
+        parameter.size = SizeRule::kFree;
+        break;
+      default:
+        throw std::logic_error("unknown suffix");
+    }
+  }
+
+  void ReadRange(const std::string& range) {
+    parameter.minimum = std::stod(range);
+    parameter.maximum = std::stod(range.substr(range.find("..") + 2));
+  }
+
+  void ReadChoices(const std::string& choices) {
+    if (std::isdigit(static_cast<unsigned char>(choices.front())) == 0) {
+      parameter.enumeration = choices;
+      parameter.choices = NamesOf(choices);
+      return;
+    }
+    for (const std::int64_t value : Values(choices)) {
+      const auto& all = NamesOf(parameter.enumeration);
+      const auto found = std::find_if(all.begin(), all.end(),
+                                      [value](const Named& each) { return each.value == value; });
+      parameter.choices.push_back(found == all.end() ? Named{value, std::to_string(value)}
+                                                     : *found);
+    }
+    parameter.trials = {static_cast<double>(parameter.choices.front().value)};
+  }
+
+  bool Take(std::string_view token) {
+    if (!rest.starts_with(token)) return false;
+    rest.remove_prefix(token.size());
+    return true;
+  }
+  std::string Until(std::string_view ends) {
+    const std::size_t end = std::min(rest.find_first_of(ends), rest.size());
+    std::string taken(rest.substr(0, end));
+    rest.remove_prefix(end);
+    return taken;
+  }
+  std::string Quoted() {
+    rest.remove_prefix(1);
+    std::string words = Until("'");
+    rest.remove_prefix(1);
+    return words;
+  }
+
+  std::string_view rest;
+  Parameter& parameter;
+};
+
+// "k*3" stands for k1, k2 and k3.
+std::vector<std::string> Repeated(const std::vector<std::string>& words) {
+  std::vector<std::string> all;
+  for (const std::string& word : words) {
+    const std::size_t star = word.find('*');
+    if (star == std::string::npos) {
+      all.push_back(word);
+      continue;
+    }
+    const int count = std::stoi(word.substr(star + 1));
+    for (int i = 1; i <= count; ++i) all.push_back(word.substr(0, star) + std::to_string(i));
+  }
+  return all;
+}
+
+void DescribeParameters(Operation& operation, std::string_view text) {
+  const auto words = Repeated(Words(text));
+  if (words.size() != operation.parameters.size()) throw std::logic_error("parameters");
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    ParameterWord(words[i], operation.parameters[i]).Read();
+  }
+}
+
+Reach ReadReach(const Operation& operation, std::string_view text) {
+  if (text == "all") return {Reach::Form::kUnbounded, 0, 0};
+  if (text == "kernel") return {Reach::Form::kKernel, 0, 0};
+  const auto words = Words(text);
+  Reach reach;
+  if (std::isdigit(static_cast<unsigned char>(text.front())) != 0) {
+    reach.across = static_cast<unsigned>(std::stoul(words.front()));
+    reach.down = static_cast<unsigned>(std::stoul(words.back()));
+    return reach;
+  }
+  reach.form = Reach::Form::kParameter;
+  reach.across = static_cast<unsigned>(operation.IndexOf(words.front()));
+  reach.down = static_cast<unsigned>(operation.IndexOf(words.back()));
+  if (reach.down >= operation.parameters.size()) throw std::logic_error("reach");
+  return reach;
+}
+
+Operation DescribeOne(std::string_view family, const Group& group, const Row& row) {
+  Operation made;
+  made.family = family;
+  made.function = row.function;
+  made.name = KebabName(row.function);
+  made.signature = made.function + row.binding.parameterList();
+  made.summary = row.summary;
+  made.trace = row.trace;
+  for (const std::string& list : Split(row.innerTraces, " | ")) {
+    made.innerTraces.push_back(Split(list, " < "));
+  }
+  made.parameters = row.binding.parameters();
+  DescribeParameters(made, row.parameters);
+  made.inPlace = row.inPlace;
+  made.worksInPlace = row.worksInPlace;
+  made.reach = ReadReach(made, row.reach);
+  made.followsRuns = row.followsRuns;
+  made.pathsDiffer = row.pathsDiffer;
+  made.hasKernel = row.withoutKernel != "all";
+  if (made.hasKernel) {
+    for (const std::int64_t choice : Values(row.withoutKernel)) {
+      made.plainChoices.push_back(static_cast<int>(choice));
+    }
+  }
+  made.refusals = group.refusals;
+  made.refusals.insert(made.refusals.end(), row.refusals.begin(), row.refusals.end());
+  made.call = row.binding.call;
+  return made;
+}
+
+}  // namespace
+
+std::vector<Operation> Describe(std::string_view family, const std::vector<Group>& groups) {
+  std::vector<Operation> made;
+  for (const Group& group : groups) {
+    for (const Row& row : group.rows) {
+      try {
+        made.push_back(DescribeOne(family, group, row));
+      } catch (const std::exception& wrong) {
+        throw std::logic_error("catalogue: " + std::string(row.function) + " " +
+                               std::string(row.trace) + " is described wrongly: " + wrong.what());
+      }
+    }
+  }
+  return made;
+}
+
+}  // namespace lx::catalogue

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: Apache-2.0
+// How a family's file describes its operations: tables of rows, one for each overload, in groups
+// that share their errors.
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "catalogue/binding.h"
+
+namespace lx::catalogue {
+
+/// One overload: what its own type does not say. Texts are taken apart by Describe().
+struct Row {
+  std::string_view function;
+  Binding binding{};
+  /// What it appends to the trace.
+  std::string_view trace = "";
+  /// The names that inner operations may trace before that: "A < B | C" are two lists, innermost
+  /// first.
+  std::string_view innerTraces = "";
+  /// One word for each parameter, and one for the returned value:
+  ///
+  ///     name             read, or a result where the type is a reference
+  ///     >name <>name     written; read and written
+  ///     name*N           N parameters name1, name2, ...
+  ///
+  /// with, in any order and without blanks, behind it
+  ///
+  ///     ?'words'         may be null, which means that
+  ///     =V  =V'words'    may be left out, which means V, in these words
+  ///     ~V,V,...         values for trials, the most usual one first
+  ///     :A..B            the usual range of a number
+  ///     {1,4-6}          the values of its enumeration that the form offers
+  ///     {NAME}           a number that also takes the names of enumeration NAME
+  ///     #N,N             the element counts that a vector may have
+  ///     (free)           a region of any size
+  std::string_view parameters = "";
+  std::string_view summary = "";
+  InPlace inPlace = InPlace::kNo;
+  bool (*worksInPlace)(const Arguments&) = nullptr;
+  /// "1" pixels, "half-x half-y", "kernel", "all".
+  std::string_view reach = "0";
+  std::string_view pathsDiffer = "";
+  /// "all", or the choices that run without a kernel.
+  std::string_view withoutKernel = "";
+  bool followsRuns = false;
+  std::vector<Refusal> refusals = {};
+};
+
+/// Overloads that refuse alike.
+struct Group {
+  std::vector<Refusal> refusals;
+  std::vector<Row> rows;
+};
+
+/// The operations that the groups describe. Throws std::logic_error for a text that fits no
+/// function.
+std::vector<Operation> Describe(std::string_view family, const std::vector<Group>& groups);
+
+/// LX_FORM(PicLut, void(LxROI<LxBW8>*, ...), .trace = "...", ...): the row of an overload.
+#define LX_FORM(name, type, ...)                                                                   \
+  Row {                                                                                            \
+    .function = #name, .binding = Bound<static_cast<std::add_pointer_t<type>>(&(name))>::kBinding, \
+    __VA_ARGS__                                                                                    \
+  }
+
+/// The same for a member: LX_MEMBER(LxKernel, SetGain, void (LxKernel::*)(float), ...).
+#define LX_MEMBER(object, member, type, ...)                                    \
+  Row {                                                                         \
+    .function = #object "::" #member,                                           \
+    .binding = Bound<static_cast<type>(&object::member)>::kBinding, __VA_ARGS__ \
+  }
+
+/// The families' tables.
+std::vector<Operation> ArithmeticOperations();
+std::vector<Operation> PointOperations();
+std::vector<Operation> ConvolutionOperations();
+Object KernelObject();
+
+}  // namespace lx::catalogue

@@ -1,0 +1,281 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "support/trial/arguments.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <sstream>
+#include <stdexcept>
+#include <utility>
+
+#include "support/trial/kernels.h"
+
+namespace lx::test {
+
+namespace {
+
+unsigned char MirrorByte(unsigned char value) { return static_cast<unsigned char>(255 - value); }
+unsigned char SquareByte(unsigned char value) {
+  return static_cast<unsigned char>(value * value / 255);
+}
+unsigned short MirrorWord(unsigned short value) {
+  return static_cast<unsigned short>(65535 - value);
+}
+unsigned short SwapWord(unsigned short value) {
+  return static_cast<unsigned short>((value >> 8) | (value << 8));
+}
+
+constexpr std::array<catalogue::ByteFunction, 2> kByteFunctions = {MirrorByte, SquareByte};
+constexpr std::array<catalogue::WordFunction, 2> kWordFunctions = {MirrorWord, SwapWord};
+
+// What a number that is a result holds before the call.
+constexpr double kBefore = 77;
+
+double DrawConstant(const Parameter& parameter, Random& random) {
+  const Value maximum = FormatOf(parameter.pixel).maximum;
+  const std::array<Value, 9> values = {static_cast<Value>(parameter.trials.front()),
+                                       0,
+                                       1,
+                                       2,
+                                       maximum / 2,
+                                       maximum / 2 + 1,
+                                       maximum - 1,
+                                       maximum,
+                                       9};
+  const bool chance = random.Below(3) == 0;
+  return static_cast<double>(chance ? random.Between(0, maximum) : random.Pick(values));
+}
+
+// A trial value, a named one, an end of the range, or anything between its ends.
+double DrawNumber(const Parameter& parameter, Random& random) {
+  const std::size_t style = random.Below(6);
+  if (style == 0 && !parameter.choices.empty()) {
+    return static_cast<double>(random.Pick(parameter.choices).value);
+  }
+  if (style < 3 || parameter.minimum == parameter.maximum) return random.Pick(parameter.trials);
+  const double range = random.Real(parameter.minimum, parameter.maximum);
+  const std::array<double, 4> values = {parameter.minimum, parameter.maximum, range, range};
+  const double value = random.Pick(values);
+  return parameter.kind == Kind::kInteger ? std::round(value) : double{static_cast<float>(value)};
+}
+
+std::uint8_t Byte(double value) { return static_cast<std::uint8_t>(value); }
+
+template <class Number>
+std::shared_ptr<std::vector<Number>> MakeTable(std::size_t count, Random& random) {
+  auto table = std::make_shared<std::vector<Number>>(count);
+  for (Number& entry : *table) entry = static_cast<Number>(random.Next());
+  return table;
+}
+
+struct Writer {
+  std::ostream& text;
+
+  void operator()(double number) const { text << number; }
+  void operator()(LxC24 colour) const {
+    text << '(' << int{colour.c0} << ' ' << int{colour.c1} << ' ' << int{colour.c2} << ')';
+  }
+  void operator()(LxColor colour) const {
+    text << '(' << colour.c0 << ' ' << colour.c1 << ' ' << colour.c2 << ')';
+  }
+  void operator()(LxKernel* kernel) const {
+    text << (kernel == nullptr ? "null" : KernelText(*kernel));
+  }
+  template <class Pointer>
+  void operator()(Pointer* pointer) const {
+    text << (pointer == nullptr ? "null" : "*");
+  }
+};
+
+}  // namespace
+
+Arguments::Arguments(const Operation& described)
+    : values(described.parameters.size()), operation(&described), slots(values.size()) {
+  for (std::size_t i = 0; i < values.size(); ++i) SetUsual(i);
+}
+
+Arguments::Arguments(const Operation& described, Random& random)
+    : values(described.parameters.size()), operation(&described), slots(values.size()) {
+  for (std::size_t i = 0; i < values.size(); ++i) Draw(i, random);
+}
+
+void Arguments::Set(std::string_view parameter, double number) {
+  values.at(operation->IndexOf(parameter)) = number;
+}
+
+void Arguments::SetChoice(int choice) {
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    if (operation->parameters[i].kind == Kind::kChoice) values[i] = static_cast<double>(choice);
+  }
+}
+
+void Arguments::SetVector(std::size_t index, const Elements& content) {
+  VectorObject made = MakeVector(operation->parameters[index].kind, content);
+  slots[index].owner = std::move(made.owner);
+  slots[index].content = std::make_shared<Elements>(content);
+  values[index] = made.argument;
+}
+
+void Arguments::SetKernel(std::size_t index, std::shared_ptr<LxKernel> kernel) {
+  values[index] = kernel.get();
+  slots[index].owner = std::move(kernel);
+}
+
+void Arguments::SetNull(std::size_t index) {
+  slots[index] = {};
+  values[index] = NullOf(operation->parameters[index].kind);
+}
+
+void Arguments::Reset() {
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    if (!operation->parameters[i].IsWritten()) continue;
+    if (slots[i].content != nullptr) {
+      SetVector(i, Elements(*slots[i].content));
+    } else if (catalogue::IsNumber(operation->parameters[i].kind)) {
+      values[i] = slots[i].number;
+    }
+  }
+}
+
+double Arguments::Number(std::string_view parameter) const {
+  return Number(operation->IndexOf(parameter));
+}
+
+Value Arguments::Component(std::size_t index, int k) const {
+  if (const auto* const colour = std::get_if<LxC24>(&values[index])) {
+    return std::array<Value, 3>{colour->c0, colour->c1, colour->c2}[static_cast<std::size_t>(k)];
+  }
+  return static_cast<Value>(Number(index));
+}
+
+const Elements* Arguments::Content(std::size_t index) const { return slots[index].content.get(); }
+
+double Arguments::NumberBefore(std::size_t index) const { return slots[index].number; }
+
+std::string Arguments::Text() const {
+  std::ostringstream text;
+  text.precision(17);
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    const Parameter& parameter = operation->parameters[i];
+    if (parameter.IsRegion() || parameter.IsReturned()) continue;
+    text << ' ' << parameter.name << '=';
+    if (parameter.enumeration.empty()) {
+      std::visit(Writer{text}, values[i]);
+    } else {
+      text << catalogue::ChoiceName(parameter, Number(i));
+    }
+  }
+  return text.str();
+}
+
+void Arguments::SetUsual(std::size_t index) {
+  const Parameter& parameter = operation->parameters[index];
+  const double value = parameter.trials.front();
+  const auto real = static_cast<float>(value);
+  Random random(parameter.name);
+  switch (parameter.kind) {
+    case Kind::kConstant:
+      values[index] = value;
+      if (parameter.pixel == Pixel::kC24)
+        values[index] = LxC24{Byte(value), Byte(value), Byte(value)};
+      break;
+    case Kind::kColour:
+      values[index] = LxColor{real, real, real};
+      break;
+    case Kind::kKernel:
+      SetKernel(index, StandardKernel());
+      break;
+    case Kind::kChoice:
+    case Kind::kInteger:
+    case Kind::kReal:
+      values[index] = slots[index].number = value;
+      break;
+    default:
+      if (catalogue::IsVector(parameter.kind)) {
+        SetVector(index, UsualElements(parameter));
+      } else {
+        SetTable(index, random);
+      }
+  }
+}
+
+void Arguments::Draw(std::size_t index, Random& random) {
+  const Parameter& parameter = operation->parameters[index];
+  const auto constant = [&] { return DrawConstant(parameter, random); };
+  const auto real = [&] { return static_cast<float>(DrawNumber(parameter, random)); };
+  switch (parameter.kind) {
+    case Kind::kConstant:
+      values[index] = constant();
+      if (parameter.pixel != Pixel::kC24) break;
+      values[index] = LxC24{Byte(constant()), Byte(constant()), Byte(constant())};
+      break;
+    case Kind::kColour:
+      values[index] = LxColor{real(), real(), real()};
+      break;
+    case Kind::kKernel:
+      SetKernel(index, DrawKernel(random));
+      break;
+    case Kind::kChoice:
+      values[index] = parameter.trials.front();
+      break;
+    case Kind::kInteger:
+    case Kind::kReal:
+      slots[index].number =
+          parameter.role == catalogue::Role::kWritten ? kBefore : DrawNumber(parameter, random);
+      values[index] = slots[index].number;
+      break;
+    default:
+      if (catalogue::IsVector(parameter.kind)) {
+        SetVector(index, DrawElements(parameter, random));
+      } else {
+        SetTable(index, random);
+      }
+  }
+  if (parameter.whenNull && !parameter.IsRegion() && random.Below(3) == 0) SetNull(index);
+}
+
+void Arguments::SetTable(std::size_t index, Random& random) {
+  switch (operation->parameters[index].kind) {
+    case Kind::kByteTable: {
+      const auto table = MakeTable<unsigned char>(256, random);
+      slots[index].owner = table;
+      values[index] = table->data();
+      break;
+    }
+    case Kind::kWordTable: {
+      const auto table = MakeTable<unsigned short>(65536, random);
+      slots[index].owner = table;
+      values[index] = table->data();
+      break;
+    }
+    case Kind::kByteFunction:
+      values[index] = random.Pick(kByteFunctions);
+      break;
+    case Kind::kWordFunction:
+      values[index] = random.Pick(kWordFunctions);
+      break;
+    default:
+      SetNull(index);
+  }
+}
+
+std::vector<int> ChoicesOf(const Operation& operation) {
+  std::vector<int> choices;
+  for (const Parameter& each : operation.parameters) {
+    if (each.kind != Kind::kChoice) continue;
+    for (const catalogue::Named& choice : each.choices) {
+      choices.push_back(static_cast<int>(choice.value));
+    }
+    return choices;
+  }
+  return {-1};
+}
+
+std::string ChoiceText(const Operation& operation, int choice) {
+  for (const Parameter& each : operation.parameters) {
+    if (each.kind == Kind::kChoice) return std::string(" ").append(ChoiceName(each, choice));
+  }
+  return "";
+}
+
+}  // namespace lx::test

@@ -1,0 +1,221 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "support/trial/vectors.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <sstream>
+
+namespace lx::test {
+
+namespace {
+
+using catalogue::Argument;
+using catalogue::ByteFunction;
+using catalogue::Kind;
+using catalogue::Parameter;
+using catalogue::WordFunction;
+
+// How a kind of vector is made and read.
+struct VectorType {
+  Kind kind;
+  double maximum;  ///< of an element
+  VectorObject (*make)(const Elements&);
+  Elements (*read)(const Argument&);
+};
+
+template <class Vector>
+constexpr VectorType TypedVector(Kind kind) {
+  using Element = decltype(Vector().begin()->value);
+  return {kind, static_cast<double>(std::numeric_limits<Element>::max()),
+          [](const Elements& content) -> VectorObject {
+            auto made = std::make_shared<Vector>();
+            for (const double value : content.values) made->AddElement(static_cast<Element>(value));
+            return {made, made.get()};
+          },
+          [](const Argument& vector) {
+            Elements content;
+            for (const auto& each : *std::get<Vector*>(vector)) {
+              content.values.push_back(static_cast<double>(each.value));
+            }
+            return content;
+          }};
+}
+
+// The element types of untyped vectors.
+template <class Visit>
+void VisitElementType(int dataSize, int dataType, const Visit& visit) {
+  const bool isSigned = dataType == LX_DATA_SIGNED;
+  if (dataType == LX_DATA_FLOAT) return visit(float{});
+  if (dataSize == LX_DATA_SIZE_8) return isSigned ? visit(std::int8_t{}) : visit(std::uint8_t{});
+  if (dataSize == LX_DATA_SIZE_16) return isSigned ? visit(std::int16_t{}) : visit(std::uint16_t{});
+  return isSigned ? visit(std::int32_t{}) : visit(std::uint32_t{});
+}
+
+VectorObject MakeUntyped(const Elements& content) {
+  auto made = std::make_shared<LxVector>();
+  if (content.groupLength > 0) {
+    const auto count = static_cast<int>(content.values.size());
+    const int groups = count / content.groupLength;
+    if (content.kind == LX_VECTOR_HISTOGRAM || content.kind == LX_VECTOR_TABLE) {
+      made->SetType(content.kind, 1, count);
+    } else {
+      made->SetStructure(content.dataSize, groups, content.groupLength, content.dataType);
+    }
+    VisitElementType(content.dataSize, content.dataType, [&](auto type) {
+      auto* const data = static_cast<decltype(type)*>(made->GetDataPtr());
+      for (std::size_t i = 0; i < content.values.size(); ++i) {
+        data[i] = static_cast<decltype(type)>(content.values[i]);
+      }
+    });
+  }
+  made->SetUse(content.use);
+  return {made, made.get()};
+}
+
+Elements ReadUntyped(const Argument& vector) {
+  const LxVector& read = *std::get<LxVector*>(vector);
+  Elements content;
+  content.kind = read.GetVectType();
+  content.dataSize = read.GetDataSize();
+  content.dataType = read.GetDataType();
+  content.groupLength = read.GetGroupLength();
+  content.use = read.GetUse();
+  VisitElementType(content.dataSize, content.dataType, [&](auto type) {
+    const auto* const data = static_cast<const decltype(type)*>(read.GetDataPtr());
+    const auto count = static_cast<std::size_t>(read.GetNbGroup() * read.GetGroupLength());
+    content.values.assign(data, data + count);
+  });
+  return content;
+}
+
+constexpr std::array kTypes = {TypedVector<LxBW8Vector>(Kind::kByteVector),
+                               TypedVector<LxBW16Vector>(Kind::kWordVector),
+                               VectorType{Kind::kVector, 4294967295.0, MakeUntyped, ReadUntyped}};
+
+const VectorType& TypeOf(Kind kind) {
+  const auto* const found = std::find_if(kTypes.begin(), kTypes.end(),
+                                         [kind](const auto& each) { return each.kind == kind; });
+  return *found;
+}
+
+// Numbers of every style: anything, little, one value, zeros, few that are not 0.
+void DrawValues(std::vector<double>& values, double minimum, double maximum, Random& random) {
+  const std::size_t style = random.Below(5);
+  const auto low = static_cast<std::int64_t>(minimum);
+  const auto high = static_cast<std::int64_t>(maximum);
+  const std::array<std::int64_t, 6> edges = {0, 1, high, high - 1, high / 2, low};
+  const auto one = static_cast<double>(random.Between(low, high));
+  for (double& value : values) {
+    const bool edge = random.Below(4) == 0;
+    if (style == 0) {
+      value = static_cast<double>(edge ? random.Pick(edges) : random.Between(low, high));
+    } else if (style == 1) {
+      value = static_cast<double>(random.Between(0, std::min<std::int64_t>(high, 9)));
+    } else if (style == 2) {
+      value = one;
+    } else if (style == 3) {
+      value = random.Below(40) == 0 ? static_cast<double>(random.Between(low, high)) : 0;
+    } else {
+      value = 0;
+    }
+  }
+  if (style == 4 && !values.empty()) values[random.Below(values.size())] = std::abs(one);
+}
+
+constexpr std::array kSizes = {LX_DATA_SIZE_8, LX_DATA_SIZE_16, LX_DATA_SIZE_32};
+constexpr std::array kSigns = {LX_DATA_UNSIGNED, LX_DATA_SIGNED};
+
+// A histogram or a table where the parameter has a count, else groups of any layout.
+Elements DrawUntyped(const Parameter& parameter, Random& random) {
+  Elements made;
+  if (random.Below(10) == 0) return made;  // nothing laid out
+  const bool entries = !parameter.counts.empty() && random.Below(8) != 0;
+  made.kind = entries ? LX_VECTOR_HISTOGRAM : LX_VECTOR_NONE;
+  made.dataSize = entries ? LX_DATA_SIZE_32 : random.Pick(kSizes);
+  made.dataType = entries ? LX_DATA_UNSIGNED : random.Pick(kSigns);
+  if (!entries && random.Below(10) == 0) {
+    made.dataSize = LX_DATA_SIZE_32;
+    made.dataType = LX_DATA_FLOAT;
+  }
+  // Laid out as one group of all entries.
+  const std::size_t groups = entries ? 1 : random.Below(40);
+  made.groupLength = entries ? static_cast<int>(random.Pick(parameter.counts))
+                             : static_cast<int>(random.Between(1, 3));
+  made.values.resize(groups * static_cast<std::size_t>(made.groupLength));
+  const int bits = 4 * made.dataSize;
+  const bool isSigned = made.dataType == LX_DATA_SIGNED;
+  const double maximum = std::exp2(isSigned ? bits - 1 : bits) - 1;
+  DrawValues(made.values, isSigned ? -maximum - 1 : 0,
+             made.dataType == LX_DATA_FLOAT ? 1 << 20 : maximum, random);
+  return made;
+}
+
+}  // namespace
+
+VectorObject MakeVector(Kind kind, const Elements& content) { return TypeOf(kind).make(content); }
+
+Elements ReadVector(Kind kind, const Argument& vector) { return TypeOf(kind).read(vector); }
+
+Argument NullOf(Kind kind) {
+  switch (kind) {
+#define LX_NULL(name, type) \
+  case Kind::name:          \
+    return static_cast<type>(nullptr);
+    LX_POINTER_KINDS(LX_NULL)
+#undef LX_NULL
+    default:
+      return static_cast<LxGenericROI*>(nullptr);
+  }
+}
+
+Elements DrawElements(const Parameter& parameter, Random& random) {
+  if (parameter.kind == Kind::kVector) return DrawUntyped(parameter, random);
+  Elements made;
+  made.values.resize(parameter.counts.empty() ? random.Below(70) : random.Pick(parameter.counts));
+  DrawValues(made.values, 0, TypeOf(parameter.kind).maximum, random);
+  return made;
+}
+
+Elements UsualElements(const Parameter& parameter) {
+  Random random(parameter.name);
+  Elements made;
+  made.values.resize(parameter.counts.empty() ? 64 : parameter.counts.back());
+  if (parameter.kind == Kind::kVector) {
+    const bool entries = !parameter.counts.empty();
+    made.kind = entries ? LX_VECTOR_HISTOGRAM : LX_VECTOR_NONE;
+    made.dataSize = entries ? LX_DATA_SIZE_32 : LX_DATA_SIZE_8;
+    made.dataType = LX_DATA_UNSIGNED;
+    made.groupLength = entries ? static_cast<int>(made.values.size()) : 1;
+  }
+  const double maximum = std::min(TypeOf(parameter.kind).maximum, 255.0);
+  for (double& value : made.values) {
+    value = static_cast<double>(random.Between(0, static_cast<std::int64_t>(maximum)));
+  }
+  return made;
+}
+
+std::string ElementsDifference(const Elements& expected, const Elements& seen, double tolerance) {
+  std::ostringstream text;
+  text.precision(17);
+  Elements layout = seen;
+  layout.values = expected.values;
+  if (!(layout == expected)) {
+    text << "kind, element, group length or use differ: " << seen.kind << ' ' << seen.dataSize
+         << ' ' << seen.dataType << ' ' << seen.groupLength << ' ' << seen.use;
+  } else if (seen.values.size() != expected.values.size()) {
+    text << seen.values.size() << " elements instead of " << expected.values.size();
+  } else {
+    for (std::size_t i = 0; i < seen.values.size(); ++i) {
+      const double wanted = expected.values[i];
+      if (std::abs(seen.values[i] - wanted) <= tolerance * std::abs(wanted)) continue;
+      text << "element " << i << ": expected " << wanted << ", got " << seen.values[i];
+      break;
+    }
+  }
+  return text.str();
+}
+
+}  // namespace lx::test
