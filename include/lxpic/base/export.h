@@ -9,6 +9,9 @@
 #else
 #define LXPIC_API __declspec(dllimport)
 #endif
+#define LXPIC_PRIVATE
 #else
 #define LXPIC_API __attribute__((visibility("default")))
+/// Private members of exported classes are no symbols of the library.
+#define LXPIC_PRIVATE __attribute__((visibility("hidden")))
 #endif

@@ -38,9 +38,10 @@ class LXPIC_API LxImage : public LxROI<T> {
   typename LxROI<T>::Origin Locate() const override;
 
  private:
-  bool Allocate(int width, int height);
-  void Adopt(std::uint8_t* pixels, int width, int height, std::ptrdiff_t pitch, bool owner);
-  void Release();
+  LXPIC_PRIVATE bool Allocate(int width, int height);
+  LXPIC_PRIVATE void Adopt(std::uint8_t* pixels, int width, int height, std::ptrdiff_t pitch,
+                           bool owner);
+  LXPIC_PRIVATE void Release();
 
   std::uint8_t* m_pPixels = nullptr;
   std::ptrdiff_t m_nPitch = 0;

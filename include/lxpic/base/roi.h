@@ -110,8 +110,8 @@ class LXPIC_API LxROI : public LxGenericROI {
   virtual Origin Locate() const;
 
  private:
-  bool Place(int x, int y, int width, int height);
-  bool HoldsRun(const LxRun& run, bool absolute) const;
+  LXPIC_PRIVATE bool Place(int x, int y, int width, int height);
+  LXPIC_PRIVATE bool HoldsRun(const LxRun& run, bool absolute) const;
 
   LxROI* m_pParent = nullptr;
   int m_n32X = 0;

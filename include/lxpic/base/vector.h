@@ -85,8 +85,8 @@ class LXPIC_API LxVector {
   void Reallocate(int capacity);
 
  private:
-  bool Layout(int dataSize, int maxGroups, int groupLength, int dataType);
-  bool Grow(int groups);
+  LXPIC_PRIVATE bool Layout(int dataSize, int maxGroups, int groupLength, int dataType);
+  LXPIC_PRIVATE bool Grow(int groups);
 
   void* m_pData = nullptr;
   int m_n32DataSize = 0;

@@ -116,9 +116,9 @@ class LXPIC_API LxKernel {
   void SetOutsideValue(unsigned int outsideValue);
 
  private:
-  bool Reserve(unsigned int count);
-  bool SetSquare(short size, const float* coefficients);
-  bool CopyFrom(const LxKernel& other);
+  LXPIC_PRIVATE bool Reserve(unsigned int count);
+  LXPIC_PRIVATE bool SetSquare(short size, const float* coefficients);
+  LXPIC_PRIVATE bool CopyFrom(const LxKernel& other);
 
   std::int16_t m_n16SizeX = 0;
   std::int16_t m_n16SizeY = 0;
