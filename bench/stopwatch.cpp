@@ -50,24 +50,30 @@ void RunOnce(Runner& runner) {
 
 }  // namespace
 
-std::vector<double> TimeSideBySide(const std::vector<Job>& jobs, double seconds) {
+double Timing::Ratio(std::size_t a, std::size_t b) const {
+  std::vector<double> quotients;
+  for (std::size_t i = 0; i < std::min(seconds[a].size(), seconds[b].size()); ++i) {
+    quotients.push_back(seconds[a][i] / seconds[b][i]);
+  }
+  return quotients.empty() ? 0 : Median(quotients);
+}
+
+double Timing::Microseconds(std::size_t job) const {
+  return seconds[job].empty() ? 0 : 1e6 * Median(seconds[job]);
+}
+
+Timing TimeSideBySide(const std::vector<Job>& jobs, double duration) {
   std::vector<Runner> runners;
   for (const Job& job : jobs) runners.push_back(Prepare(job));
   const auto start = Clock::now();
   for (int repetition = 0; repetition < kMost; ++repetition) {
     const double spent = std::chrono::duration<double>(Clock::now() - start).count();
-    if (repetition >= kFewest && spent > seconds) break;
+    if (repetition >= kFewest && spent > duration) break;
     for (Runner& runner : runners) RunOnce(runner);
   }
-  std::vector<double> ratios;
-  for (const Runner& runner : runners) {
-    std::vector<double> quotients;
-    for (std::size_t i = 0; i < runner.seconds.size(); ++i) {
-      quotients.push_back(runner.seconds[i] / runners.front().seconds[i]);
-    }
-    ratios.push_back(quotients.empty() ? 0 : Median(quotients));
-  }
-  return ratios;
+  std::vector<std::vector<double>> seconds;
+  for (Runner& runner : runners) seconds.push_back(std::move(runner.seconds));
+  return Timing(std::move(seconds));
 }
 
 }  // namespace lx::bench

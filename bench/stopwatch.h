@@ -10,8 +10,22 @@ namespace lx::bench {
 
 using Job = std::function<void()>;
 
-/// For each job, the median over the repetitions of its time as a multiple of the first job's time
-/// in the same repetition; 0 for an empty job. Takes about `seconds` in all.
-std::vector<double> TimeSideBySide(const std::vector<Job>& jobs, double seconds);
+/// The seconds that one run of each competitor took, repetition by repetition.
+class Timing {
+ public:
+  explicit Timing(std::vector<std::vector<double>> measured) : seconds(std::move(measured)) {}
+
+  /// The median over the repetitions of how often job `a` took the time of job `b`; 0 when one of
+  /// them is empty.
+  double Ratio(std::size_t a, std::size_t b) const;
+  /// The median time of a job in microseconds.
+  double Microseconds(std::size_t job) const;
+
+ private:
+  std::vector<std::vector<double>> seconds;
+};
+
+/// Runs the jobs in turn, for about `duration` seconds in all. Empty jobs are left out.
+Timing TimeSideBySide(const std::vector<Job>& jobs, double duration);
 
 }  // namespace lx::bench

@@ -4,20 +4,16 @@
 
 #include <opencv2/core.hpp>
 
-#include "bench/peers.h"
+#include "bench/subject.h"
 
 namespace lx::bench {
 
-/// The pixels of an image that a subject works on.
-cv::Mat ViewOf(LxGenericROI* image, catalogue::Pixel pixel);
+/// The pixels of the region argument `index` of a subject.
+cv::Mat ViewOf(const Subject& subject, std::size_t index);
 
 /// A peer that had to make an image of its own would not do the same job.
 inline void ExpectResultIn(const cv::Mat& destination, const cv::Mat& result) {
   CV_Assert(result.data == destination.data);
 }
-
-/// The families' peers; empty when there is none.
-Job PointPeer(const Subject& subject);
-Job ConvolutionPeer(const Subject& subject);
 
 }  // namespace lx::bench

@@ -1,15 +1,119 @@
 // SPDX-License-Identifier: Apache-2.0
+// Filters, smoothing and kernels.
+#ifdef LXPIC_HAS_OPENCV
 #include <opencv2/imgproc.hpp>
 
+#include "bench/opencv.h"
+#endif
+
+#include <algorithm>
 #include <array>
 #include <string_view>
 #include <vector>
 
-#include "bench/peers_opencv.h"
+#include "bench/family.h"
+#include "support/trial/kernels.h"
 
 namespace lx::bench {
 
 namespace {
+
+Form Sized(const char* label, double halfX, double halfY) {
+  return {.label = label, .numbers = {{"half-x", halfX}, {"half-y", halfY}}};
+}
+
+Form WithKernel(const char* label, std::shared_ptr<LxKernel> kernel) {
+  return {.label = label, .kernel = std::move(kernel)};
+}
+
+// Positive weights without symmetry, so that nothing is saved.
+std::shared_ptr<LxKernel> KernelOf(int size, short rectifier) {
+  std::vector<float> coefficients;
+  for (int i = 0; i < size * size; ++i) coefficients.push_back(static_cast<float>(1 + i * 5 % 13));
+  auto kernel = test::MakeKernel(size, coefficients);
+  kernel->SetRectifier(rectifier);
+  return kernel;
+}
+
+std::vector<Form> KernelForms() {
+  return {WithKernel("3x3 positive", KernelOf(3, RECTIFIER_POSITIVE)),
+          WithKernel("3x3 absolute", KernelOf(3, RECTIFIER_ABSOLUTE)),
+          WithKernel("3x3 real", KernelOf(3, RECTIFIER_NONE)),
+          WithKernel("5x5", KernelOf(5, RECTIFIER_POSITIVE)),
+          WithKernel("7x7", KernelOf(7, RECTIFIER_POSITIVE)),
+          WithKernel("9x9 real", KernelOf(9, RECTIFIER_POSITIVE))};
+}
+
+std::vector<Form> SymmetricForms() {
+  return {WithKernel("3x3", KernelOf(3, RECTIFIER_POSITIVE)),
+          WithKernel("5x5", KernelOf(5, RECTIFIER_POSITIVE)),
+          WithKernel("7x7", KernelOf(7, RECTIFIER_POSITIVE))};
+}
+
+struct FunctionForms {
+  std::string_view function;
+  std::vector<Form> forms;
+};
+
+const std::vector<FunctionForms>& AllForms() {
+  static const std::vector<FunctionForms> all = {
+      {"PicConvolUniform",
+       {Sized("3x3", 1, 1), Sized("3x1", 1, 0), Sized("1x3", 0, 1), Sized("5x5", 2, 2),
+        Sized("101x101", 50, 50)}},
+      {"PicConvolGaussian",
+       {Sized("3x3", 1, 1), Sized("3x1", 1, 0), Sized("1x3", 0, 1), Sized("5x5", 2, 2),
+        Sized("7x7", 3, 3)}},
+      {"PicLocalAverage", {Sized("5x5", 2, 2), Sized("101x101", 50, 50)}},
+      {"PicLocalDeviation", {Sized("3x3", 1, 1), Sized("5x5", 2, 2), Sized("101x101", 50, 50)}},
+      {"PicConvolKernel", KernelForms()},
+      {"PicConvolSymmetricKernel", SymmetricForms()}};
+  return all;
+}
+
+// Enough of them to see what working in place costs.
+constexpr std::array<std::string_view, 4> kAlsoInPlace = {"PicConvolSobelX", "PicConvolSobel",
+                                                          "PicConvolLowpass1", "PicConvolGradient"};
+
+std::vector<Form> FormsOf(const Operation& operation) {
+  for (const FunctionForms& each : AllForms()) {
+    if (each.function == operation.function) return each.forms;
+  }
+  if (std::count(kAlsoInPlace.begin(), kAlsoInPlace.end(), operation.function) == 0) return {};
+  return {Form{}, Form{.label = "in place", .inPlace = true}};
+}
+
+// Where another library is faster than OpenCV, its share; elsewhere no more than OpenCV takes.
+struct TargetRow {
+  std::string_view function;
+  std::string_view label;  ///< of the form; "" for every form
+  Target target;
+};
+
+constexpr std::array kTargets = {TargetRow{"PicConvolSobelX", "", {0.28, 0.35}},
+                                 TargetRow{"PicConvolSobelY", "", {0.28, 0.35}},
+                                 TargetRow{"PicConvolSobel", "", {0.27, 0.26}},
+                                 TargetRow{"PicConvolLaplacian8", "", {0.13, 0.17}},
+                                 TargetRow{"PicConvolLowpass1", "", {0.13, 0.18}},
+                                 TargetRow{"PicConvolUniform3x3", "", {0.13, 0.18}},
+                                 TargetRow{"PicConvolUniform", "3x3", {0.13, 0.18}},
+                                 TargetRow{"PicConvolLowpass3", "", {0.23, 0.27}},
+                                 TargetRow{"PicConvolGaussian3x3", "", {0.23, 0.27}},
+                                 TargetRow{"PicConvolGaussian", "3x3", {0.23, 0.27}},
+                                 TargetRow{"PicConvolGaussian5x5", "", {0.70, 0.69}},
+                                 TargetRow{"PicConvolGaussian", "5x5", {0.70, 0.69}},
+                                 TargetRow{"PicConvolGaussian7x7", "", {0.61, 0.78}},
+                                 TargetRow{"PicConvolGaussian", "7x7", {0.61, 0.78}}};
+
+Target TargetOf(const Subject& subject) {
+  for (const TargetRow& row : kTargets) {
+    const bool isForm = row.label.empty() || row.label == subject.form.label;
+    const bool isGrey = subject.operation->parameters.front().pixel == catalogue::Pixel::kBW8;
+    if (row.function == subject.operation->function && isForm && isGrey) return row.target;
+  }
+  return {1, 1};
+}
+
+#ifdef LXPIC_HAS_OPENCV
 
 constexpr int kBorder = cv::BORDER_REPLICATE;
 
@@ -132,7 +236,7 @@ struct Row {
   Peer peer;
 };
 
-constexpr std::array kRows = {
+constexpr std::array kPeers = {
     Row{"PicConvolSobelX", 0, Derive<1, 0, 3>},
     Row{"PicConvolSobelY", 0, Derive<0, 1, 3>},
     Row{"PicConvolSobel", 0, DeriveTwice<3>},
@@ -172,17 +276,15 @@ cv::Mat KernelMat(LxKernel& kernel) {
 }
 
 Scene SceneOf(const Subject& subject, int window) {
-  const auto view = [&](std::size_t index) {
-    return ViewOf(std::get<LxGenericROI*>(subject.call.values[index]),
-                  subject.operation->parameters[index].pixel);
-  };
   Scene scene;
-  scene.source = view(0);
-  scene.destination = view(1);
+  scene.source = ViewOf(subject, 0);
+  scene.destination = ViewOf(subject, 1);
   scene.window = {window, window};
-  const auto& numbers = subject.form.numbers;
-  if (numbers.size() == 2) {
-    scene.window = {2 * static_cast<int>(numbers[0]) + 1, 2 * static_cast<int>(numbers[1]) + 1};
+  if (subject.form.numbers.size() == 2) {
+    const auto side = [&](const char* half) {
+      return 2 * static_cast<int>(subject.call.Number(half)) + 1;
+    };
+    scene.window = {side("half-x"), side("half-y")};
   }
   if (LxKernel* const kernel = subject.form.kernel.get()) {
     scene.kernel = KernelMat(*kernel);
@@ -191,10 +293,8 @@ Scene SceneOf(const Subject& subject, int window) {
   return scene;
 }
 
-}  // namespace
-
-Job ConvolutionPeer(const Subject& subject) {
-  for (const Row& row : kRows) {
+Job MakePeer(const Subject& subject) {
+  for (const Row& row : kPeers) {
     if (row.function != subject.operation->function) continue;
     return [scene = SceneOf(subject, row.window), peer = row.peer]() mutable {
       const cv::Mat destination = scene.destination;
@@ -204,5 +304,15 @@ Job ConvolutionPeer(const Subject& subject) {
   }
   return {};
 }
+
+#else
+
+Job MakePeer(const Subject& /*subject*/) { return {}; }
+
+#endif
+
+}  // namespace
+
+const Family kConvolutionFamily = {FormsOf, MakePeer, TargetOf};
 
 }  // namespace lx::bench

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "bench/peers_opencv.h"
+#include "bench/opencv.h"
 
 #include <array>
 
@@ -17,15 +17,12 @@ int TypeOf(Pixel pixel) {
 
 }  // namespace
 
-cv::Mat ViewOf(LxGenericROI* image, Pixel pixel) {
+cv::Mat ViewOf(const Subject& subject, std::size_t index) {
+  cv::setNumThreads(1);
+  LxGenericROI* const image = std::get<LxGenericROI*>(subject.call.values[index]);
+  const Pixel pixel = subject.operation->parameters[index].pixel;
   return {static_cast<int>(image->GetHeight()), static_cast<int>(image->GetWidth()), TypeOf(pixel),
           image->GetPixelPtr(0, 0), static_cast<std::size_t>(image->GetPitch())};
-}
-
-Job MakePeer(const Subject& subject) {
-  cv::setNumThreads(1);
-  Job job = ConvolutionPeer(subject);
-  return job ? job : PointPeer(subject);
 }
 
 }  // namespace lx::bench

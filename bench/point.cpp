@@ -1,15 +1,34 @@
 // SPDX-License-Identifier: Apache-2.0
+// Arithmetic, tables, gains and conversions.
+#ifdef LXPIC_HAS_OPENCV
 #include <opencv2/imgproc.hpp>
+
+#include "bench/opencv.h"
+#endif
 
 #include <array>
 #include <string>
+#include <string_view>
 #include <vector>
 
-#include "bench/peers_opencv.h"
+#include "bench/family.h"
 
 namespace lx::bench {
 
 namespace {
+
+std::vector<Form> FormsOf(const Operation& /*operation*/) { return {}; }
+
+// Where another library is faster than OpenCV, its share; elsewhere no more than OpenCV takes.
+Target TargetOf(const Subject& subject) {
+  const std::string_view signature = subject.operation->signature;
+  if (signature.starts_with("PicLut(LxROI<LxBW8>")) return {0.30, 0.31};
+  if (signature == "PicConvert(LxROI<LxC24>*, LxROI<LxBW8>*)") return {0.29, 0.40};
+  if (signature == "PicConvert(LxROI<LxBW8>*, LxROI<LxC24>*)") return {0.73, 0.90};
+  return {1, 1};
+}
+
+#ifdef LXPIC_HAS_OPENCV
 
 using catalogue::Kind;
 
@@ -30,9 +49,9 @@ using Peer = void (*)(const Operands&, cv::Mat&);
 void AddOperand(const Subject& subject, std::size_t index, Operands& operands) {
   const catalogue::Parameter& parameter = subject.operation->parameters[index];
   const catalogue::Argument& value = subject.call.values[index];
-  if (parameter.kind == Kind::kRegion) {
-    auto& views = parameter.written ? operands.destinations : operands.sources;
-    views.push_back(ViewOf(std::get<LxGenericROI*>(value), parameter.pixel));
+  if (parameter.IsRegion()) {
+    auto& views = parameter.IsWritten() ? operands.destinations : operands.sources;
+    views.push_back(ViewOf(subject, index));
   } else if (parameter.kind == Kind::kConstant) {
     operands.constant = cv::Scalar::all(static_cast<double>(subject.call.Component(index, 0)));
     operands.hasConstant = true;
@@ -42,7 +61,7 @@ void AddOperand(const Subject& subject, std::size_t index, Operands& operands) {
   } else if (parameter.kind == Kind::kByteVector) {
     operands.table = cv::Mat(1, 256, CV_8U, std::get<LxBW8Vector*>(value)->GetDataPtr());
   } else if (parameter.kind == Kind::kReal || parameter.kind == Kind::kColour) {
-    (parameter.name == "gain" ? operands.gain : operands.offset) = parameter.standard;
+    (parameter.name == "gain" ? operands.gain : operands.offset) = parameter.trials.front();
   }
 }
 
@@ -199,9 +218,7 @@ Peer FindPeer(const Subject& subject, const Operands& o) {
   return nullptr;
 }
 
-}  // namespace
-
-Job PointPeer(const Subject& subject) {
+Job MakePeer(const Subject& subject) {
   Operands operands;
   for (std::size_t i = 0; i < subject.call.values.size(); ++i) AddOperand(subject, i, operands);
   if (operands.destinations.empty()) return {};
@@ -213,5 +230,15 @@ Job PointPeer(const Subject& subject) {
     ExpectResultIn(operands.destinations[0], destination);
   };
 }
+
+#else
+
+Job MakePeer(const Subject& /*subject*/) { return {}; }
+
+#endif
+
+}  // namespace
+
+const Family kPointFamily = {FormsOf, MakePeer, TargetOf};
 
 }  // namespace lx::bench

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "bench/family.h"
+
+#include <map>
+#include <string>
+
+namespace lx::bench {
+
+const Family& FamilyOf(const Operation& operation) {
+  static const std::map<std::string, const Family*> families = {
+      {"point", &kPointFamily}, {"convolution", &kConvolutionFamily}};
+  return *families.at(operation.family);
+}
+
+}  // namespace lx::bench
