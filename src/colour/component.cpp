@@ -6,15 +6,18 @@
 
 namespace {
 
+using namespace lx;
+using namespace lx::colour;
+
 constexpr unsigned kComponents = 3;
 
 bool ArgumentsGood(LxGenericROI* source, LxGenericROI* destination, unsigned index) {
-  return lx::Usable({source, destination}) &&
-         lx::Require(index < kComponents, LX_ERROR_ARGUMENT_3_OUT_OF_RANGE);
+  return Usable({source, destination}) &&
+         Require(index < kComponents, LX_ERROR_ARGUMENT_3_OUT_OF_RANGE);
 }
 
 // ExtractComponent() of what `lookup` makes of each pixel.
-void ExtractTransformed(const lx::PixelMap& map, unsigned index, LxColorLookup& lookup) {
+void ExtractTransformed(const PixelMap& map, unsigned index, LxColorLookup& lookup) {
   constexpr std::uint8_t LxC24::*kMembers[kComponents] = {&LxC24::c0, &LxC24::c1, &LxC24::c2};
   for (std::size_t y = 0; y < map.height; ++y) {
     const auto* const from = map.sources[0].Row<const LxC24>(y);
@@ -31,11 +34,11 @@ void ExtractTransformed(const lx::PixelMap& map, unsigned index, LxColorLookup& 
 
 void TintGetComponent(LxROI<LxC24>* source, LxROI<LxBW8>* plane, unsigned index,
                       LxColorLookup* lookup) {
-  lx::RunOperation("TintGetComponent", [&] {
+  RunOperation("TintGetComponent", [&] {
     if (!ArgumentsGood(source, plane, index)) return;
-    const lx::PixelMap map = lx::MapOf(plane, source);
+    const PixelMap map = MapOf(plane, source);
     if (lookup == nullptr) {
-      lx::ExtractComponent(map, index);
+      ExtractComponent(map, index);
     } else {
       ExtractTransformed(map, index, *lookup);
     }
@@ -43,7 +46,7 @@ void TintGetComponent(LxROI<LxC24>* source, LxROI<LxBW8>* plane, unsigned index,
 }
 
 void TintSetComponent(LxROI<LxBW8>* plane, LxROI<LxC24>* target, unsigned index) {
-  lx::RunOperation("TintSetComponent", [&] {
-    if (ArgumentsGood(plane, target, index)) lx::InsertComponent(lx::MapOf(target, plane), index);
+  RunOperation("TintSetComponent", [&] {
+    if (ArgumentsGood(plane, target, index)) InsertComponent(MapOf(target, plane), index);
   });
 }

@@ -6,10 +6,14 @@
 #include "hwy/foreach_target.h"
 
 // Highway asks for this order.
+#include "foundation/colour_pixels-inl.h"
 #include "foundation/pixel_map-inl.h"
 
 HWY_BEFORE_NAMESPACE();
-namespace lx::HWY_NAMESPACE {
+namespace lx::colour::HWY_NAMESPACE {
+
+using namespace lx::HWY_NAMESPACE;
+
 namespace {
 
 using BytesTag = hn::ScalableTag<std::uint8_t>;
@@ -52,17 +56,21 @@ void ExtractOne(const PixelMap& map, unsigned index) { kExtract[index](map); }
 void InsertOne(const PixelMap& map, unsigned index) { kInsert[index](map); }
 
 }  // namespace
-}  // namespace lx::HWY_NAMESPACE
+}  // namespace lx::colour::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE
-namespace lx {
+namespace lx::colour {
 
 HWY_EXPORT(ExtractOne);
 HWY_EXPORT(InsertOne);
 
-void ExtractComponent(const PixelMap& map, unsigned index) { LX_KERNEL(ExtractOne)(map, index); }
-void InsertComponent(const PixelMap& map, unsigned index) { LX_KERNEL(InsertOne)(map, index); }
+void ExtractComponent(const PixelMap& map, unsigned index) {
+  LX_CALL(map.path, ExtractOne, map, index);
+}
+void InsertComponent(const PixelMap& map, unsigned index) {
+  LX_CALL(map.path, InsertOne, map, index);
+}
 
-}  // namespace lx
+}  // namespace lx::colour
 #endif

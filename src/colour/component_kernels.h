@@ -4,11 +4,11 @@
 
 #include "foundation/pixel_map.h"
 
-namespace lx {
+namespace lx::colour {
 
 // destination = component `index` (0..2) of the colour source.
 void ExtractComponent(const PixelMap& map, unsigned index);
 // Component `index` (0..2) of the colour destination = the grey source.
 void InsertComponent(const PixelMap& map, unsigned index);
 
-}  // namespace lx
+}  // namespace lx::colour

@@ -6,7 +6,7 @@
 #include "foundation/frame.h"
 #include "foundation/scratch.h"
 
-namespace lx {
+namespace lx::convolution {
 
 inline Border PlainBorder(Filter filter) {
   static constexpr Border kBorders[] = {
@@ -20,8 +20,8 @@ inline Border PlainBorder(Filter filter) {
 // The border of the path that a call takes: only the plain path from one grey image to another
 // knows zeros, and 16-bit images have no other path.
 template <class T>
-Border BorderOf(Filter filter, bool inPlace) {
-  const bool plain = sizeof(T) == 2 || (sizeof(T) == 1 && !FastPath());
+Border BorderOf(Filter filter, Path path, bool inPlace) {
+  const bool plain = sizeof(T) == 2 || (sizeof(T) == 1 && path == Path::kPlain);
   return plain && !inPlace ? PlainBorder(filter) : Border::kReplicate;
 }
 
@@ -50,14 +50,15 @@ struct FilterKernel<LxC24> {
 // destination = filter(source), `passes` (1 to kMostPasses) times over. Sets
 // LX_ERROR_ALLOCATION_FAILED when there is no scratch memory.
 template <class T>
-void ApplyFilter(Filter filter, const LxROI<T>* source, const LxROI<T>* destination,
+void ApplyFilter(Filter filter, Path path, const LxROI<T>* source, const LxROI<T>* destination,
                  std::size_t passes = 1) {
   using Kernel = FilterKernel<T>;
   Neighbourhood map = NeighbourhoodOf(destination, source);
   if (map.elements == 0 || map.height == 0) return;
-  map.border = BorderOf<T>(filter, SamePixels(source, destination));
+  map.path = path;
+  map.border = BorderOf<T>(filter, path, SamePixels(source, destination));
   const Scratch<std::uint8_t> scratch(passes * FilterScratch(map, Kernel::kElementBytes));
   if (scratch) Kernel::kRun(filter, map, passes, scratch.get());
 }
 
-}  // namespace lx
+}  // namespace lx::convolution

@@ -8,7 +8,7 @@
 #include "convolution/box_kernels.h"
 #include "foundation/scratch.h"
 
-namespace lx {
+namespace lx::convolution {
 
 namespace {
 
@@ -160,4 +160,4 @@ bool BoxDeviationBytes(const Window& window) {
 
 bool BoxDeviationWords(const Window& window) { return WideDeviation<std::uint16_t>(window); }
 
-}  // namespace lx
+}  // namespace lx::convolution

@@ -8,7 +8,7 @@
 
 #include "foundation/component_rows.h"
 
-namespace lx {
+namespace lx::convolution {
 
 // A window of 2 * halfX + 1 columns and 2 * halfY + 1 rows over an image of interleaved components,
 // with edge replication.
@@ -39,4 +39,4 @@ bool BoxMeanWords(const Window& window);
 bool BoxDeviationBytes(const Window& window);
 bool BoxDeviationWords(const Window& window);
 
-}  // namespace lx
+}  // namespace lx::convolution

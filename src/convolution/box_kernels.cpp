@@ -8,9 +8,13 @@
 // Highway asks for this order.
 #include "convolution/prefix_sum-inl.h"
 #include "foundation/component_rows-inl.h"
+#include "foundation/wide-inl.h"
 
 HWY_BEFORE_NAMESPACE();
-namespace lx::HWY_NAMESPACE {
+namespace lx::convolution::HWY_NAMESPACE {
+
+using namespace lx::HWY_NAMESPACE;
+
 namespace {
 
 // Source row `y` with as many elements beyond its ends as the window reaches.
@@ -112,7 +116,7 @@ struct Mean {
     if constexpr (sizeof(T) == 1) {
       return hn::ShiftRight<24>(hn::Mul(sum, factor));
     } else {
-#if HWY_TARGET == HWY_SCALAR
+#if !LX_HAS_LANES
       const std::uint64_t product = std::uint64_t{hn::GetLane(sum)} * reciprocal;
       return hn::Set(d, static_cast<std::uint32_t>(product >> 24));
 #else
@@ -288,11 +292,11 @@ void Deviation8(const Window& window, const BoxMemory& memory) {
 }
 
 }  // namespace
-}  // namespace lx::HWY_NAMESPACE
+}  // namespace lx::convolution::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE
-namespace lx {
+namespace lx::convolution {
 
 HWY_EXPORT(Mean8x16);
 HWY_EXPORT(Mean8x32);
@@ -300,20 +304,20 @@ HWY_EXPORT(Mean16);
 HWY_EXPORT(Deviation8);
 
 void BoxMeanKernel8x16(const Window& window, const BoxMemory& memory) {
-  LX_KERNEL(Mean8x16)(window, memory);
+  LX_CALL(window.path, Mean8x16, window, memory);
 }
 
 void BoxMeanKernel8x32(const Window& window, const BoxMemory& memory) {
-  LX_KERNEL(Mean8x32)(window, memory);
+  LX_CALL(window.path, Mean8x32, window, memory);
 }
 
 void BoxMeanKernel16(const Window& window, const BoxMemory& memory) {
-  LX_KERNEL(Mean16)(window, memory);
+  LX_CALL(window.path, Mean16, window, memory);
 }
 
 void BoxDeviationKernel8(const Window& window, const BoxMemory& memory) {
-  LX_KERNEL(Deviation8)(window, memory);
+  LX_CALL(window.path, Deviation8, window, memory);
 }
 
-}  // namespace lx
+}  // namespace lx::convolution
 #endif

@@ -6,7 +6,7 @@
 
 #include "convolution/box.h"
 
-namespace lx {
+namespace lx::convolution {
 
 // The working memory of a window: the source rows that the window spans, each as sums over its
 // columns
@@ -30,4 +30,4 @@ void BoxMeanKernel8x32(const Window& window, const BoxMemory& memory);
 void BoxMeanKernel16(const Window& window, const BoxMemory& memory);
 void BoxDeviationKernel8(const Window& window, const BoxMemory& memory);
 
-}  // namespace lx
+}  // namespace lx::convolution

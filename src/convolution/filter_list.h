@@ -29,7 +29,7 @@
   X(GaussianX, kReplicate)  \
   X(GaussianY, kReplicate)
 
-namespace lx {
+namespace lx::convolution {
 
 enum class Filter {
 #define LX_NAME(name, border) k##name,
@@ -37,4 +37,4 @@ enum class Filter {
 #undef LX_NAME
 };
 
-}  // namespace lx
+}  // namespace lx::convolution

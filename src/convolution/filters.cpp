@@ -6,35 +6,38 @@
 
 namespace {
 
+using namespace lx;
+using namespace lx::convolution;
+
 template <class T>
-void RunFilter(const char* trace, lx::Filter filter, LxROI<T>* source, LxROI<T>* destination) {
-  lx::RunOperation(trace, [&] {
-    if (!lx::UsablePair(source, destination)) return;
-    lx::ApplyFilter(filter, source, destination == nullptr ? source : destination);
+void RunFilter(const char* trace, Filter filter, LxROI<T>* source, LxROI<T>* destination) {
+  RunOperation(trace, [&] {
+    if (!UsablePair(source, destination)) return;
+    ApplyFilter(filter, CurrentPath(), source, destination == nullptr ? source : destination);
   });
 }
 
 // Grey Roberts needs a destination of its own.
 template <class T>
 void RunRoberts(const char* trace, LxROI<T>* source, LxROI<T>* destination) {
-  lx::RunOperation(trace, [&] {
-    if (!lx::UsableApart(source, destination)) return;
-    lx::ApplyFilter(lx::Filter::kRoberts, source, destination);
+  RunOperation(trace, [&] {
+    if (!UsableApart(source, destination)) return;
+    ApplyFilter(Filter::kRoberts, CurrentPath(), source, destination);
   });
 }
 
 }  // namespace
 
 // The three overloads of a filter.
-#define LX_DEFINE_FILTER(name, greyTrace)                                             \
-  void PicConvol##name(LxROI<LxBW8>* source, LxROI<LxBW8>* destination) {             \
-    RunFilter(greyTrace " (BW8)", lx::Filter::k##name, source, destination);          \
-  }                                                                                   \
-  void PicConvol##name(LxROI<LxBW16>* source, LxROI<LxBW16>* destination) {           \
-    RunFilter(greyTrace " (BW16)", lx::Filter::k##name, source, destination);         \
-  }                                                                                   \
-  void PicConvol##name(LxROI<LxC24>* source, LxROI<LxC24>* destination) {             \
-    RunFilter("PicConvol" #name " ( C24)", lx::Filter::k##name, source, destination); \
+#define LX_DEFINE_FILTER(name, greyTrace)                                         \
+  void PicConvol##name(LxROI<LxBW8>* source, LxROI<LxBW8>* destination) {         \
+    RunFilter(greyTrace " (BW8)", Filter::k##name, source, destination);          \
+  }                                                                               \
+  void PicConvol##name(LxROI<LxBW16>* source, LxROI<LxBW16>* destination) {       \
+    RunFilter(greyTrace " (BW16)", Filter::k##name, source, destination);         \
+  }                                                                               \
+  void PicConvol##name(LxROI<LxC24>* source, LxROI<LxC24>* destination) {         \
+    RunFilter("PicConvol" #name " ( C24)", Filter::k##name, source, destination); \
   }
 
 LX_DEFINE_FILTER(SobelX, "PicConvolSobelX")
@@ -67,5 +70,5 @@ void PicConvolRoberts(LxROI<LxBW16>* source, LxROI<LxBW16>* destination) {
 }
 
 void PicConvolRoberts(LxROI<LxC24>* source, LxROI<LxC24>* destination) {
-  RunFilter("PicConvolRoberts ( C24)", lx::Filter::kRoberts, source, destination);
+  RunFilter("PicConvolRoberts ( C24)", Filter::kRoberts, source, destination);
 }

@@ -9,7 +9,10 @@
 #include "convolution/filters_table-inl.h"
 
 HWY_BEFORE_NAMESPACE();
-namespace lx::HWY_NAMESPACE {
+namespace lx::convolution::HWY_NAMESPACE {
+
+using namespace lx::HWY_NAMESPACE;
+
 namespace {
 
 void Run(Filter filter, const Neighbourhood& map, std::size_t passes, std::uint8_t* scratch) {
@@ -17,18 +20,18 @@ void Run(Filter filter, const Neighbourhood& map, std::size_t passes, std::uint8
 }
 
 }  // namespace
-}  // namespace lx::HWY_NAMESPACE
+}  // namespace lx::convolution::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE
-namespace lx {
+namespace lx::convolution {
 
 HWY_EXPORT(Run);
 
 void FilterColours(Filter filter, const Neighbourhood& map, std::size_t passes,
                    std::uint8_t* scratch) {
-  LX_KERNEL(Run)(filter, map, passes, scratch);
+  LX_CALL(map.path, Run, filter, map, passes, scratch);
 }
 
-}  // namespace lx
+}  // namespace lx::convolution
 #endif

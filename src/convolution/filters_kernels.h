@@ -6,7 +6,7 @@
 #include "convolution/filter_list.h"
 #include "foundation/neighbourhood.h"
 
-namespace lx {
+namespace lx::convolution {
 
 // No filter keeps more than two planes.
 inline std::size_t FilterScratch(const Neighbourhood& map, std::size_t elementBytes) {
@@ -20,4 +20,4 @@ void FilterWords(Filter filter, const Neighbourhood& map, std::size_t passes,
 void FilterColours(Filter filter, const Neighbourhood& map, std::size_t passes,
                    std::uint8_t* scratch);
 
-}  // namespace lx
+}  // namespace lx::convolution

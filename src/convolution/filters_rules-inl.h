@@ -14,7 +14,9 @@
 #include "foundation/neighbourhood-inl.h"
 
 HWY_BEFORE_NAMESPACE();
-namespace lx::HWY_NAMESPACE {
+namespace lx::convolution::HWY_NAMESPACE {
+
+using namespace lx::HWY_NAMESPACE;
 
 // The largest value of the pixels whose wide lanes `D` holds.
 template <class D>
@@ -377,7 +379,7 @@ struct GaussianY {
   }
 };
 
-}  // namespace lx::HWY_NAMESPACE
+}  // namespace lx::convolution::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #endif  // LXPIC_CONVOLUTION_FILTERS_RULES_INL_H_

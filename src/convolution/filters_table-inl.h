@@ -12,7 +12,9 @@
 #include "convolution/filters_rules-inl.h"
 
 HWY_BEFORE_NAMESPACE();
-namespace lx::HWY_NAMESPACE {
+namespace lx::convolution::HWY_NAMESPACE {
+
+using namespace lx::HWY_NAMESPACE;
 
 template <typename T, std::size_t kStride>
 void RunFilter(Filter filter, const Neighbourhood& map, std::size_t passes, std::uint8_t* scratch) {
@@ -25,7 +27,7 @@ void RunFilter(Filter filter, const Neighbourhood& map, std::size_t passes, std:
   kKernels[static_cast<std::size_t>(filter)](map, passes, scratch);
 }
 
-}  // namespace lx::HWY_NAMESPACE
+}  // namespace lx::convolution::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #endif  // LXPIC_CONVOLUTION_FILTERS_TABLE_INL_H_

@@ -11,7 +11,10 @@
 #include "foundation/neighbourhood-inl.h"
 
 HWY_BEFORE_NAMESPACE();
-namespace lx::HWY_NAMESPACE {
+namespace lx::convolution::HWY_NAMESPACE {
+
+using namespace lx::HWY_NAMESPACE;
+
 namespace {
 
 // Rules: the taps of a row in the order of their columns, then the sums of the rows, in 16 bits.
@@ -112,7 +115,7 @@ class Smoother {
   // two loads the odd pixels of the one and the even pixels of the other are the taps.
   static HWY_INLINE void LoadTaps(const std::uint8_t* at, Taps (&taps)[kHalves]) {
     const D d;
-#if HWY_TARGET == HWY_SCALAR
+#if !LX_HAS_LANES
     for (std::size_t k = 0; k < kTaps; ++k) taps[0][k] = EvenHalf(d, hn::LoadU(d, at + k));
 #else
     Halves<D> loaded[kRadius + 1];
@@ -185,11 +188,11 @@ void Smooth(FixedSmoothing smoothing, const Neighbourhood& map, std::uint8_t* sc
 }
 
 }  // namespace
-}  // namespace lx::HWY_NAMESPACE
+}  // namespace lx::convolution::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE
-namespace lx {
+namespace lx::convolution {
 
 HWY_EXPORT(Smooth);
 
@@ -199,8 +202,8 @@ std::size_t FixedSmoothingScratch(const Neighbourhood& map) {
 }
 
 void SmoothBytes(FixedSmoothing smoothing, const Neighbourhood& map, std::uint8_t* scratch) {
-  LX_KERNEL(Smooth)(smoothing, map, scratch);
+  LX_CALL(map.path, Smooth, smoothing, map, scratch);
 }
 
-}  // namespace lx
+}  // namespace lx::convolution
 #endif

@@ -7,7 +7,7 @@
 
 #include "foundation/neighbourhood.h"
 
-namespace lx {
+namespace lx::convolution {
 
 enum class FixedSmoothing {
   kUniform5,
@@ -21,4 +21,4 @@ std::size_t FixedSmoothingScratch(const Neighbourhood& map);
 
 void SmoothBytes(FixedSmoothing smoothing, const Neighbourhood& map, std::uint8_t* scratch);
 
-}  // namespace lx
+}  // namespace lx::convolution

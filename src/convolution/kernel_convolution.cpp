@@ -12,6 +12,9 @@
 
 namespace {
 
+using namespace lx;
+using namespace lx::convolution;
+
 // A kernel as the engine reads it.
 struct Source {
   std::size_t sizeX;
@@ -38,7 +41,7 @@ bool ReadKernel(LxKernel* kernel, Source& source) {
   const bool good =
       x > 0 && y > 0 &&
       static_cast<unsigned>(x) * static_cast<unsigned>(y) <= kernel->GetAllocatedSize();
-  if (!lx::Require(good, LX_ERROR_UNSUPPORTED_KERNEL_SIZE)) return false;
+  if (!Require(good, LX_ERROR_UNSUPPORTED_KERNEL_SIZE)) return false;
   source = {static_cast<std::size_t>(x), static_cast<std::size_t>(y), kernel->GetDataPtr(),
             kernel->GetGain(),           kernel->GetOffset(),         kernel->GetRectifier(),
             kernel->GetOutsideValue()};
@@ -108,8 +111,8 @@ float SymmetricCoefficient(const Source& kernel, std::size_t i) {
 
 // The kernel in fixed point with 15 fractional bits; `coefficient` gives that of each cell.
 template <class Coefficient>
-lx::FixedKernel WithFifteenBits(const Source& kernel, float gain, const Coefficient& coefficient) {
-  lx::FixedKernel made;
+FixedKernel WithFifteenBits(const Source& kernel, float gain, const Coefficient& coefficient) {
+  FixedKernel made;
   made.size = kernel.sizeX;
   made.fraction = 15;
   made.absolute = kernel.rectifier == RECTIFIER_ABSOLUTE;
@@ -120,20 +123,20 @@ lx::FixedKernel WithFifteenBits(const Source& kernel, float gain, const Coeffici
   }
   for (std::size_t i = 0; i < kernel.Count(); ++i) {
     const float scaled = gain * coefficient(i) * 32768.0F;
-    made.coefficients[i] = static_cast<std::int32_t>(lx::TruncateTo32(scaled));
+    made.coefficients[i] = static_cast<std::int32_t>(TruncateTo32(scaled));
   }
   return made;
 }
 
 // The 3 × 3 kernel of positive results, with 8 fractional bits.
-lx::FixedKernel WithEightBits(const Source& kernel) {
-  lx::FixedKernel made;
+FixedKernel WithEightBits(const Source& kernel) {
+  FixedKernel made;
   made.size = 3;
   made.fraction = 8;
   const float gain = EffectiveGain(kernel);
   for (std::size_t i = 0; i < kernel.Count(); ++i) {
     const float scaled = 256.0F * (gain * kernel.coefficients[i]);
-    made.coefficients[i] = static_cast<std::int16_t>(lx::TruncateTo32(scaled));
+    made.coefficients[i] = static_cast<std::int16_t>(TruncateTo32(scaled));
   }
   return made;
 }
@@ -144,8 +147,8 @@ struct Workers;
 
 template <>
 struct Workers<LxBW8> {
-  static constexpr auto kFixed = &lx::FixedBytes;
-  static constexpr auto kReal = &lx::RealBytes;
+  static constexpr auto kFixed = &FixedBytes;
+  static constexpr auto kReal = &RealBytes;
   static constexpr const char* kNames[] = {"ConvolKernel3x3", "ConvolKernel5x5", "ConvolKernel7x7"};
   static constexpr const char* kSymmetricNames[] = {"ConvolKernelS3xS3", "ConvolKernelS5xS5",
                                                     "ConvolKernelS7xS7"};
@@ -153,8 +156,8 @@ struct Workers<LxBW8> {
 
 template <>
 struct Workers<LxBW16> {
-  static constexpr auto kFixed = &lx::FixedWords;
-  static constexpr auto kReal = &lx::RealWords;
+  static constexpr auto kFixed = &FixedWords;
+  static constexpr auto kReal = &RealWords;
   static constexpr const char* kNames[] = {"ConvolKernel3x3 BW16", "ConvolKernel5x5 BW16",
                                            "ConvolKernel7x7 BW16"};
   static constexpr const char* kSymmetricNames[] = {
@@ -165,19 +168,19 @@ template <>
 struct Workers<LxC24> : Workers<LxBW8> {};
 
 template <class T>
-void RunFixed(const lx::FixedKernel& kernel, const char* const (&names)[3], LxROI<T>* source,
+void RunFixed(const FixedKernel& kernel, const char* const (&names)[3], LxROI<T>* source,
               LxROI<T>* destination) {
-  const lx::ComponentImage image = lx::ComponentImageOf(destination, source);
+  const ComponentImage image = ComponentImageOf(destination, source);
   if (image.width == 0 || image.height == 0) return;
   if (!Workers<T>::kFixed(image, kernel)) LxTraceError(names[kernel.size / 2 - 1]);
 }
 
 template <class T>
 void RunReal(const Source& kernel, LxROI<T>* source, LxROI<T>* destination) {
-  const lx::ComponentImage image = lx::ComponentImageOf(destination, source);
+  const ComponentImage image = ComponentImageOf(destination, source);
   if (image.width == 0 || image.height == 0) return;
   const std::size_t count = kernel.Count();
-  const lx::Scratch<float> scaled(count);
+  const Scratch<float> scaled(count);
   if (!scaled) return;
   const float gain = EffectiveGain(kernel);
   std::transform(kernel.coefficients, kernel.coefficients + count, scaled.get(),
@@ -201,7 +204,7 @@ void Convolve(LxROI<T>* source, LxROI<T>* destination, LxKernel* given) {
     RunFixed(WithEightBits(kernel), Workers<T>::kNames, source, to);
     return;
   }
-  if (!lx::UsableApart(source, destination)) return;
+  if (!UsableApart(source, destination)) return;
   if (kernel.rectifier == RECTIFIER_NONE || !kernel.IsFixedSize()) {
     RunReal(kernel, source, destination);
   } else if (IsRectifier(kernel.rectifier)) {
@@ -215,8 +218,8 @@ template <class T>
 void ConvolveSymmetric(LxROI<T>* source, LxROI<T>* destination, LxKernel* given) {
   Source kernel{};
   if (!ReadKernel(given, kernel)) return;
-  if (!lx::Require(kernel.rectifier != RECTIFIER_NONE, LX_ERROR_KERNEL_RECTIFIER)) return;
-  if (!lx::Require(kernel.IsFixedSize(), LX_ERROR_UNSUPPORTED_KERNEL_SIZE)) return;
+  if (!Require(kernel.rectifier != RECTIFIER_NONE, LX_ERROR_KERNEL_RECTIFIER)) return;
+  if (!Require(kernel.IsFixedSize(), LX_ERROR_UNSUPPORTED_KERNEL_SIZE)) return;
   if (!IsRectifier(kernel.rectifier)) return;
   const auto fixed = WithFifteenBits(kernel, SymmetricGain(kernel), [&](std::size_t i) {
     return SymmetricCoefficient(kernel, i);
@@ -234,39 +237,39 @@ void WithGreyTrace(const char* trace, const Run& run) {
 }  // namespace
 
 void PicConvolKernel(LxROI<LxBW8>* source, LxROI<LxBW8>* destination, LxKernel* kernel) {
-  lx::RunOperation("PicConvolKernel BW8", [&] {
-    if (lx::UsablePair(source, destination)) Convolve(source, destination, kernel);
+  RunOperation("PicConvolKernel BW8", [&] {
+    if (UsablePair(source, destination)) Convolve(source, destination, kernel);
   });
 }
 
 void PicConvolKernel(LxROI<LxBW16>* source, LxROI<LxBW16>* destination, LxKernel* kernel) {
-  lx::RunOperation("PicConvolKernel BW16", [&] {
-    if (lx::UsablePair(source, destination)) Convolve(source, destination, kernel);
+  RunOperation("PicConvolKernel BW16", [&] {
+    if (UsablePair(source, destination)) Convolve(source, destination, kernel);
   });
 }
 
 void PicConvolKernel(LxROI<LxC24>* source, LxROI<LxC24>* destination, LxKernel* kernel) {
-  lx::RunOperation("PicConvolKernel ( C24)", [&] {
-    if (!lx::UsableApart(source, destination)) return;
+  RunOperation("PicConvolKernel ( C24)", [&] {
+    if (!UsableApart(source, destination)) return;
     WithGreyTrace("PicConvolKernel BW8", [&] { Convolve(source, destination, kernel); });
   });
 }
 
 void PicConvolSymmetricKernel(LxROI<LxBW8>* source, LxROI<LxBW8>* destination, LxKernel* kernel) {
-  lx::RunOperation("PicConvolSymmetricKernel", [&] {
-    if (lx::UsableApart(source, destination)) ConvolveSymmetric(source, destination, kernel);
+  RunOperation("PicConvolSymmetricKernel", [&] {
+    if (UsableApart(source, destination)) ConvolveSymmetric(source, destination, kernel);
   });
 }
 
 void PicConvolSymmetricKernel(LxROI<LxBW16>* source, LxROI<LxBW16>* destination, LxKernel* kernel) {
-  lx::RunOperation("PicConvolSymmetricKernel BW16", [&] {
-    if (lx::UsableApart(source, destination)) ConvolveSymmetric(source, destination, kernel);
+  RunOperation("PicConvolSymmetricKernel BW16", [&] {
+    if (UsableApart(source, destination)) ConvolveSymmetric(source, destination, kernel);
   });
 }
 
 void PicConvolSymmetricKernel(LxROI<LxC24>* source, LxROI<LxC24>* destination, LxKernel* kernel) {
-  lx::RunOperation("PicConvolSymmetricKernel ( C24)", [&] {
-    if (!lx::UsableApart(source, destination)) return;
+  RunOperation("PicConvolSymmetricKernel ( C24)", [&] {
+    if (!UsableApart(source, destination)) return;
     WithGreyTrace("PicConvolSymmetricKernel",
                   [&] { ConvolveSymmetric(source, destination, kernel); });
   });

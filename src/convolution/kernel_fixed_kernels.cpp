@@ -15,7 +15,7 @@
 #ifndef LXPIC_CONVOLUTION_FIXED_MEMORY_
 #define LXPIC_CONVOLUTION_FIXED_MEMORY_
 
-namespace lx {
+namespace lx::convolution {
 
 // A ring of padded rows, each of all components, and rows of components on their way out.
 struct FixedMemory {
@@ -24,12 +24,15 @@ struct FixedMemory {
   void* output;
 };
 
-}  // namespace lx
+}  // namespace lx::convolution
 
 #endif
 
 HWY_BEFORE_NAMESPACE();
-namespace lx::HWY_NAMESPACE {
+namespace lx::convolution::HWY_NAMESPACE {
+
+using namespace lx::HWY_NAMESPACE;
+
 namespace {
 
 // Sums in 32 bits, modulo 2^32; pixels of either type.
@@ -99,7 +102,7 @@ class SumsReal {
   const FixedKernel& kernel_;
 };
 
-#if HWY_TARGET == HWY_AVX3_DL && HWY_COMPILER_GCC_ACTUAL
+#if LX_HAS_DOT_PRODUCT
 
 // Every processor of this target has the dot products, but Highway's options leave them out.
 #pragma GCC push_options
@@ -267,11 +270,11 @@ void RunWideWords(const ComponentImage& image, const FixedKernel& kernel,
 }
 
 }  // namespace
-}  // namespace lx::HWY_NAMESPACE
+}  // namespace lx::convolution::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE
-namespace lx {
+namespace lx::convolution {
 
 HWY_EXPORT(RunBytes);
 HWY_EXPORT(RunWords);
@@ -304,13 +307,14 @@ bool FitsWords(const FixedKernel& kernel) {
 }  // namespace
 
 bool FixedBytes(const ComponentImage& image, const FixedKernel& kernel) {
-  return WithMemory<std::uint8_t>(image, kernel, LX_KERNEL(RunBytes));
+  return WithMemory<std::uint8_t>(image, kernel, LX_KERNEL(image.path, RunBytes));
 }
 
 bool FixedWords(const ComponentImage& image, const FixedKernel& kernel) {
   return WithMemory<std::uint16_t>(
-      image, kernel, FitsWords(kernel) ? LX_KERNEL(RunWords) : LX_KERNEL(RunWideWords));
+      image, kernel,
+      FitsWords(kernel) ? LX_KERNEL(image.path, RunWords) : LX_KERNEL(image.path, RunWideWords));
 }
 
-}  // namespace lx
+}  // namespace lx::convolution
 #endif

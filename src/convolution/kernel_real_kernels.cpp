@@ -14,7 +14,7 @@
 #ifndef LXPIC_CONVOLUTION_REAL_MEMORY_
 #define LXPIC_CONVOLUTION_REAL_MEMORY_
 
-namespace lx {
+namespace lx::convolution {
 
 // A ring of rows in single precision with their surroundings, a row of nothing but outside, a row
 // of components on their way in, and one of components on their way out.
@@ -28,12 +28,15 @@ struct RealMemory {
   const float** taps;  // the rows of one result, kernel row by kernel row
 };
 
-}  // namespace lx
+}  // namespace lx::convolution
 
 #endif
 
 HWY_BEFORE_NAMESPACE();
-namespace lx::HWY_NAMESPACE {
+namespace lx::convolution::HWY_NAMESPACE {
+
+using namespace lx::HWY_NAMESPACE;
+
 namespace {
 
 // Truncated, rectified, moved by the offset modulo 2^32, and clipped.
@@ -133,11 +136,11 @@ void RunWords(const ComponentImage& image, const RealKernel& kernel, const RealM
 }
 
 }  // namespace
-}  // namespace lx::HWY_NAMESPACE
+}  // namespace lx::convolution::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE
-namespace lx {
+namespace lx::convolution {
 
 HWY_EXPORT(RunBytes);
 HWY_EXPORT(RunWords);
@@ -166,12 +169,12 @@ bool WithMemory(const ComponentImage& image, const RealKernel& kernel, Kernel ru
 }  // namespace
 
 bool RealBytes(const ComponentImage& image, const RealKernel& kernel) {
-  return WithMemory<std::uint8_t>(image, kernel, LX_KERNEL(RunBytes));
+  return WithMemory<std::uint8_t>(image, kernel, LX_KERNEL(image.path, RunBytes));
 }
 
 bool RealWords(const ComponentImage& image, const RealKernel& kernel) {
-  return WithMemory<std::uint16_t>(image, kernel, LX_KERNEL(RunWords));
+  return WithMemory<std::uint16_t>(image, kernel, LX_KERNEL(image.path, RunWords));
 }
 
-}  // namespace lx
+}  // namespace lx::convolution
 #endif

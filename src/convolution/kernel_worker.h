@@ -6,7 +6,7 @@
 
 #include "foundation/component_rows.h"
 
-namespace lx {
+namespace lx::convolution {
 
 // A square kernel in fixed point: destination = rectified((offset + sum of coefficients times
 // pixels) >> fraction), the border replicated.
@@ -35,4 +35,4 @@ bool FixedWords(const ComponentImage& image, const FixedKernel& kernel);
 bool RealBytes(const ComponentImage& image, const RealKernel& kernel);
 bool RealWords(const ComponentImage& image, const RealKernel& kernel);
 
-}  // namespace lx
+}  // namespace lx::convolution

@@ -11,11 +11,13 @@
 #include "foundation/simd-inl.h"
 
 HWY_BEFORE_NAMESPACE();
-namespace lx::HWY_NAMESPACE {
+namespace lx::convolution::HWY_NAMESPACE {
+
+using namespace lx::HWY_NAMESPACE;
 
 // Vectors in which sums can travel from lane to lane: AVX-512 permutes whole vectors, other
 // instruction sets only shift within 128 bits.
-#if HWY_TARGET == HWY_SCALAR || LX_HAS_MASKED_ACCESS
+#if !LX_HAS_LANES || LX_HAS_LANE_PERMUTE
 template <typename T>
 using PrefixTag = hn::ScalableTag<T>;
 #else
@@ -23,7 +25,7 @@ template <typename T>
 using PrefixTag = hn::CappedTag<T, 16 / sizeof(T)>;
 #endif
 
-#if LX_HAS_MASKED_ACCESS
+#if LX_HAS_LANE_PERMUTE
 
 // Lane i of the result is lane index[i] of v where the mask has a bit, else 0.
 HWY_INLINE hn::Vec512<std::uint16_t> Spread(hn::Vec512<std::uint16_t> v, __m512i index,
@@ -59,7 +61,7 @@ inline constexpr LastOfBlockBefore<Lane> kLastOfBlockBefore{};
 // Sums of the lanes up to and including each, and their total in every lane of `total`.
 template <class D>
 HWY_INLINE hn::Vec<D> PrefixOfVector(D d, hn::Vec<D> v, hn::Vec<D>& total) {
-#if HWY_TARGET == HWY_SCALAR
+#if !LX_HAS_LANES
   (void)d;
   total = v;
   return v;
@@ -68,7 +70,7 @@ HWY_INLINE hn::Vec<D> PrefixOfVector(D d, hn::Vec<D> v, hn::Vec<D>& total) {
   v = hn::Add(v, hn::ShiftLeftLanes<1>(d, v));
   v = hn::Add(v, hn::ShiftLeftLanes<2>(d, v));
   if constexpr (kBlock == 8) v = hn::Add(v, hn::ShiftLeftLanes<4>(d, v));
-#if LX_HAS_MASKED_ACCESS
+#if LX_HAS_LANE_PERMUTE
   constexpr std::uint32_t kBlockBits = (1U << kBlock) - 1;
   const __m512i before = _mm512_load_si512(kLastOfBlockBefore<hn::TFromD<D> >.lanes);
   // Odd blocks take the total of the block before, then the upper half that of the lower.
@@ -105,7 +107,7 @@ HWY_INLINE void PrefixSums(const T* elements, std::size_t count, Lane* prefix, c
   }
 }
 
-}  // namespace lx::HWY_NAMESPACE
+}  // namespace lx::convolution::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #endif  // LXPIC_CONVOLUTION_PREFIX_SUM_INL_H_

@@ -12,6 +12,9 @@
 
 namespace {
 
+using namespace lx;
+using namespace lx::convolution;
+
 constexpr unsigned kSameAsX = 0xFFFFFFFF;
 
 // What an operation's steps are called when they fail inside it; null where they go unnamed.
@@ -41,27 +44,33 @@ struct StepTraces<LxBW16> {
 template <>
 struct StepTraces<LxC24> : StepTraces<LxBW8> {};
 
+// A pass of a filter, and what it is called when it fails inside an operation.
+struct Pass {
+  Filter filter;
+  const char* trace;
+  Path path;
+};
+
 template <class T>
-bool Step(lx::Filter filter, const char* trace, LxROI<T>* source, LxROI<T>* destination,
-          std::size_t passes = 1) {
-  lx::ApplyFilter(filter, source, destination, passes);
+bool Step(const Pass& pass, LxROI<T>* source, LxROI<T>* destination, std::size_t passes = 1) {
+  ApplyFilter(pass.filter, pass.path, source, destination, passes);
   if (LxGetError() == LX_OK) return true;
-  LxTraceError(trace);
+  LxTraceError(pass.trace);
   return false;
 }
 
 // Box mean
 
 bool Box(LxROI<LxBW8>* source, LxROI<LxBW8>* destination, unsigned halfX, unsigned halfY) {
-  return lx::BoxMeanBytes(lx::WindowOf(destination, source, halfX, halfY));
+  return BoxMeanBytes(WindowOf(destination, source, halfX, halfY));
 }
 
 bool Box(LxROI<LxBW16>* source, LxROI<LxBW16>* destination, unsigned halfX, unsigned halfY) {
-  return lx::BoxMeanWords(lx::WindowOf(destination, source, halfX, halfY));
+  return BoxMeanWords(WindowOf(destination, source, halfX, halfY));
 }
 
 bool Box(LxROI<LxC24>* source, LxROI<LxC24>* destination, unsigned halfX, unsigned halfY) {
-  return lx::BoxMeanBytes(lx::WindowOf(destination, source, halfX, halfY));
+  return BoxMeanBytes(WindowOf(destination, source, halfX, halfY));
 }
 
 template <class T>
@@ -72,20 +81,21 @@ bool IsEmpty(const LxROI<T>* region) {
 template <class T>
 void RunUniform(const char* trace, LxROI<T>* source, LxROI<T>* destination, unsigned halfX,
                 unsigned halfY) {
-  lx::RunOperation(trace, [&] {
-    if (!lx::UsablePair(source, destination)) return;
+  RunOperation(trace, [&] {
+    if (!UsablePair(source, destination)) return;
     if (halfY == kSameAsX) halfY = halfX;
     LxROI<T>* const to = destination == nullptr ? source : destination;
     using Traces = StepTraces<T>;
+    const Path path = CurrentPath();
     if (halfX == 0 && halfY == 0) {
       PicOper(ARITH_LOGIC_COPY, source, to);
     } else if (halfX == 1 && halfY == 0) {
-      Step(lx::Filter::kUniformX, Traces::kUniformX, source, to);
+      Step({Filter::kUniformX, Traces::kUniformX, path}, source, to);
     } else if (halfX == 0 && halfY == 1) {
-      Step(lx::Filter::kUniformY, Traces::kUniformY, source, to);
+      Step({Filter::kUniformY, Traces::kUniformY, path}, source, to);
     } else if (halfX == 1 && halfY == 1) {
-      Step(lx::Filter::kLowpass1, Traces::kUniform, source, to);
-    } else if (sizeof(T) == 3 || lx::UsableApart(source, destination)) {
+      Step({Filter::kLowpass1, Traces::kUniform, path}, source, to);
+    } else if (sizeof(T) == 3 || UsableApart(source, destination)) {
       if (!IsEmpty(source)) Box(source, to, halfX, halfY);
     }
   });
@@ -96,15 +106,15 @@ void RunUniform(const char* trace, LxROI<T>* source, LxROI<T>* destination, unsi
 // Whether one more pass leaves every pixel as it is. There may be billions of passes to come, each
 // of which would do as little.
 template <class T>
-bool IsSettled(lx::Filter filter, const char* trace, LxROI<T>* region) {
+bool IsSettled(const Pass& pass, LxROI<T>* region) {
   const std::size_t rowBytes = std::size_t{region->GetWidth()} * sizeof(T);
-  const lx::Scratch<std::uint8_t> before(rowBytes * region->GetHeight());
+  const Scratch<std::uint8_t> before(rowBytes * region->GetHeight());
   if (!before) return true;
-  const lx::Rows rows = lx::RowsOf(region);
+  const Rows rows = RowsOf(region);
   for (std::size_t y = 0; y < region->GetHeight(); ++y) {
     std::memcpy(before.get() + y * rowBytes, rows.Row<std::uint8_t>(y), rowBytes);
   }
-  if (!Step(filter, trace, region, region)) return true;
+  if (!Step(pass, region, region)) return true;
   for (std::size_t y = 0; y < region->GetHeight(); ++y) {
     if (std::memcmp(before.get() + y * rowBytes, rows.Row<std::uint8_t>(y), rowBytes) != 0)
       return false;
@@ -114,18 +124,17 @@ bool IsSettled(lx::Filter filter, const char* trace, LxROI<T>* region) {
 
 // `passes` passes from the source to the destination.
 template <class T>
-bool Smooth(lx::Filter filter, const char* trace, LxROI<T>* source, LxROI<T>* destination,
-            std::size_t passes) {
+bool Smooth(const Pass& pass, LxROI<T>* source, LxROI<T>* destination, std::size_t passes) {
   constexpr std::size_t kBetweenLooks = 64;
   std::size_t untilLook = kBetweenLooks;
   while (passes > 0) {
-    const std::size_t batch = std::min(passes, lx::kMostPasses);
-    if (!Step(filter, trace, source, destination, batch)) return false;
+    const std::size_t batch = std::min(passes, kMostPasses);
+    if (!Step(pass, source, destination, batch)) return false;
     source = destination;
     passes -= batch;
     untilLook -= std::min(untilLook, batch);
     if (passes == 0 || untilLook > 0) continue;
-    if (IsSettled(filter, trace, destination)) break;
+    if (IsSettled(pass, destination)) break;
     --passes;
     untilLook = kBetweenLooks;
   }
@@ -135,72 +144,74 @@ bool Smooth(lx::Filter filter, const char* trace, LxROI<T>* source, LxROI<T>* de
 template <class T>
 void RunGaussian(const char* trace, LxROI<T>* source, LxROI<T>* destination, unsigned halfX,
                  unsigned halfY) {
-  lx::RunOperation(trace, [&] {
-    if (!lx::UsablePair(source, destination)) return;
+  RunOperation(trace, [&] {
+    if (!UsablePair(source, destination)) return;
     if (halfY == kSameAsX) halfY = halfX;
     LxROI<T>* const to = destination == nullptr ? source : destination;
     if (IsEmpty(source)) return;
     if (halfX == 0 && halfY == 0) PicOper(ARITH_LOGIC_COPY, source, to);
     using Traces = StepTraces<T>;
+    const Path path = CurrentPath();
     const unsigned both = std::min(halfX, halfY);
-    if (!Smooth(lx::Filter::kLowpass3, Traces::kGaussian, source, to, both)) return;
+    if (!Smooth({Filter::kLowpass3, Traces::kGaussian, path}, source, to, both)) return;
     LxROI<T>* const from = both > 0 ? to : source;
-    if (halfX > both) Smooth(lx::Filter::kGaussianX, Traces::kGaussianX, from, to, halfX - both);
-    if (halfY > both) Smooth(lx::Filter::kGaussianY, Traces::kGaussianY, from, to, halfY - both);
+    const Pass inRows = {Filter::kGaussianX, Traces::kGaussianX, path};
+    const Pass inColumns = {Filter::kGaussianY, Traces::kGaussianY, path};
+    if (halfX > both) Smooth(inRows, from, to, halfX - both);
+    if (halfY > both) Smooth(inColumns, from, to, halfY - both);
   });
 }
 
 template <class T>
-void RunDeviation(const char* trace, bool (*deviation)(const lx::Window&), LxROI<T>* source,
+void RunDeviation(const char* trace, bool (*deviation)(const Window&), LxROI<T>* source,
                   LxROI<T>* destination, unsigned halfX, unsigned halfY) {
-  lx::RunOperation(trace, [&] {
-    if (!lx::UsableApart(source, destination) || IsEmpty(source)) return;
-    deviation(lx::WindowOf(destination, source, halfX, halfY == kSameAsX ? halfX : halfY));
+  RunOperation(trace, [&] {
+    if (!UsableApart(source, destination) || IsEmpty(source)) return;
+    deviation(WindowOf(destination, source, halfX, halfY == kSameAsX ? halfX : halfY));
   });
 }
 
-void RunFixed(const char* trace, lx::FixedSmoothing smoothing, LxROI<LxBW8>* source,
+void RunFixed(const char* trace, FixedSmoothing smoothing, LxROI<LxBW8>* source,
               LxROI<LxBW8>* destination) {
-  lx::RunOperation(trace, [&] {
-    if (!lx::UsableApart(source, destination) || IsEmpty(source)) return;
-    const lx::Neighbourhood map = lx::NeighbourhoodOf(destination, source);
-    const lx::Scratch<std::uint8_t> scratch(lx::FixedSmoothingScratch(map));
-    if (scratch) lx::SmoothBytes(smoothing, map, scratch.get());
+  RunOperation(trace, [&] {
+    if (!UsableApart(source, destination) || IsEmpty(source)) return;
+    const Neighbourhood map = NeighbourhoodOf(destination, source);
+    const Scratch<std::uint8_t> scratch(FixedSmoothingScratch(map));
+    if (scratch) SmoothBytes(smoothing, map, scratch.get());
   });
 }
 
-void RunInPlace(const char* trace, lx::Filter filter, LxROI<LxBW8>* source,
-                LxROI<LxBW8>* destination) {
-  lx::RunOperation(trace, [&] {
-    if (!lx::UsablePair(source, destination)) return;
-    lx::ApplyFilter(filter, source, destination == nullptr ? source : destination);
+void RunInPlace(const char* trace, Filter filter, LxROI<LxBW8>* source, LxROI<LxBW8>* destination) {
+  RunOperation(trace, [&] {
+    if (!UsablePair(source, destination)) return;
+    ApplyFilter(filter, CurrentPath(), source, destination == nullptr ? source : destination);
   });
 }
 
 }  // namespace
 
 void PicConvolUniform3x3(LxROI<LxBW8>* source, LxROI<LxBW8>* destination) {
-  RunInPlace("PicConvolUniform3x3 (BW8)", lx::Filter::kLowpass1, source, destination);
+  RunInPlace("PicConvolUniform3x3 (BW8)", Filter::kLowpass1, source, destination);
 }
 
 void PicConvolGaussian3x3(LxROI<LxBW8>* source, LxROI<LxBW8>* destination) {
-  RunInPlace("PicConvolGaussian3x3 (BW8)", lx::Filter::kLowpass3, source, destination);
+  RunInPlace("PicConvolGaussian3x3 (BW8)", Filter::kLowpass3, source, destination);
 }
 
 void PicConvolUniform5x5(LxROI<LxBW8>* source, LxROI<LxBW8>* destination) {
-  RunFixed("ConvolUniform5x5", lx::FixedSmoothing::kUniform5, source, destination);
+  RunFixed("ConvolUniform5x5", FixedSmoothing::kUniform5, source, destination);
 }
 
 void PicConvolUniform7x7(LxROI<LxBW8>* source, LxROI<LxBW8>* destination) {
-  RunFixed("PicConvolUniform7x7", lx::FixedSmoothing::kUniform7, source, destination);
+  RunFixed("PicConvolUniform7x7", FixedSmoothing::kUniform7, source, destination);
 }
 
 void PicConvolGaussian5x5(LxROI<LxBW8>* source, LxROI<LxBW8>* destination) {
-  RunFixed("ConvolGaussian5x5", lx::FixedSmoothing::kGaussian5, source, destination);
+  RunFixed("ConvolGaussian5x5", FixedSmoothing::kGaussian5, source, destination);
 }
 
 void PicConvolGaussian7x7(LxROI<LxBW8>* source, LxROI<LxBW8>* destination) {
-  RunFixed("PicConvolGaussian7x7", lx::FixedSmoothing::kGaussian7, source, destination);
+  RunFixed("PicConvolGaussian7x7", FixedSmoothing::kGaussian7, source, destination);
 }
 
 #define LX_DEFINE_SIZED(function, run, type, trace)                                              \
@@ -221,11 +232,10 @@ LX_DEFINE_SIZED(PicConvolGaussian, RunGaussian, LxC24, "PicConvolGaussian ( C24)
 
 void PicLocalDeviation(LxROI<LxBW8>* source, LxROI<LxBW8>* destination, unsigned halfX,
                        unsigned halfY) {
-  RunDeviation("PicLocalDeviation", &lx::BoxDeviationBytes, source, destination, halfX, halfY);
+  RunDeviation("PicLocalDeviation", &BoxDeviationBytes, source, destination, halfX, halfY);
 }
 
 void PicLocalDeviation(LxROI<LxBW16>* source, LxROI<LxBW16>* destination, unsigned halfX,
                        unsigned halfY) {
-  RunDeviation("PicLocalDeviation (BW16)", &lx::BoxDeviationWords, source, destination, halfX,
-               halfY);
+  RunDeviation("PicLocalDeviation (BW16)", &BoxDeviationWords, source, destination, halfX, halfY);
 }

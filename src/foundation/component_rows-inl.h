@@ -10,8 +10,8 @@
 
 #include <algorithm>
 
+#include "foundation/colour_pixels-inl.h"
 #include "foundation/component_rows.h"
-#include "foundation/simd-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace lx::HWY_NAMESPACE {

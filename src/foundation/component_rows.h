@@ -5,17 +5,11 @@
 
 #include <cstddef>
 
-#include "foundation/pixel_map.h"
+#include "foundation/path.h"
+#include "foundation/rows.h"
+#include "foundation/scratch.h"
 
 namespace lx {
-
-// The largest vector in bytes of any instruction set.
-inline constexpr std::size_t kLargestVector = 64;
-
-// `bytes` rounded up to whole vectors.
-inline std::size_t WholeVectors(std::size_t bytes) {
-  return (bytes + kLargestVector - 1) / kLargestVector * kLargestVector;
-}
 
 struct ComponentImage {
   Rows destination;
@@ -23,6 +17,7 @@ struct ComponentImage {
   std::size_t width = 0;  // pixels
   std::size_t height = 0;
   std::size_t components = 1;  // 3 for colours
+  Path path = CurrentPath();
 };
 
 template <class T>

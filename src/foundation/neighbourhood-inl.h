@@ -16,63 +16,10 @@
 #include <utility>
 
 #include "foundation/neighbourhood.h"
-#include "foundation/simd-inl.h"
+#include "foundation/wide-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace lx::HWY_NAMESPACE {
-
-// Wide lanes of a vector: its even and its odd elements, or its only element.
-#if HWY_TARGET == HWY_SCALAR
-inline constexpr std::size_t kHalves = 1;
-template <class D>
-using WideTag = hn::Rebind<hwy::MakeWide<hn::TFromD<D>>, D>;
-#else
-inline constexpr std::size_t kHalves = 2;
-template <class D>
-using WideTag = hn::RepartitionToWide<D>;
-#endif
-
-template <class D>
-struct Halves {
-  hn::Vec<WideTag<D>> half[kHalves];
-};
-
-template <class D>
-HWY_INLINE hn::Vec<WideTag<D>> EvenHalf(D /*d*/, hn::Vec<D> v) {
-  const WideTag<D> wide;
-#if HWY_TARGET == HWY_SCALAR
-  return hn::PromoteTo(wide, v);
-#else
-  return hn::And(hn::BitCast(wide, v), hn::Set(wide, hwy::LimitsMax<hn::TFromD<D>>()));
-#endif
-}
-
-#if HWY_TARGET != HWY_SCALAR
-template <class D>
-HWY_INLINE hn::Vec<WideTag<D>> OddHalf(D /*d*/, hn::Vec<D> v) {
-  return hn::ShiftRight<8 * sizeof(hn::TFromD<D>)>(hn::BitCast(WideTag<D>(), v));
-}
-#endif
-
-template <class D>
-HWY_INLINE Halves<D> Widen(D d, hn::Vec<D> v) {
-#if HWY_TARGET == HWY_SCALAR
-  return {{EvenHalf(d, v)}};
-#else
-  return {{EvenHalf(d, v), OddHalf(d, v)}};
-#endif
-}
-
-// The elements of halves whose values fit them.
-template <class D>
-HWY_INLINE hn::Vec<D> Join(D d, const Halves<D>& halves) {
-#if HWY_TARGET == HWY_SCALAR
-  return Narrow(d, halves.half[0]);
-#else
-  constexpr int kBits = 8 * sizeof(hn::TFromD<D>);
-  return hn::BitCast(d, hn::Or(halves.half[0], hn::ShiftLeft<kBits>(halves.half[1])));
-#endif
-}
 
 // A vector of pixels with its neighbours.
 template <class D>
@@ -86,7 +33,7 @@ HWY_INLINE Neighbours<D> LoadInside(D d, const hn::TFromD<D>* at) {
   const auto right = hn::LoadU(d, at + kStride);
   Neighbours<D> loaded;
   loaded.centre = Widen(d, hn::LoadU(d, at));
-#if HWY_TARGET != HWY_SCALAR
+#if LX_HAS_LANES
   if constexpr (kStride == 1) {
     // The odd pixels' left neighbours are the even pixels, and the other way round.
     loaded.left = {{EvenHalf(d, left), loaded.centre.half[0]}};
@@ -97,21 +44,6 @@ HWY_INLINE Neighbours<D> LoadInside(D d, const hn::TFromD<D>* at) {
   loaded.left = Widen(d, left);
   loaded.right = Widen(d, right);
   return loaded;
-}
-
-// Lanes first..end of `at`; the others are those of `otherwise`. Nothing else is read.
-template <class D>
-HWY_INLINE hn::Vec<D> LoadLanes(D d, const hn::TFromD<D>* at, std::size_t first, std::size_t end,
-                                hn::Vec<D> otherwise) {
-#if LX_HAS_MASKED_ACCESS
-  const auto mask = hn::AndNot(hn::FirstN(d, first), hn::FirstN(d, end));
-  return hn::IfThenElse(mask, hn::MaskedLoad(mask, d, at), otherwise);
-#else
-  HWY_ALIGN hn::TFromD<D> lanes[hn::MaxLanes(d)];
-  hn::Store(otherwise, d, lanes);
-  if (first < end) std::memcpy(lanes + first, at + first, (end - first) * sizeof(lanes[0]));
-  return hn::Load(d, lanes);
-#endif
 }
 
 // The vector at element x of a row of `width` elements, near either end. A replicated neighbour of

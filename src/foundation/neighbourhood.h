@@ -5,7 +5,9 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "foundation/component_rows.h"
+#include "foundation/path.h"
+#include "foundation/rows.h"
+#include "foundation/scratch.h"
 
 namespace lx {
 
@@ -25,6 +27,7 @@ struct Neighbourhood {
   std::size_t stride = 1;
   std::size_t height = 0;
   Border border = Border::kReplicate;
+  Path path = CurrentPath();
 };
 
 template <class T>

@@ -6,26 +6,10 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "lxpic/base/roi.h"
-#include "lxpic/base/settings.h"
+#include "foundation/path.h"
+#include "foundation/rows.h"
 
 namespace lx {
-
-// Rows of pixels in memory, at any address and pitch.
-struct Rows {
-  std::uint8_t* data = nullptr;
-  std::ptrdiff_t pitch = 0;
-
-  template <typename T>
-  T* Row(std::size_t y) const {
-    return reinterpret_cast<T*>(data + static_cast<std::ptrdiff_t>(y) * pitch);
-  }
-};
-
-template <class T>
-Rows RowsOf(const LxROI<T>* region) {
-  return {static_cast<std::uint8_t*>(region->GetPixelPtr(0, 0)), region->GetPitch()};
-}
 
 struct PixelMap {
   Rows destination;
@@ -33,16 +17,8 @@ struct PixelMap {
   std::array<std::uint16_t, 3> constants{};  // one for each component; all equal for grey images
   std::size_t width = 0;
   std::size_t height = 0;
+  Path path = CurrentPath();
 };
-
-namespace internal {
-
-template <class T>
-bool IsContiguous(const LxROI<T>* region) {
-  return region->GetPitch() == static_cast<std::ptrdiff_t>(region->GetWidth() * sizeof(T));
-}
-
-}  // namespace internal
 
 // The map over these regions, which all have the same size. Regions without gaps between their rows
 // become one long row.
@@ -54,7 +30,7 @@ PixelMap MapOf(const LxROI<D>* destination, const LxROI<S>*... sources) {
   ((map.sources[count++] = RowsOf(sources)), ...);
   map.width = destination->GetWidth();
   map.height = destination->GetHeight();
-  if (internal::IsContiguous(destination) && (internal::IsContiguous(sources) && ...)) {
+  if (IsContiguous(destination) && (IsContiguous(sources) && ...)) {
     map.width *= map.height;
     map.height = map.height == 0 ? 0 : 1;
   }
@@ -79,11 +55,4 @@ inline PixelMap WithConstant(PixelMap map, LxC24 constant) {
   return map;
 }
 
-// Whether this call takes the fast path. Read once per call.
-inline bool FastPath() { return LxGetMMX() != 0; }
-
 }  // namespace lx
-
-// The kernel `name` for the path of this call: the best instruction set of this processor, or the
-// baseline that the library is compiled for.
-#define LX_KERNEL(name) (::lx::FastPath() ? HWY_DYNAMIC_DISPATCH(name) : &HWY_STATIC_DISPATCH(name))

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Scratch memory of one call.
+// Scratch memory of one call, and the vectors that it is measured in.
 #pragma once
 
 #include <cstddef>
@@ -9,6 +9,14 @@
 #include "lxpic/base/errors.h"
 
 namespace lx {
+
+// The largest vector in bytes of any instruction set.
+inline constexpr std::size_t kLargestVector = 64;
+
+// `bytes` rounded up to whole vectors.
+inline std::size_t WholeVectors(std::size_t bytes) {
+  return (bytes + kLargestVector - 1) / kLargestVector * kLargestVector;
+}
 
 // Uninitialised elements, aligned to cache lines and freed with the object. When they cannot be
 // allocated the buffer is false and LX_ERROR_ALLOCATION_FAILED is set.

@@ -13,6 +13,9 @@
 
 namespace {
 
+using namespace lx;
+using namespace lx::point;
+
 using Operation = ARITH_LOGIC_OPERATIONS;
 
 constexpr std::uint64_t Bits(std::initializer_list<int> values) {
@@ -50,25 +53,26 @@ constexpr Refused kShifts = Refused::Only({7, 8});
 template <class Worker>
 void RunForm(const char* trace, const Refused& refused, Operation operation,
              std::initializer_list<LxGenericROI*> regions, const Worker& worker) {
-  lx::RunOperation(trace, [&] {
-    if (!lx::Require(!refused.Has(operation), LX_ERROR_UNSUPPORTED_OPERATION)) return;
-    if (lx::Usable(regions)) lx::Require(worker(), LX_ERROR_INTERNAL);
+  RunOperation(trace, [&] {
+    if (!Require(!refused.Has(operation), LX_ERROR_UNSUPPORTED_OPERATION)) return;
+    if (Usable(regions)) Require(worker(), LX_ERROR_INTERNAL);
   });
 }
 
-using ConstantKernel = bool (*)(Operation, const lx::PixelMap&);
+using ConstantKernel = bool (*)(Operation, const PixelMap&);
 
 // The entries operation(level, constant) for all levels, from the same kernel that maps images.
-void TabulateConstant(ConstantKernel kernel, Operation operation, std::uint16_t constant,
-                      lx::ByteTableData& table) {
-  lx::ByteTableData levels;
+void TabulateConstant(ConstantKernel kernel, Operation operation, Path path, std::uint16_t constant,
+                      ByteTableData& table) {
+  ByteTableData levels;
   for (int i = 0; i < 256; ++i) levels[i] = static_cast<std::uint8_t>(i);
-  lx::PixelMap map;
+  PixelMap map;
   map.destination = {table, 256};
   map.sources[0] = {levels, 256};
   map.width = 256;
   map.height = 1;
-  kernel(operation, lx::WithConstant(map, constant));
+  map.path = path;
+  kernel(operation, WithConstant(map, constant));
 }
 
 bool IsDivision(Operation operation) {
@@ -77,24 +81,24 @@ bool IsDivision(Operation operation) {
 }
 
 // Divisions by constants are cheaper through a table.
-bool CombineGrey(ConstantKernel kernel, Operation operation, const lx::PixelMap& map) {
+bool CombineGrey(ConstantKernel kernel, Operation operation, const PixelMap& map) {
   if (!IsDivision(operation)) return kernel(operation, map);
-  lx::ByteTableData table;
-  TabulateConstant(kernel, operation, map.constants[0], table);
-  lx::LookUpBytes(map, table);
+  ByteTableData table;
+  TabulateConstant(kernel, operation, map.path, map.constants[0], table);
+  LookUpBytes(map, table);
   return true;
 }
 
-bool CombineColour(ConstantKernel kernel, Operation operation, lx::PixelMap map) {
+bool CombineColour(ConstantKernel kernel, Operation operation, PixelMap map) {
   if (!IsDivision(operation)) {
     map.width *= 3;
     return kernel(operation, map);
   }
-  lx::ByteTableData tables[3];
+  ByteTableData tables[3];
   for (std::size_t c = 0; c < 3; ++c) {
-    TabulateConstant(kernel, operation, map.constants[c], tables[c]);
+    TabulateConstant(kernel, operation, map.path, map.constants[c], tables[c]);
   }
-  lx::LookUpComponents(map, tables);
+  LookUpComponents(map, tables);
   return true;
 }
 
@@ -107,24 +111,24 @@ std::uint16_t ShiftFactor(Operation operation, unsigned count, unsigned bits) {
   return static_cast<std::uint16_t>(1U << exponent);
 }
 
-lx::PixelMap WithLastConstant(Operation operation, lx::PixelMap map, unsigned bits) {
+PixelMap WithLastConstant(Operation operation, PixelMap map, unsigned bits) {
   if (operation == ARITH_LOGIC_SHIFT_LEFT || operation == ARITH_LOGIC_SHIFT_RIGHT) {
     for (std::uint16_t& constant : map.constants) constant = ShiftFactor(operation, constant, bits);
   }
   return map;
 }
 
-bool Overlay(void (*kernel)(const lx::PixelMap&), const lx::PixelMap& map) {
-  kernel(lx::WithConstant(map, PicGetOverlayColor()));
+bool Overlay(void (*kernel)(const PixelMap&), const PixelMap& map) {
+  kernel(WithConstant(map, PicGetOverlayColor()));
   return true;
 }
 
-bool CopyOrInvert(Operation operation, const lx::PixelMap& map, std::size_t elementBytes) {
+bool CopyOrInvert(Operation operation, const PixelMap& map, std::size_t elementBytes) {
   if (operation == ARITH_LOGIC_COPY) {
-    lx::CopyRows(map, elementBytes);
+    CopyRows(map, elementBytes);
     return true;
   }
-  return elementBytes == 1 ? lx::InvertElements8(map) : lx::InvertElements16(map);
+  return elementBytes == 1 ? InvertElements8(map) : InvertElements16(map);
 }
 
 }  // namespace
@@ -133,7 +137,7 @@ bool CopyOrInvert(Operation operation, const lx::PixelMap& map, std::size_t elem
 
 void PicOper(Operation operation, LxBW8 constant, LxROI<LxBW8>* destination) {
   RunForm("PicOper ( BW8 Const to Image)", Refused::AllBut({0}), operation, {destination}, [&] {
-    lx::FillBytes(lx::WithConstant(lx::MapOf(destination), constant));
+    FillBytes(WithConstant(MapOf(destination), constant));
     return true;
   });
 }
@@ -141,38 +145,37 @@ void PicOper(Operation operation, LxBW8 constant, LxROI<LxBW8>* destination) {
 void PicOper(Operation operation, LxROI<LxBW8>* source, LxROI<LxBW8>* destination) {
   RunForm("PicOper ( BW8 Image to Image)", Refused::AllBut({0, 1}), operation,
           {source, destination},
-          [&] { return CopyOrInvert(operation, lx::MapOf(destination, source), 1); });
+          [&] { return CopyOrInvert(operation, MapOf(destination, source), 1); });
 }
 
 void PicOper(Operation operation, LxBW8 constant, LxROI<LxBW8>* source, LxROI<LxBW8>* destination) {
   RunForm("PicOper ( BW8 Const, Image to Image)", kConstantFirst, operation, {source, destination},
           [&] {
-            return CombineGrey(&lx::CombineConstantWith8, operation,
-                               lx::WithConstant(lx::MapOf(destination, source), constant));
+            return CombineGrey(&CombineConstantWith8, operation,
+                               WithConstant(MapOf(destination, source), constant));
           });
 }
 
 void PicOper(Operation operation, LxROI<LxBW8>* source, LxBW8 constant, LxROI<LxBW8>* destination) {
-  RunForm("PicOper ( BW8 Image, Const to Image)", kConstantLast, operation, {source, destination},
-          [&] {
-            const auto map = lx::WithConstant(lx::MapOf(destination, source), constant);
-            return CombineGrey(&lx::CombineWithConstant8, operation,
-                               WithLastConstant(operation, map, 8));
-          });
+  RunForm(
+      "PicOper ( BW8 Image, Const to Image)", kConstantLast, operation, {source, destination}, [&] {
+        const auto map = WithConstant(MapOf(destination, source), constant);
+        return CombineGrey(&CombineWithConstant8, operation, WithLastConstant(operation, map, 8));
+      });
 }
 
 void PicOper(Operation operation, LxROI<LxBW8>* source1, LxROI<LxBW8>* source2,
              LxROI<LxBW8>* destination) {
   RunForm("PicOper ( BW8 Image, Image to Image)", Refused::Only({7, 8, 34}), operation,
           {source1, source2, destination},
-          [&] { return lx::CombineImages8(operation, lx::MapOf(destination, source1, source2)); });
+          [&] { return CombineImages8(operation, MapOf(destination, source1, source2)); });
 }
 
 // Colour
 
 void PicOper(Operation operation, LxC24 constant, LxROI<LxC24>* destination) {
   RunForm("PicOper ( C24 Const to Image)", Refused::AllBut({0}), operation, {destination}, [&] {
-    lx::FillBytes(lx::WithConstant(lx::ComponentMapOf(destination), constant));
+    FillBytes(WithConstant(ComponentMapOf(destination), constant));
     return true;
   });
 }
@@ -181,27 +184,26 @@ void PicOper(Operation operation, LxROI<LxC24>* source, LxROI<LxC24>* destinatio
   RunForm("PicOper ( C24 Image to Image)", Refused::AllBut({0, 1, 34}), operation,
           {source, destination}, [&] {
             if (operation == ARITH_LOGIC_OVERLAY) {
-              return Overlay(&lx::OverlayColour, lx::MapOf(destination, source));
+              return Overlay(&OverlayColour, MapOf(destination, source));
             }
-            return CopyOrInvert(operation, lx::ComponentMapOf(destination, source), 1);
+            return CopyOrInvert(operation, ComponentMapOf(destination, source), 1);
           });
 }
 
 void PicOper(Operation operation, LxC24 constant, LxROI<LxC24>* source, LxROI<LxC24>* destination) {
   RunForm("PicOper ( C24 Const, Image to Image)", kConstantFirst, operation, {source, destination},
           [&] {
-            return CombineColour(&lx::CombineConstantWith8, operation,
-                                 lx::WithConstant(lx::MapOf(destination, source), constant));
+            return CombineColour(&CombineConstantWith8, operation,
+                                 WithConstant(MapOf(destination, source), constant));
           });
 }
 
 void PicOper(Operation operation, LxROI<LxC24>* source, LxC24 constant, LxROI<LxC24>* destination) {
-  RunForm("PicOper ( C24 Image, Const to Image)", kConstantLast, operation, {source, destination},
-          [&] {
-            const auto map = lx::WithConstant(lx::MapOf(destination, source), constant);
-            return CombineColour(&lx::CombineWithConstant8, operation,
-                                 WithLastConstant(operation, map, 8));
-          });
+  RunForm(
+      "PicOper ( C24 Image, Const to Image)", kConstantLast, operation, {source, destination}, [&] {
+        const auto map = WithConstant(MapOf(destination, source), constant);
+        return CombineColour(&CombineWithConstant8, operation, WithLastConstant(operation, map, 8));
+      });
 }
 
 void PicOper(Operation operation, LxROI<LxC24>* source1, LxROI<LxC24>* source2,
@@ -209,9 +211,9 @@ void PicOper(Operation operation, LxROI<LxC24>* source1, LxROI<LxC24>* source2,
   RunForm("PicOper ( C24 Image, Image to Image)", kShifts, operation,
           {source1, source2, destination}, [&] {
             if (operation == ARITH_LOGIC_OVERLAY) {
-              return Overlay(&lx::OverlayColourOnColour, lx::MapOf(destination, source1, source2));
+              return Overlay(&OverlayColourOnColour, MapOf(destination, source1, source2));
             }
-            return lx::CombineImages8(operation, lx::ComponentMapOf(destination, source1, source2));
+            return CombineImages8(operation, ComponentMapOf(destination, source1, source2));
           });
 }
 
@@ -220,9 +222,9 @@ void PicOper(Operation operation, LxROI<LxC24>* source1, LxROI<LxC24>* source2,
 void PicOper(Operation operation, LxROI<LxBW8>* source, LxROI<LxC24>* destination) {
   RunForm("PicOper ( BW8 Image to C24 Image)", Refused::AllBut({0, 1, 34}), operation,
           {source, destination}, [&] {
-            const auto map = lx::MapOf(destination, source);
-            if (operation == ARITH_LOGIC_OVERLAY) return Overlay(&lx::PaintWhereGrey, map);
-            lx::GreyToColour(map, operation == ARITH_LOGIC_INVERT);
+            const auto map = MapOf(destination, source);
+            if (operation == ARITH_LOGIC_OVERLAY) return Overlay(&PaintWhereGrey, map);
+            GreyToColour(map, operation == ARITH_LOGIC_INVERT);
             return true;
           });
 }
@@ -231,27 +233,26 @@ void PicOper(Operation operation, LxROI<LxBW8>* source1, LxROI<LxC24>* source2,
              LxROI<LxC24>* destination) {
   RunForm("PicOper ( BW8 Image, C24 Image to C24 Image)", kShifts, operation,
           {source1, source2, destination}, [&] {
-            const auto map = lx::MapOf(destination, source1, source2);
-            if (operation == ARITH_LOGIC_OVERLAY) return Overlay(&lx::OverlayColourOnGrey, map);
-            return lx::CombineGreyWithColour(operation, map);
+            const auto map = MapOf(destination, source1, source2);
+            if (operation == ARITH_LOGIC_OVERLAY) return Overlay(&OverlayColourOnGrey, map);
+            return CombineGreyWithColour(operation, map);
           });
 }
 
 void PicOper(Operation operation, LxROI<LxBW8>* source1, LxROI<LxBW8>* source2,
              LxROI<LxC24>* destination) {
   RunForm("PicOper ( BW8 Image, BW8 Image to C24 Image)", Refused::AllBut({34}), operation,
-          {source1, source2, destination}, [&] {
-            return Overlay(&lx::PaintGreyWhereGrey, lx::MapOf(destination, source1, source2));
-          });
+          {source1, source2, destination},
+          [&] { return Overlay(&PaintGreyWhereGrey, MapOf(destination, source1, source2)); });
 }
 
 void PicOper(Operation operation, LxROI<LxC24>* source1, LxROI<LxBW8>* source2,
              LxROI<LxC24>* destination) {
   RunForm("PicOper ( C24 Image, BW8 Image to C24 Image)", kShifts, operation,
           {source1, source2, destination}, [&] {
-            const auto map = lx::MapOf(destination, source1, source2);
-            if (operation == ARITH_LOGIC_OVERLAY) return Overlay(&lx::PaintColourWhereGrey, map);
-            return lx::CombineColourWithGrey(operation, map);
+            const auto map = MapOf(destination, source1, source2);
+            if (operation == ARITH_LOGIC_OVERLAY) return Overlay(&PaintColourWhereGrey, map);
+            return CombineColourWithGrey(operation, map);
           });
 }
 
@@ -261,20 +262,19 @@ void PicOper(Operation operation, LxROI<LxBW8>* source1, LxROI<LxBW8>* source2,
              LxROI<LxBW16>* destination) {
   RunForm("PicOper ( BW8 Image and BW8 Image to BW16 Image)", Refused::AllBut({2, 3, 4, 5}),
           operation, {source1, source2, destination},
-          [&] { return lx::WidenBytes(operation, lx::MapOf(destination, source1, source2)); });
+          [&] { return WidenBytes(operation, MapOf(destination, source1, source2)); });
 }
 
 void PicOper(Operation operation, LxROI<LxBW16>* source1, LxROI<LxBW8>* source2,
              LxROI<LxBW16>* destination) {
   RunForm("PicOper ( BW16 Image and BW8 Image to BW16 IMage)",
-          Refused::AllBut({2, 3, 4, 5, 29, 30}), operation, {source1, source2, destination}, [&] {
-            return lx::CombineWordsWithBytes(operation, lx::MapOf(destination, source1, source2));
-          });
+          Refused::AllBut({2, 3, 4, 5, 29, 30}), operation, {source1, source2, destination},
+          [&] { return CombineWordsWithBytes(operation, MapOf(destination, source1, source2)); });
 }
 
 void PicOper(Operation operation, LxBW16 constant, LxROI<LxBW16>* destination) {
   RunForm("PicOper ( BW16 Const to Image)", Refused::AllBut({0}), operation, {destination}, [&] {
-    lx::FillWords(lx::WithConstant(lx::MapOf(destination), constant));
+    FillWords(WithConstant(MapOf(destination), constant));
     return true;
   });
 }
@@ -282,15 +282,15 @@ void PicOper(Operation operation, LxBW16 constant, LxROI<LxBW16>* destination) {
 void PicOper(Operation operation, LxROI<LxBW16>* source, LxROI<LxBW16>* destination) {
   RunForm("PicOper (BW16 Image to Image)", Refused::AllBut({0, 1}), operation,
           {source, destination},
-          [&] { return CopyOrInvert(operation, lx::MapOf(destination, source), 2); });
+          [&] { return CopyOrInvert(operation, MapOf(destination, source), 2); });
 }
 
 void PicOper(Operation operation, LxBW16 constant, LxROI<LxBW16>* source,
              LxROI<LxBW16>* destination) {
   RunForm("PicOper ( BW16 Const, Image to Image)", kConstantFirst, operation, {source, destination},
           [&] {
-            return lx::CombineConstantWith16(
-                operation, lx::WithConstant(lx::MapOf(destination, source), constant));
+            return CombineConstantWith16(operation,
+                                         WithConstant(MapOf(destination, source), constant));
           });
 }
 
@@ -298,8 +298,8 @@ void PicOper(Operation operation, LxROI<LxBW16>* source, LxBW16 constant,
              LxROI<LxBW16>* destination) {
   RunForm("PicOper ( BW16 Image, Const to Image)", kConstantLast, operation, {source, destination},
           [&] {
-            const auto map = lx::WithConstant(lx::MapOf(destination, source), constant);
-            return lx::CombineWithConstant16(operation, WithLastConstant(operation, map, 16));
+            const auto map = WithConstant(MapOf(destination, source), constant);
+            return CombineWithConstant16(operation, WithLastConstant(operation, map, 16));
           });
 }
 
@@ -307,5 +307,5 @@ void PicOper(Operation operation, LxROI<LxBW16>* source1, LxROI<LxBW16>* source2
              LxROI<LxBW16>* destination) {
   RunForm("PicOper ( BW16 Image, Image to Image)", kShifts, operation,
           {source1, source2, destination},
-          [&] { return lx::CombineImages16(operation, lx::MapOf(destination, source1, source2)); });
+          [&] { return CombineImages16(operation, MapOf(destination, source1, source2)); });
 }

@@ -9,7 +9,10 @@
 #include "point/arithmetic_tables-inl.h"
 
 HWY_BEFORE_NAMESPACE();
-namespace lx::HWY_NAMESPACE {
+namespace lx::point::HWY_NAMESPACE {
+
+using namespace lx::HWY_NAMESPACE;
+
 namespace {
 
 using Element = std::uint8_t;
@@ -32,30 +35,30 @@ bool ConstantsWith(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map) {
 }
 
 }  // namespace
-}  // namespace lx::HWY_NAMESPACE
+}  // namespace lx::point::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE
-namespace lx {
+namespace lx::point {
 
 HWY_EXPORT(InvertElements);
 HWY_EXPORT(Images);
 HWY_EXPORT(WithConstants);
 HWY_EXPORT(ConstantsWith);
 
-bool InvertElements8(const PixelMap& map) { return LX_KERNEL(InvertElements)(map); }
+bool InvertElements8(const PixelMap& map) { return LX_CALL(map.path, InvertElements, map); }
 
 bool CombineImages8(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map) {
-  return LX_KERNEL(Images)(operation, map);
+  return LX_CALL(map.path, Images, operation, map);
 }
 
 bool CombineWithConstant8(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map) {
-  return LX_KERNEL(WithConstants)(operation, map);
+  return LX_CALL(map.path, WithConstants, operation, map);
 }
 
 bool CombineConstantWith8(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map) {
-  return LX_KERNEL(ConstantsWith)(operation, map);
+  return LX_CALL(map.path, ConstantsWith, operation, map);
 }
 
-}  // namespace lx
+}  // namespace lx::point
 #endif

@@ -6,7 +6,7 @@
 #include "foundation/pixel_map.h"
 #include "lxpic/point/arithmetic.h"
 
-namespace lx {
+namespace lx::point {
 
 // destination = operation(source), copies excepted, on elements of 8 or 16 bits.
 bool InvertElements8(const PixelMap& map);
@@ -40,4 +40,4 @@ void OverlayColour(const PixelMap& map);          // colour -> colour, destinati
 void OverlayColourOnColour(const PixelMap& map);  // source 2, where black source 1
 void OverlayColourOnGrey(const PixelMap& map);    // source 2, where black grey source 1
 
-}  // namespace lx
+}  // namespace lx::point

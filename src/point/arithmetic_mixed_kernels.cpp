@@ -6,10 +6,14 @@
 #include "hwy/foreach_target.h"
 
 // Highway asks for this order.
+#include "foundation/colour_pixels-inl.h"
 #include "point/arithmetic_tables-inl.h"
 
 HWY_BEFORE_NAMESPACE();
-namespace lx::HWY_NAMESPACE {
+namespace lx::point::HWY_NAMESPACE {
+
+using namespace lx::HWY_NAMESPACE;
+
 namespace {
 
 // destination = rule(a, b) per component, where the grey source counts for all three: it is the
@@ -109,11 +113,11 @@ bool WordsWithBytes(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map) {
 }
 
 }  // namespace
-}  // namespace lx::HWY_NAMESPACE
+}  // namespace lx::point::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE
-namespace lx {
+namespace lx::point {
 
 HWY_EXPORT(GreyWithColour);
 HWY_EXPORT(ColourWithGrey);
@@ -121,20 +125,20 @@ HWY_EXPORT(Bytes);
 HWY_EXPORT(WordsWithBytes);
 
 bool CombineGreyWithColour(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map) {
-  return LX_KERNEL(GreyWithColour)(operation, map);
+  return LX_CALL(map.path, GreyWithColour, operation, map);
 }
 
 bool CombineColourWithGrey(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map) {
-  return LX_KERNEL(ColourWithGrey)(operation, map);
+  return LX_CALL(map.path, ColourWithGrey, operation, map);
 }
 
 bool WidenBytes(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map) {
-  return LX_KERNEL(Bytes)(operation, map);
+  return LX_CALL(map.path, Bytes, operation, map);
 }
 
 bool CombineWordsWithBytes(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map) {
-  return LX_KERNEL(WordsWithBytes)(operation, map);
+  return LX_CALL(map.path, WordsWithBytes, operation, map);
 }
 
-}  // namespace lx
+}  // namespace lx::point
 #endif

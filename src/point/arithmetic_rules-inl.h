@@ -9,11 +9,14 @@
 #define LXPIC_POINT_ARITHMETIC_RULES_INL_H_
 #endif
 
-#include "foundation/simd-inl.h"
+#include "foundation/byte_table-inl.h"
+#include "foundation/wide-inl.h"
 #include "point/reciprocals.h"
 
 HWY_BEFORE_NAMESPACE();
-namespace lx::HWY_NAMESPACE {
+namespace lx::point::HWY_NAMESPACE {
+
+using namespace lx::HWY_NAMESPACE;
 
 template <class D>
 inline constexpr bool kIsByte = sizeof(hn::TFromD<D>) == 1;
@@ -387,7 +390,7 @@ class Swapped {
   Rule rule_;
 };
 
-}  // namespace lx::HWY_NAMESPACE
+}  // namespace lx::point::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #endif  // LXPIC_POINT_ARITHMETIC_RULES_INL_H_

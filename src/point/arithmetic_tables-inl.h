@@ -14,7 +14,9 @@
 #include "point/arithmetic_rules-inl.h"
 
 HWY_BEFORE_NAMESPACE();
-namespace lx::HWY_NAMESPACE {
+namespace lx::point::HWY_NAMESPACE {
+
+using namespace lx::HWY_NAMESPACE;
 
 using Kernel = void (*)(const PixelMap&);
 
@@ -133,7 +135,7 @@ bool RunConstantWith(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map) {
   return RunRow(kRows, operation, map) || RunWithConstant<Apply, T>(operation, map);
 }
 
-}  // namespace lx::HWY_NAMESPACE
+}  // namespace lx::point::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #endif  // LXPIC_POINT_ARITHMETIC_TABLES_INL_H_

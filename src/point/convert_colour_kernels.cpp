@@ -6,10 +6,15 @@
 #include "hwy/foreach_target.h"
 
 // Highway asks for this order.
+#include "foundation/colour_pixels-inl.h"
 #include "foundation/pixel_map-inl.h"
+#include "foundation/wide-inl.h"
 
 HWY_BEFORE_NAMESPACE();
-namespace lx::HWY_NAMESPACE {
+namespace lx::point::HWY_NAMESPACE {
+
+using namespace lx::HWY_NAMESPACE;
+
 namespace {
 
 using BytesTag = hn::ScalableTag<std::uint8_t>;
@@ -122,11 +127,11 @@ void FromAlpha(const PixelMap& map, const Rows& alphas) {
 }
 
 }  // namespace
-}  // namespace lx::HWY_NAMESPACE
+}  // namespace lx::point::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE
-namespace lx {
+namespace lx::point {
 
 HWY_EXPORT(GreyTriple);
 HWY_EXPORT(Grey);
@@ -134,12 +139,14 @@ HWY_EXPORT(KeepAlpha);
 HWY_EXPORT(WithAlpha);
 HWY_EXPORT(FromAlpha);
 
-void GreyToColour(const PixelMap& map, bool invert) { LX_KERNEL(GreyTriple)(map, invert); }
-void ColourToGrey(const PixelMap& map) { LX_KERNEL(Grey)(map); }
-void AddAlpha(const PixelMap& map) { LX_KERNEL(KeepAlpha)(map); }
-void MergeAlpha(const PixelMap& map) { LX_KERNEL(WithAlpha)(map); }
-void DropAlpha(const PixelMap& map) { LX_KERNEL(FromAlpha)(map, Rows{}); }
-void SplitAlpha(const PixelMap& map, const Rows& alpha) { LX_KERNEL(FromAlpha)(map, alpha); }
+void GreyToColour(const PixelMap& map, bool invert) { LX_CALL(map.path, GreyTriple, map, invert); }
+void ColourToGrey(const PixelMap& map) { LX_CALL(map.path, Grey, map); }
+void AddAlpha(const PixelMap& map) { LX_CALL(map.path, KeepAlpha, map); }
+void MergeAlpha(const PixelMap& map) { LX_CALL(map.path, WithAlpha, map); }
+void DropAlpha(const PixelMap& map) { LX_CALL(map.path, FromAlpha, map, Rows{}); }
+void SplitAlpha(const PixelMap& map, const Rows& alpha) {
+  LX_CALL(map.path, FromAlpha, map, alpha);
+}
 
-}  // namespace lx
+}  // namespace lx::point
 #endif

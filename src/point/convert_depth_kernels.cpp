@@ -7,9 +7,13 @@
 
 // Highway asks for this order.
 #include "foundation/pixel_map-inl.h"
+#include "foundation/wide-inl.h"
 
 HWY_BEFORE_NAMESPACE();
-namespace lx::HWY_NAMESPACE {
+namespace lx::point::HWY_NAMESPACE {
+
+using namespace lx::HWY_NAMESPACE;
+
 namespace {
 
 // destination = the low bits of source >> shift; a shift by all bits and more gives 0.
@@ -62,11 +66,11 @@ void From16To32(const PixelMap& map, unsigned shift) { Wider<U16, U32>(map, shif
 void To422(const PixelMap& map) { Wider<U8, U16>(map, 0, 0x8000); }
 
 }  // namespace
-}  // namespace lx::HWY_NAMESPACE
+}  // namespace lx::point::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE
-namespace lx {
+namespace lx::point {
 
 HWY_EXPORT(From16To8);
 HWY_EXPORT(From32To8);
@@ -76,13 +80,13 @@ HWY_EXPORT(From8To32);
 HWY_EXPORT(From16To32);
 HWY_EXPORT(To422);
 
-void Bits16To8(const PixelMap& map, unsigned shift) { LX_KERNEL(From16To8)(map, shift); }
-void Bits32To8(const PixelMap& map, unsigned shift) { LX_KERNEL(From32To8)(map, shift); }
-void Bits32To16(const PixelMap& map, unsigned shift) { LX_KERNEL(From32To16)(map, shift); }
-void Bits8To16(const PixelMap& map, unsigned shift) { LX_KERNEL(From8To16)(map, shift); }
-void Bits8To32(const PixelMap& map, unsigned shift) { LX_KERNEL(From8To32)(map, shift); }
-void Bits16To32(const PixelMap& map, unsigned shift) { LX_KERNEL(From16To32)(map, shift); }
-void GreyTo422(const PixelMap& map) { LX_KERNEL(To422)(map); }
+void Bits16To8(const PixelMap& map, unsigned shift) { LX_CALL(map.path, From16To8, map, shift); }
+void Bits32To8(const PixelMap& map, unsigned shift) { LX_CALL(map.path, From32To8, map, shift); }
+void Bits32To16(const PixelMap& map, unsigned shift) { LX_CALL(map.path, From32To16, map, shift); }
+void Bits8To16(const PixelMap& map, unsigned shift) { LX_CALL(map.path, From8To16, map, shift); }
+void Bits8To32(const PixelMap& map, unsigned shift) { LX_CALL(map.path, From8To32, map, shift); }
+void Bits16To32(const PixelMap& map, unsigned shift) { LX_CALL(map.path, From16To32, map, shift); }
+void GreyTo422(const PixelMap& map) { LX_CALL(map.path, To422, map); }
 
-}  // namespace lx
+}  // namespace lx::point
 #endif

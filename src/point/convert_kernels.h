@@ -4,7 +4,7 @@
 
 #include "foundation/pixel_map.h"
 
-namespace lx {
+namespace lx::point {
 
 // The packed colour types.
 enum class Packing {
@@ -39,4 +39,4 @@ void Bits16To32(const PixelMap& map, unsigned shift);
 // Words of a 4:2:2 stream with neutral chroma.
 void GreyTo422(const PixelMap& map);
 
-}  // namespace lx
+}  // namespace lx::point

@@ -6,10 +6,15 @@
 #include "hwy/foreach_target.h"
 
 // Highway asks for this order.
+#include "foundation/colour_pixels-inl.h"
 #include "foundation/pixel_map-inl.h"
+#include "foundation/wide-inl.h"
 
 HWY_BEFORE_NAMESPACE();
-namespace lx::HWY_NAMESPACE {
+namespace lx::point::HWY_NAMESPACE {
+
+using namespace lx::HWY_NAMESPACE;
+
 namespace {
 
 using WordsTag = hn::ScalableTag<std::uint16_t>;
@@ -185,11 +190,11 @@ void UnpackLevels(Packing packing, const PixelMap& map) {
 }
 
 }  // namespace
-}  // namespace lx::HWY_NAMESPACE
+}  // namespace lx::point::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE
-namespace lx {
+namespace lx::point {
 
 HWY_EXPORT(PackColours);
 HWY_EXPORT(PackColoursExceptKey);
@@ -197,16 +202,20 @@ HWY_EXPORT(PackLevels);
 HWY_EXPORT(UnpackColours);
 HWY_EXPORT(UnpackLevels);
 
-void PackColour(Packing packing, const PixelMap& map) { LX_KERNEL(PackColours)(packing, map); }
-void PackGrey(Packing packing, const PixelMap& map) { LX_KERNEL(PackLevels)(packing, map); }
-void UnpackToColour(Packing packing, const PixelMap& map) {
-  LX_KERNEL(UnpackColours)(packing, map);
+void PackColour(Packing packing, const PixelMap& map) {
+  LX_CALL(map.path, PackColours, packing, map);
 }
-void UnpackToGrey(Packing packing, const PixelMap& map) { LX_KERNEL(UnpackLevels)(packing, map); }
+void PackGrey(Packing packing, const PixelMap& map) { LX_CALL(map.path, PackLevels, packing, map); }
+void UnpackToColour(Packing packing, const PixelMap& map) {
+  LX_CALL(map.path, UnpackColours, packing, map);
+}
+void UnpackToGrey(Packing packing, const PixelMap& map) {
+  LX_CALL(map.path, UnpackLevels, packing, map);
+}
 
 void PackExceptKey(Packing packing, const PixelMap& map) {
-  LX_KERNEL(PackColoursExceptKey)(packing, map);
+  LX_CALL(map.path, PackColoursExceptKey, packing, map);
 }
 
-}  // namespace lx
+}  // namespace lx::point
 #endif

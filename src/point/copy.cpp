@@ -6,32 +6,35 @@
 
 namespace {
 
+using namespace lx;
+using namespace lx::point;
+
 template <class T>
 void Copy(const char* trace, LxROI<T>* source, LxROI<T>* destination) {
-  lx::RunOperation(trace, [&] {
-    if (lx::Usable({source, destination})) lx::CopyRows(lx::MapOf(destination, source), sizeof(T));
+  RunOperation(trace, [&] {
+    if (Usable({source, destination})) CopyRows(MapOf(destination, source), sizeof(T));
   });
 }
 
 template <class T>
 void FillWith(const char* trace, std::uint16_t word, LxROI<T>* destination) {
-  lx::RunOperation(trace, [&] {
-    if (lx::Usable({destination})) lx::FillWords(lx::WithConstant(lx::MapOf(destination), word));
+  RunOperation(trace, [&] {
+    if (Usable({destination})) FillWords(WithConstant(MapOf(destination), word));
   });
 }
 
 }  // namespace
 
 void PicCopy(LxBW8 value, LxROI<LxBW8>* destination) {
-  lx::RunOperation("PicCopy ( BW8 Const to Image)", [&] {
-    if (lx::Usable({destination})) lx::FillBytes(lx::WithConstant(lx::MapOf(destination), value));
+  RunOperation("PicCopy ( BW8 Const to Image)", [&] {
+    if (Usable({destination})) FillBytes(WithConstant(MapOf(destination), value));
   });
 }
 
 void PicCopy(LxC24 value, LxROI<LxC24>* destination) {
-  lx::RunOperation("PicCopy (C24 Const)", [&] {
-    if (!lx::Usable({destination})) return;
-    lx::FillBytes(lx::WithConstant(lx::ComponentMapOf(destination), value));
+  RunOperation("PicCopy (C24 Const)", [&] {
+    if (!Usable({destination})) return;
+    FillBytes(WithConstant(ComponentMapOf(destination), value));
   });
 }
 

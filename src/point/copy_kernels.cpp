@@ -9,24 +9,27 @@
 #include "foundation/pixel_map-inl.h"
 
 HWY_BEFORE_NAMESPACE();
-namespace lx::HWY_NAMESPACE {
+namespace lx::point::HWY_NAMESPACE {
+
+using namespace lx::HWY_NAMESPACE;
+
 namespace {
 
 void Bytes(const PixelMap& map) { MapFill<std::uint8_t>(map); }
 void Words(const PixelMap& map) { MapFill<std::uint16_t>(map); }
 
 }  // namespace
-}  // namespace lx::HWY_NAMESPACE
+}  // namespace lx::point::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE
-namespace lx {
+namespace lx::point {
 
 HWY_EXPORT(Bytes);
 HWY_EXPORT(Words);
 
-void FillBytes(const PixelMap& map) { LX_KERNEL(Bytes)(map); }
-void FillWords(const PixelMap& map) { LX_KERNEL(Words)(map); }
+void FillBytes(const PixelMap& map) { LX_CALL(map.path, Bytes, map); }
+void FillWords(const PixelMap& map) { LX_CALL(map.path, Words, map); }
 
 void CopyRows(const PixelMap& map, std::size_t pixelBytes) {
   const Rows& from = map.sources[0];
@@ -37,5 +40,5 @@ void CopyRows(const PixelMap& map, std::size_t pixelBytes) {
   }
 }
 
-}  // namespace lx
+}  // namespace lx::point
 #endif

@@ -4,7 +4,7 @@
 
 #include "foundation/pixel_map.h"
 
-namespace lx {
+namespace lx::point {
 
 // Copies rows of `map.width` pixels of `pixelBytes` bytes. Rows that overlap are copied as if
 // through a buffer of one row.
@@ -14,4 +14,4 @@ void CopyRows(const PixelMap& map, std::size_t pixelBytes);
 void FillBytes(const PixelMap& map);
 void FillWords(const PixelMap& map);
 
-}  // namespace lx
+}  // namespace lx::point

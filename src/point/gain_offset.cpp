@@ -10,45 +10,48 @@
 
 namespace {
 
+using namespace lx;
+using namespace lx::point;
+
 // Gains have five fractional bits.
-std::int64_t FixedGain(float gain) { return lx::TruncateTo32(static_cast<double>(gain) * 32.0); }
+std::int64_t FixedGain(float gain) { return TruncateTo32(static_cast<double>(gain) * 32.0); }
 
 std::uint8_t Clamped(std::int64_t value) {
   return static_cast<std::uint8_t>(std::clamp<std::int64_t>(value, 0, 255));
 }
 
-void Tabulate(double gain, double offset, lx::ByteTableData& table) {
-  for (int v = 0; v < 256; ++v) table[v] = Clamped(lx::TruncateTo32(v * gain + offset));
+void Tabulate(double gain, double offset, ByteTableData& table) {
+  for (int v = 0; v < 256; ++v) table[v] = Clamped(TruncateTo32(v * gain + offset));
 }
 
 }  // namespace
 
 void PicGainOffset(LxROI<LxBW8>* source, LxROI<LxBW8>* destination, float gain, float offset) {
-  lx::RunOperation("PicGainOffset", [&] {
-    if (!lx::Usable({source, destination})) return;
+  RunOperation("PicGainOffset", [&] {
+    if (!Usable({source, destination})) return;
     const std::int64_t g = FixedGain(gain);
-    const std::int64_t o = lx::TruncateTo32(offset);
-    lx::ByteTableData table;
+    const std::int64_t o = TruncateTo32(offset);
+    ByteTableData table;
     for (int v = 0; v < 256; ++v) table[v] = Clamped((g * v >> 5) + o);
-    lx::LookUpBytes(lx::MapOf(destination, source), table);
+    LookUpBytes(MapOf(destination, source), table);
   });
 }
 
 void PicGainOffset(LxROI<LxC24>* source, LxROI<LxC24>* destination, LxColor gain, LxColor offset) {
-  lx::RunOperation("PicGainOffset", [&] {
-    if (!lx::Usable({source, destination})) return;
+  RunOperation("PicGainOffset", [&] {
+    if (!Usable({source, destination})) return;
     // A colour's first float belongs to a pixel's last byte.
-    lx::ByteTableData tables[3];
+    ByteTableData tables[3];
     Tabulate(gain.c2, offset.c2, tables[0]);
     Tabulate(gain.c1, offset.c1, tables[1]);
     Tabulate(gain.c0, offset.c0, tables[2]);
-    lx::LookUpComponents(lx::MapOf(destination, source), tables);
+    LookUpComponents(MapOf(destination, source), tables);
   });
 }
 
 void PicGainOffset(LxROI<LxBW16>* source, LxROI<LxBW16>* destination, float gain, float offset) {
-  lx::RunOperation("PicGainOffset (BW16)", [&] {
-    if (!lx::Usable({source, destination})) return;
-    lx::ScaleWords(lx::MapOf(destination, source), FixedGain(gain), lx::TruncateTo32(offset));
+  RunOperation("PicGainOffset (BW16)", [&] {
+    if (!Usable({source, destination})) return;
+    ScaleWords(MapOf(destination, source), FixedGain(gain), TruncateTo32(offset));
   });
 }

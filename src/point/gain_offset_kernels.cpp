@@ -9,9 +9,13 @@
 
 // Highway asks for this order.
 #include "foundation/pixel_map-inl.h"
+#include "foundation/wide-inl.h"
 
 HWY_BEFORE_NAMESPACE();
-namespace lx::HWY_NAMESPACE {
+namespace lx::point::HWY_NAMESPACE {
+
+using namespace lx::HWY_NAMESPACE;
+
 namespace {
 
 // Products of 16-bit pixels and gains fit 32 bits; so does the sum with an offset that already
@@ -40,11 +44,11 @@ void Words(const PixelMap& map, std::int32_t gain, std::int32_t offset) {
 }
 
 }  // namespace
-}  // namespace lx::HWY_NAMESPACE
+}  // namespace lx::point::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE
-namespace lx {
+namespace lx::point {
 
 HWY_EXPORT(Words);
 
@@ -75,8 +79,9 @@ void ScaleWords(const PixelMap& map, std::int64_t gain, std::int64_t offset) {
   // Beyond this every sum saturates anyway.
   constexpr std::int64_t kLargest = std::int64_t{1} << 28;
   const std::int64_t bounded = std::clamp(offset, -kLargest, kLargest);
-  LX_KERNEL(Words)(map, static_cast<std::int32_t>(gain), static_cast<std::int32_t>(bounded));
+  LX_CALL(map.path, Words, map, static_cast<std::int32_t>(gain),
+          static_cast<std::int32_t>(bounded));
 }
 
-}  // namespace lx
+}  // namespace lx::point
 #endif

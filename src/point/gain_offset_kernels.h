@@ -6,9 +6,9 @@
 
 #include "foundation/pixel_map.h"
 
-namespace lx {
+namespace lx::point {
 
 // destination = ((source * gain) >> 5) + offset, clamped to 0..65535.
 void ScaleWords(const PixelMap& map, std::int64_t gain, std::int64_t offset);
 
-}  // namespace lx
+}  // namespace lx::point

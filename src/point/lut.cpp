@@ -9,13 +9,16 @@
 
 namespace {
 
+using namespace lx;
+using namespace lx::point;
+
 constexpr unsigned kTopBits = 0xFFFFFFFF;
 
 // Each table is checked after the regions: there, and of the right length.
 template <class Vector>
 bool HasEntries(const Vector* table, unsigned count) {
-  return lx::Require(table != nullptr, LX_ERROR_VECTOR_NO_DATA) &&
-         lx::Require(table->GetNumElements() == count, LX_ERROR_WRONG_VECTOR_SIZE);
+  return Require(table != nullptr, LX_ERROR_VECTOR_NO_DATA) &&
+         Require(table->GetNumElements() == count, LX_ERROR_WRONG_VECTOR_SIZE);
 }
 
 const std::uint8_t* Bytes(const LxBW8Vector* table) { return &table->GetDataPtr()->value; }
@@ -29,18 +32,17 @@ struct BitField {
 bool ChooseBits(unsigned entries, unsigned shift, BitField& field) {
   const auto k = entries == 0 ? 0U : static_cast<unsigned>(std::bit_width(entries)) - 1;
   if (shift != kTopBits &&
-      !lx::Require(shift <= 16 && shift + k <= 16, LX_ERROR_ARGUMENT_4_OUT_OF_RANGE)) {
+      !Require(shift <= 16 && shift + k <= 16, LX_ERROR_ARGUMENT_4_OUT_OF_RANGE)) {
     return false;
   }
-  if (!lx::Require(k <= 16 && std::has_single_bit(entries), LX_ERROR_WRONG_VECTOR_SIZE))
-    return false;
+  if (!Require(k <= 16 && std::has_single_bit(entries), LX_ERROR_WRONG_VECTOR_SIZE)) return false;
   field = {shift == kTopBits ? 16 - k : shift, entries - 1};
   return true;
 }
 
 // destination = function(source), pixel by pixel; pixels may lie at any address.
 template <typename T>
-void TransformEach(const lx::PixelMap& map, T (*function)(T)) {
+void TransformEach(const PixelMap& map, T (*function)(T)) {
   for (std::size_t y = 0; y < map.height; ++y) {
     const auto* from = map.sources[0].Row<std::uint8_t>(y);
     auto* to = map.destination.Row<std::uint8_t>(y);
@@ -56,68 +58,68 @@ void TransformEach(const lx::PixelMap& map, T (*function)(T)) {
 }  // namespace
 
 void PicLut(LxROI<LxBW8>* source, LxROI<LxBW8>* destination, LxBW8Vector* table) {
-  lx::RunOperation("PicLut", [&] {
-    if (!lx::Usable({source, destination}) || !HasEntries(table, 256)) return;
-    lx::LookUpBytes(lx::MapOf(destination, source), Bytes(table));
+  RunOperation("PicLut", [&] {
+    if (!Usable({source, destination}) || !HasEntries(table, 256)) return;
+    LookUpBytes(MapOf(destination, source), Bytes(table));
   });
 }
 
 void PicLut(LxROI<LxBW8>* source, LxROI<LxBW8>* destination, unsigned char* table) {
-  lx::RunOperation(nullptr, [&] {
-    if (!lx::Usable({source, destination})) return;
-    if (!lx::Require(table != nullptr, LX_ERROR_ARGUMENT_3_OUT_OF_RANGE)) return;
-    lx::LookUpBytes(lx::MapOf(destination, source), table);
+  RunOperation(nullptr, [&] {
+    if (!Usable({source, destination})) return;
+    if (!Require(table != nullptr, LX_ERROR_ARGUMENT_3_OUT_OF_RANGE)) return;
+    LookUpBytes(MapOf(destination, source), table);
   });
 }
 
 void PicLut(LxROI<LxBW16>* source, LxROI<LxBW8>* destination, LxBW8Vector* table, unsigned shift) {
-  lx::RunOperation("PicLut ( BW16 to BW8)", [&] {
-    if (!lx::Usable({source, destination})) return;
-    if (!lx::Require(table != nullptr, LX_ERROR_VECTOR_NO_DATA)) return;
+  RunOperation("PicLut ( BW16 to BW8)", [&] {
+    if (!Usable({source, destination})) return;
+    if (!Require(table != nullptr, LX_ERROR_VECTOR_NO_DATA)) return;
     BitField field{};
     if (!ChooseBits(table->GetNumElements(), shift, field)) return;
-    lx::LookUpBits(lx::MapOf(destination, source), Bytes(table), field.shift, field.mask);
+    LookUpBits(MapOf(destination, source), Bytes(table), field.shift, field.mask);
   });
 }
 
 void PicLut(LxROI<LxBW16>* source, LxROI<LxBW16>* destination, unsigned short* table) {
-  lx::RunOperation("PicLut (BW16)", [&] {
-    if (!lx::Usable({source, destination})) return;
-    if (!lx::Require(table != nullptr, LX_ERROR_ARGUMENT_3_OUT_OF_RANGE)) return;
-    lx::LookUpWords(lx::MapOf(destination, source), table);
+  RunOperation("PicLut (BW16)", [&] {
+    if (!Usable({source, destination})) return;
+    if (!Require(table != nullptr, LX_ERROR_ARGUMENT_3_OUT_OF_RANGE)) return;
+    LookUpWords(MapOf(destination, source), table);
   });
 }
 
 void PicLut(LxROI<LxBW16>* source, LxROI<LxBW16>* destination, LxBW16Vector* table) {
-  lx::RunOperation("PicLut (BW16)", [&] {
-    if (!lx::Usable({source, destination}) || !HasEntries(table, 65536)) return;
-    lx::LookUpWords(lx::MapOf(destination, source), &table->GetDataPtr()->value);
+  RunOperation("PicLut (BW16)", [&] {
+    if (!Usable({source, destination}) || !HasEntries(table, 65536)) return;
+    LookUpWords(MapOf(destination, source), &table->GetDataPtr()->value);
   });
 }
 
 void PicTransform(LxROI<LxBW8>* source, LxROI<LxBW8>* destination,
                   unsigned char (*function)(unsigned char), int useTable) {
-  lx::RunOperation("PicTransform", [&] {
-    if (!lx::Usable({source, destination})) return;
-    if (!lx::Require(function != nullptr, LX_ERROR_ARGUMENT_3_OUT_OF_RANGE)) return;
-    const lx::PixelMap map = lx::MapOf(destination, source);
+  RunOperation("PicTransform", [&] {
+    if (!Usable({source, destination})) return;
+    if (!Require(function != nullptr, LX_ERROR_ARGUMENT_3_OUT_OF_RANGE)) return;
+    const PixelMap map = MapOf(destination, source);
     if (useTable == 0) {
       TransformEach(map, function);
       return;
     }
-    lx::ByteTableData table;
+    ByteTableData table;
     for (int level = 0; level < 256; ++level) {
       table[level] = function(static_cast<unsigned char>(level));
     }
-    lx::LookUpBytes(map, table);
+    LookUpBytes(map, table);
   });
 }
 
 void PicTransform(LxROI<LxBW16>* source, LxROI<LxBW16>* destination,
                   unsigned short (*function)(unsigned short)) {
-  lx::RunOperation("PicTransform (BW16)", [&] {
-    if (!lx::Usable({source, destination})) return;
-    if (!lx::Require(function != nullptr, LX_ERROR_ARGUMENT_3_OUT_OF_RANGE)) return;
-    TransformEach(lx::MapOf(destination, source), function);
+  RunOperation("PicTransform (BW16)", [&] {
+    if (!Usable({source, destination})) return;
+    if (!Require(function != nullptr, LX_ERROR_ARGUMENT_3_OUT_OF_RANGE)) return;
+    TransformEach(MapOf(destination, source), function);
   });
 }

@@ -6,10 +6,16 @@
 #include "hwy/foreach_target.h"
 
 // Highway asks for this order.
+#include "foundation/byte_table-inl.h"
+#include "foundation/colour_pixels-inl.h"
 #include "foundation/pixel_map-inl.h"
+#include "foundation/wide-inl.h"
 
 HWY_BEFORE_NAMESPACE();
-namespace lx::HWY_NAMESPACE {
+namespace lx::point::HWY_NAMESPACE {
+
+using namespace lx::HWY_NAMESPACE;
+
 namespace {
 
 void Bytes(const PixelMap& map, const std::uint8_t* table) {
@@ -49,11 +55,11 @@ void FewBits(const PixelMap& map, const std::uint8_t* table, unsigned shift, uns
 }
 
 }  // namespace
-}  // namespace lx::HWY_NAMESPACE
+}  // namespace lx::point::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE
-namespace lx {
+namespace lx::point {
 
 HWY_EXPORT(Bytes);
 HWY_EXPORT(Components);
@@ -77,10 +83,12 @@ void LookUpEach(const PixelMap& map, const To* table, Index index) {
 
 }  // namespace
 
-void LookUpBytes(const PixelMap& map, const std::uint8_t* table) { LX_KERNEL(Bytes)(map, table); }
+void LookUpBytes(const PixelMap& map, const std::uint8_t* table) {
+  LX_CALL(map.path, Bytes, map, table);
+}
 
 void LookUpComponents(const PixelMap& map, const ByteTableData (&tables)[3]) {
-  LX_KERNEL(Components)(map, tables);
+  LX_CALL(map.path, Components, map, tables);
 }
 
 void LookUpWords(const PixelMap& map, const std::uint16_t* table) {
@@ -92,11 +100,11 @@ void LookUpBits(const PixelMap& map, const std::uint8_t* table, unsigned shift, 
     // The byte table reads 256 entries; the index never passes the mask.
     ByteTableData padded = {};
     std::memcpy(padded, table, mask + 1);
-    LX_KERNEL(FewBits)(map, padded, shift, mask);
+    LX_CALL(map.path, FewBits, map, padded, shift, mask);
     return;
   }
   LookUpEach(map, table, [shift, mask](unsigned pixel) { return (pixel >> shift) & mask; });
 }
 
-}  // namespace lx
+}  // namespace lx::point
 #endif

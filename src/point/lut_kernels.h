@@ -6,7 +6,7 @@
 
 #include "foundation/pixel_map.h"
 
-namespace lx {
+namespace lx::point {
 
 using ByteTableData = std::uint8_t[256];
 
@@ -22,4 +22,4 @@ void LookUpWords(const PixelMap& map, const std::uint16_t* table);
 // destination = table[(source >> shift) & mask]; the table has mask + 1 entries.
 void LookUpBits(const PixelMap& map, const std::uint8_t* table, unsigned shift, unsigned mask);
 
-}  // namespace lx
+}  // namespace lx::point

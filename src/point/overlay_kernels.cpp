@@ -6,10 +6,14 @@
 #include "hwy/foreach_target.h"
 
 // Highway asks for this order.
+#include "foundation/colour_pixels-inl.h"
 #include "foundation/pixel_map-inl.h"
 
 HWY_BEFORE_NAMESPACE();
-namespace lx::HWY_NAMESPACE {
+namespace lx::point::HWY_NAMESPACE {
+
+using namespace lx::HWY_NAMESPACE;
+
 namespace {
 
 using Tag = hn::ScalableTag<std::uint8_t>;
@@ -113,11 +117,11 @@ void ColourOnGrey(const PixelMap& map) {
 }
 
 }  // namespace
-}  // namespace lx::HWY_NAMESPACE
+}  // namespace lx::point::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE
-namespace lx {
+namespace lx::point {
 
 HWY_EXPORT(PaintGrey);
 HWY_EXPORT(PaintGreyOnGrey);
@@ -126,12 +130,12 @@ HWY_EXPORT(TakeColour);
 HWY_EXPORT(ColourOnColour);
 HWY_EXPORT(ColourOnGrey);
 
-void PaintWhereGrey(const PixelMap& map) { LX_KERNEL(PaintGrey)(map); }
-void PaintGreyWhereGrey(const PixelMap& map) { LX_KERNEL(PaintGreyOnGrey)(map); }
-void PaintColourWhereGrey(const PixelMap& map) { LX_KERNEL(PaintGreyOnColour)(map); }
-void OverlayColour(const PixelMap& map) { LX_KERNEL(TakeColour)(map); }
-void OverlayColourOnColour(const PixelMap& map) { LX_KERNEL(ColourOnColour)(map); }
-void OverlayColourOnGrey(const PixelMap& map) { LX_KERNEL(ColourOnGrey)(map); }
+void PaintWhereGrey(const PixelMap& map) { LX_CALL(map.path, PaintGrey, map); }
+void PaintGreyWhereGrey(const PixelMap& map) { LX_CALL(map.path, PaintGreyOnGrey, map); }
+void PaintColourWhereGrey(const PixelMap& map) { LX_CALL(map.path, PaintGreyOnColour, map); }
+void OverlayColour(const PixelMap& map) { LX_CALL(map.path, TakeColour, map); }
+void OverlayColourOnColour(const PixelMap& map) { LX_CALL(map.path, ColourOnColour, map); }
+void OverlayColourOnGrey(const PixelMap& map) { LX_CALL(map.path, ColourOnGrey, map); }
 
-}  // namespace lx
+}  // namespace lx::point
 #endif

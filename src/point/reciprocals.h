@@ -6,7 +6,7 @@
 
 #include <cstdint>
 
-namespace lx {
+namespace lx::point {
 
 struct ReciprocalTable {
   std::uint8_t low[256];
@@ -25,4 +25,4 @@ constexpr ReciprocalTable MakeReciprocals() {
 
 inline constexpr ReciprocalTable kReciprocals = MakeReciprocals();
 
-}  // namespace lx
+}  // namespace lx::point

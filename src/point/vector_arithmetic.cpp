@@ -10,6 +10,8 @@
 
 namespace {
 
+using namespace lx;
+
 using Operation = ARITH_LOGIC_OPERATIONS;
 
 // Combines elements of type T with a constant in 64 bits, which hold every intermediate result.
@@ -121,7 +123,7 @@ void CombineElements(Operation operation, const LxVector& source, int constant,
   std::transform(from + range.first, from + range.end, to + range.first, combine);
   std::fill(to, to + range.first, T{0});
   std::fill(to + range.end, to + range.count, T{0});
-  lx::Require(!combine.DividesByZero(), LX_ERROR_DIVISION_BY_ZERO);
+  Require(!combine.DividesByZero(), LX_ERROR_DIVISION_BY_ZERO);
 }
 
 using ElementWorker = void (*)(Operation, const LxVector&, int, LxVector&, const ElementRange&);
@@ -141,18 +143,17 @@ ElementWorker WorkerOf(int dataSize) {
 bool HasIntegers(const LxVector& vector) {
   const int size = vector.GetDataSize();
   const int type = vector.GetDataType();
-  return lx::Require(size == LX_DATA_SIZE_8 || size == LX_DATA_SIZE_16 || size == LX_DATA_SIZE_32,
-                     LX_ERROR_UNSUPPORTED_DATA_SIZE) &&
-         lx::Require(type == LX_DATA_UNSIGNED || type == LX_DATA_SIGNED,
-                     LX_ERROR_UNSUPPORTED_DATA_TYPE);
+  return Require(size == LX_DATA_SIZE_8 || size == LX_DATA_SIZE_16 || size == LX_DATA_SIZE_32,
+                 LX_ERROR_UNSUPPORTED_DATA_SIZE) &&
+         Require(type == LX_DATA_UNSIGNED || type == LX_DATA_SIGNED,
+                 LX_ERROR_UNSUPPORTED_DATA_TYPE);
 }
 
 bool CheckGroups(const LxVector& vector, int first, int& last) {
   const int count = vector.GetNbGroup();
   if (last == -1) last = count - 1;
-  const bool good =
-      lx::Require(first >= 0 && first < count && last < count, LX_ERROR_VECTOR_EMPTY) &&
-      lx::Require(first <= last, LX_ERROR_RANGE_END_BEFORE_START);
+  const bool good = Require(first >= 0 && first < count && last < count, LX_ERROR_VECTOR_EMPTY) &&
+                    Require(first <= last, LX_ERROR_RANGE_END_BEFORE_START);
   if (!good) LxTraceError("CheckGroups");
   return good;
 }
@@ -175,15 +176,15 @@ bool Restructure(const LxVector& source, LxVector& destination) {
 
 void PicVect1c2(ARITH_LOGIC_OPERATIONS operation, LxVector* source, int constant,
                 LxVector* destination, int first, int last) {
-  lx::RunOperation("PicVect1c2", [&] {
-    if (!lx::Require(source != nullptr && destination != nullptr, LX_ERROR_VECTOR_NO_DATA)) return;
+  RunOperation("PicVect1c2", [&] {
+    if (!Require(source != nullptr && destination != nullptr, LX_ERROR_VECTOR_NO_DATA)) return;
     if (!HasIntegers(*source) || !CheckGroups(*source, first, last)) return;
     if (!Restructure(*source, *destination)) return;
-    if (!lx::Require(source->GetDataPtr() != nullptr && destination->GetDataPtr() != nullptr,
-                     LX_ERROR_ROI_NOT_ATTACHED)) {
+    if (!Require(source->GetDataPtr() != nullptr && destination->GetDataPtr() != nullptr,
+                 LX_ERROR_ROI_NOT_ATTACHED)) {
       return;
     }
-    if (!lx::Require(Combiner<int>::Offers(operation), LX_ERROR_UNSUPPORTED_OPERATION)) return;
+    if (!Require(Combiner<int>::Offers(operation), LX_ERROR_UNSUPPORTED_OPERATION)) return;
     const auto length = static_cast<std::size_t>(source->GetGroupLength());
     const ElementRange range{static_cast<std::size_t>(first) * length,
                              (static_cast<std::size_t>(last) + 1) * length,
@@ -197,8 +198,8 @@ void PicVect1c2(ARITH_LOGIC_OPERATIONS operation, LxVector* source, int constant
 
 void PicVect1c2(ARITH_LOGIC_OPERATIONS /*operation*/, LxVector* source, double /*constant*/,
                 LxVector* destination) {
-  lx::RunOperation("PicVect1c2", [&] {
-    if (!lx::Require(source != nullptr && destination != nullptr, LX_ERROR_VECTOR_NO_DATA)) return;
+  RunOperation("PicVect1c2", [&] {
+    if (!Require(source != nullptr && destination != nullptr, LX_ERROR_VECTOR_NO_DATA)) return;
     const bool isReal = source->GetDataType() == LX_DATA_FLOAT;
     LxSetError(isReal ? LX_ERROR_UNSUPPORTED_DATA_SIZE : LX_ERROR_UNSUPPORTED_DATA_TYPE);
   });

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: Apache-2.0
+// What the instruction set offers that a kernel is being compiled for, by name: the target changes
+// with every inclusion, and these with it. Targets are numbered from the newest up, so that those
+// of later releases of Highway have what their elders have.
+#pragma once
+
+#include "hwy/detect_targets.h"
+
+#define LX_IS_X86_SINCE(target) (HWY_ARCH_X86 && HWY_TARGET <= (target))
+
+// Vectors of more than one lane; the plain path has others.
+#define LX_HAS_LANES (HWY_TARGET != HWY_SCALAR)
+// Loads and stores of parts of vectors that do not touch the bytes beyond.
+#define LX_HAS_MASKED_ACCESS LX_IS_X86_SINCE(HWY_AVX3)
+// Lanes cut to half or a quarter of their width in one instruction, in order.
+#define LX_HAS_TRUNCATION LX_IS_X86_SINCE(HWY_AVX3)
+// Lanes of 16 and 32 bits from anywhere in a vector of 64 bytes.
+#define LX_HAS_LANE_PERMUTE LX_IS_X86_SINCE(HWY_AVX3)
+// Bytes from anywhere in one or two vectors of 64 bytes.
+#define LX_HAS_BYTE_PERMUTE LX_IS_X86_SINCE(HWY_AVX3_DL)
+// Sums of four products of bytes. The way they are switched on is that of one compiler.
+#define LX_HAS_DOT_PRODUCT (LX_HAS_BYTE_PERMUTE && HWY_COMPILER_GCC_ACTUAL)

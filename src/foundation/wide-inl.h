@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: Apache-2.0
+// Lanes of twice the width: elements widened and joined, rules applied to wide lanes, values cut
+// back. Included once for each instruction set.
+
+#if defined(LXPIC_FOUNDATION_WIDE_INL_H_) == defined(HWY_TARGET_TOGGLE)
+#ifdef LXPIC_FOUNDATION_WIDE_INL_H_
+#undef LXPIC_FOUNDATION_WIDE_INL_H_
+#else
+#define LXPIC_FOUNDATION_WIDE_INL_H_
+#endif
+
+#include "foundation/simd-inl.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace lx::HWY_NAMESPACE {
+
+#if LX_HAS_TRUNCATION
+
+// AVX-512 narrows in one instruction what others pack and put in order.
+HWY_INLINE hn::Vec256<std::uint8_t> Truncate(hn::Vec256<std::uint8_t> /*to*/,
+                                             hn::Vec512<std::uint16_t> v) {
+  return hn::Vec256<std::uint8_t>{_mm512_cvtepi16_epi8(v.raw)};
+}
+
+HWY_INLINE hn::Vec128<std::uint8_t> Truncate(hn::Vec128<std::uint8_t> /*to*/,
+                                             hn::Vec512<std::uint32_t> v) {
+  return hn::Vec128<std::uint8_t>{_mm512_cvtepi32_epi8(v.raw)};
+}
+
+HWY_INLINE hn::Vec256<std::uint16_t> Truncate(hn::Vec256<std::uint16_t> /*to*/,
+                                              hn::Vec512<std::uint32_t> v) {
+  return hn::Vec256<std::uint16_t>{_mm512_cvtepi32_epi16(v.raw)};
+}
+
+#endif
+
+// Lanes cut to a narrower type; every value must fit it.
+template <class D, class V>
+HWY_INLINE hn::Vec<D> Narrow(D d, V v) {
+#if LX_HAS_TRUNCATION
+  return Truncate(hn::Zero(d), v);
+#else
+  const hn::RebindToSigned<hn::DFromV<V>> whole;
+  return hn::DemoteTo(d, hn::BitCast(whole, v));
+#endif
+}
+
+// Wide lanes of a vector: its even and its odd elements, or its only element.
+#if LX_HAS_LANES
+inline constexpr std::size_t kHalves = 2;
+template <class D>
+using WideTag = hn::RepartitionToWide<D>;
+#else
+inline constexpr std::size_t kHalves = 1;
+template <class D>
+using WideTag = hn::Rebind<hwy::MakeWide<hn::TFromD<D>>, D>;
+#endif
+
+template <class D>
+struct Halves {
+  hn::Vec<WideTag<D>> half[kHalves];
+};
+
+template <class D>
+HWY_INLINE hn::Vec<WideTag<D>> EvenHalf(D /*d*/, hn::Vec<D> v) {
+  const WideTag<D> wide;
+#if LX_HAS_LANES
+  return hn::And(hn::BitCast(wide, v), hn::Set(wide, hwy::LimitsMax<hn::TFromD<D>>()));
+#else
+  return hn::PromoteTo(wide, v);
+#endif
+}
+
+#if LX_HAS_LANES
+template <class D>
+HWY_INLINE hn::Vec<WideTag<D>> OddHalf(D /*d*/, hn::Vec<D> v) {
+  return hn::ShiftRight<8 * sizeof(hn::TFromD<D>)>(hn::BitCast(WideTag<D>(), v));
+}
+#endif
+
+template <class D>
+HWY_INLINE Halves<D> Widen(D d, hn::Vec<D> v) {
+#if LX_HAS_LANES
+  return {{EvenHalf(d, v), OddHalf(d, v)}};
+#else
+  return {{EvenHalf(d, v)}};
+#endif
+}
+
+// The elements of halves whose values fit them.
+template <class D>
+HWY_INLINE hn::Vec<D> Join(D d, const Halves<D>& halves) {
+#if LX_HAS_LANES
+  constexpr int kBits = 8 * sizeof(hn::TFromD<D>);
+  return hn::BitCast(d, hn::Or(halves.half[0], hn::ShiftLeft<kBits>(halves.half[1])));
+#else
+  return Narrow(d, halves.half[0]);
+#endif
+}
+
+// Applies rule(wide, lanes...) to the halves, so that products and sums fit. Each result must fit
+// the narrow lane. Even and odd lanes are taken apart where they lie: nothing crosses.
+template <class D, class Rule, class... V>
+HWY_INLINE hn::Vec<D> MapWide(D d, const Rule& rule, V... v) {
+  const WideTag<D> wide;
+#if LX_HAS_LANES
+  return Join(d, {{rule(wide, EvenHalf(d, v)...), rule(wide, OddHalf(d, v)...)}});
+#else
+  return Join(d, {{rule(wide, EvenHalf(d, v)...)}});
+#endif
+}
+
+}  // namespace lx::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#endif  // LXPIC_FOUNDATION_WIDE_INL_H_
