@@ -53,3 +53,5 @@
 #include "lxpic/point/overlay.h"
 #include "lxpic/point/vector_arithmetic.h"
 #include "lxpic/vectors/elements.h"
+#include "lxpic/vectors/histogram_vector.h"
+#include "lxpic/vectors/path_vectors.h"
