@@ -8,6 +8,7 @@
 
 #include "foundation/frame.h"
 #include "histogram/analysis_kernels.h"
+#include "histogram/bins.h"
 #include "histogram/legacy_vectors.h"
 
 namespace {
@@ -110,17 +111,12 @@ float DeviationOf(const Bins& bins) {
 constexpr unsigned kFirstReal = PIC_HIST_AVERAGE_VALUE;
 constexpr std::array<float (*)(const Bins&), 2> kRealFeatures = {&AverageOf, &DeviationOf};
 
-bool HasBins(const LxBWHistogramVector* histogram, unsigned bins) {
-  return lx::Require(histogram != nullptr, LX_ERROR_VECTOR_NO_DATA) &&
-         lx::Require(histogram->GetNumElements() == bins, LX_ERROR_WRONG_VECTOR_SIZE);
-}
-
 // The feature, 0 after an error or when there is no such feature. Returns whether there is.
 bool Analyse(const char* trace, int bins, const LxBWHistogramVector* histogram, unsigned feature,
              int first, int last, float& result) {
   result = 0.0F;
   lx::RunOperation(trace, [&] {
-    if (!HasBins(histogram, static_cast<unsigned>(bins)) ||
+    if (!lx::histogram::HasBins(histogram, static_cast<unsigned>(bins)) ||
         !lx::Require(first >= 0, LX_ERROR_ARGUMENT_3_OUT_OF_RANGE) ||
         !lx::Require(last < bins, LX_ERROR_ARGUMENT_4_OUT_OF_RANGE) ||
         !lx::Require(first <= last, LX_ERROR_INCONSISTENT_ARGUMENTS)) {
@@ -153,7 +149,7 @@ template <class Body>
 void MeasureMoments(const char* trace, const LxBWHistogramVector* histogram, unsigned first,
                     unsigned last, const Body& body) {
   lx::RunOperation(trace, [&] {
-    if (!HasBins(histogram, 256)) return;
+    if (!lx::histogram::HasBins(histogram, 256)) return;
     const Bins range = PartOf(histogram->GetDataPtr(), 256, first, last);
     const Moments moments(range);
     if (lx::Require(moments.count != 0, LX_ERROR_EMPTY_HISTOGRAM)) body(range, moments);

@@ -6,6 +6,7 @@
 
 #include "foundation/frame.h"
 #include "foundation/scratch.h"
+#include "histogram/bins.h"
 #include "histogram/histogram_kernels.h"
 #include "histogram/legacy_vectors.h"
 #include "lxpic/histogram/histogram.h"
@@ -42,8 +43,8 @@ void TabulateWords(const std::uint32_t* counts, std::uint64_t total, std::uint16
 
 void PicSetupEqualize(LxBWHistogramVector* histogram, LxBW8Vector* table) {
   lx::RunOperation("PicSetupEqualize ( LxBWHistogramVector)", [&] {
-    if (!lx::Require(histogram != nullptr && table != nullptr, LX_ERROR_VECTOR_NO_DATA)) return;
-    if (!lx::Require(histogram->GetNumElements() == 256, LX_ERROR_WRONG_VECTOR_SIZE)) return;
+    if (!lx::histogram::HasBins(histogram, 256)) return;
+    if (!lx::Require(table != nullptr, LX_ERROR_VECTOR_NO_DATA)) return;
     lx::ByteTableData entries;
     if (!Tabulate(histogram->GetDataPtr(), 255, entries)) return;
     table->SetMaxElements(256, 1);

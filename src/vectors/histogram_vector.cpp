@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <numeric>
 
 #include "foundation/frame.h"
 #include "foundation/truncate.h"
@@ -52,10 +51,10 @@ float LxBWHistogramVector::Entropy(unsigned first, unsigned last) const {
     float weighted = 0.0F;
     for (unsigned i = first; i <= last; ++i) {
       total += m_pElements[i];
-      weighted = static_cast<float>(weighted + lx::EntropyTerm<float>(m_pElements[i]));
+      weighted = lx::EntropyTerm<float>(m_pElements[i]).AddTo(weighted, 1);
     }
     if (total != 0) {
-      const long double nats = lx::EntropyOf<float>(total, weighted);
+      const auto nats = lx::EntropyOf<float, long double>(total, weighted);
       entropy = static_cast<float>(nats / std::log(2.0L));
     }
   });
