@@ -24,7 +24,6 @@ void Spans::MergeRuns(const LxVectorTemplate<LxRun>& runs, bool absolute,
   Span* const first = runs_->get();
   Span* last = first;
   for (const LxRun& run : runs) {
-    if (run.start == run.end) continue;
     const auto* const begin = origin + (run.start - reinterpret_cast<std::uintptr_t>(ground.base));
     *last++ = {begin, begin + (run.end - run.start)};
   }
