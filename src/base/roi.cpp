@@ -5,6 +5,7 @@
 #include <type_traits>
 
 #include "base/failure.h"
+#include "base/runs.h"
 
 namespace {
 
@@ -17,21 +18,6 @@ constexpr unsigned kPixelSize = kBinary<T> ? 0 : sizeof(T);
 // The byte that bit number `bit` falls into, and its place there, for any sign of `bit`.
 constexpr std::ptrdiff_t ByteOf(std::ptrdiff_t bit) { return bit >> 3; }
 constexpr int BitInByte(std::ptrdiff_t bit) { return static_cast<int>(bit & 7); }
-
-bool SpanFits(int start, int length, std::uint32_t available) {
-  return start >= 0 && length >= 0 && std::int64_t{start} + length <= std::int64_t{available};
-}
-
-// The run of no pixels at (x, y) of a region whose pixel (0, 0) is at `base`, null for offsets.
-template <class T>
-LxRun RunAt(int x, int y, std::ptrdiff_t pitch, const std::uint8_t* base) {
-  LxRun run;
-  run.start = reinterpret_cast<std::uintptr_t>(base) + static_cast<std::uintptr_t>(y * pitch) +
-              static_cast<unsigned>(x) * std::uintptr_t{sizeof(T)};
-  run.end = run.start;
-  run.position = static_cast<std::uint32_t>(y) << 16 | static_cast<std::uint32_t>(x);
-  return run;
-}
 
 }  // namespace
 
@@ -53,8 +39,8 @@ LxROI<T>::~LxROI() = default;
 
 template <class T>
 bool LxROI<T>::Place(int x, int y, int width, int height) {
-  if (m_pParent == nullptr || !SpanFits(x, width, m_pParent->m_un32Width) ||
-      !SpanFits(y, height, m_pParent->m_un32Height)) {
+  if (m_pParent == nullptr || !lx::SpanFits(x, width, m_pParent->m_un32Width) ||
+      !lx::SpanFits(y, height, m_pParent->m_un32Height)) {
     return false;
   }
   m_n32X = x;
@@ -75,8 +61,8 @@ template <class T>
 typename LxROI<T>::Origin LxROI<T>::Locate() const {
   // The parent may have moved or shrunk since the placement was set.
   if (m_pParent == nullptr ||
-      !SpanFits(m_n32X, static_cast<int>(m_un32Width), m_pParent->m_un32Width) ||
-      !SpanFits(m_n32Y, static_cast<int>(m_un32Height), m_pParent->m_un32Height)) {
+      !lx::SpanFits(m_n32X, static_cast<int>(m_un32Width), m_pParent->m_un32Width) ||
+      !lx::SpanFits(m_n32Y, static_cast<int>(m_un32Height), m_pParent->m_un32Height)) {
     return {};
   }
   Origin origin = m_pParent->Locate();
@@ -157,7 +143,7 @@ std::ptrdiff_t LxROI<T>::GetRowSkip() const {
 template <class T>
 T LxROI<T>::GetPixel(int x, int y) const {
   T value{};
-  if (!SpanFits(x, 1, m_un32Width) || !SpanFits(y, 1, m_un32Height)) return value;
+  if (!lx::SpanFits(x, 1, m_un32Width) || !lx::SpanFits(y, 1, m_un32Height)) return value;
   const auto* const pixel = static_cast<const std::uint8_t*>(GetPixelPtr(x, y));
   if (pixel == nullptr) return value;
   if constexpr (kBinary<T>) {
@@ -171,7 +157,7 @@ T LxROI<T>::GetPixel(int x, int y) const {
 
 template <class T>
 void LxROI<T>::SetPixel(T value, int x, int y) {
-  if (!SpanFits(x, 1, m_un32Width) || !SpanFits(y, 1, m_un32Height)) return;
+  if (!lx::SpanFits(x, 1, m_un32Width) || !lx::SpanFits(y, 1, m_un32Height)) return;
   auto* const pixel = static_cast<std::uint8_t*>(GetPixelPtr(x, y));
   if (pixel == nullptr) return;
   if constexpr (kBinary<T>) {
@@ -186,20 +172,12 @@ void LxROI<T>::SetPixel(T value, int x, int y) {
   }
 }
 
-// Whether `run` is a stretch of one row of the region, and says so in all of its three values.
 template <class T>
 bool LxROI<T>::HoldsRun(const LxRun& run, bool absolute) const {
   const Origin origin = Locate();
-  if (kBinary<T> || origin.base == nullptr || run.end < run.start) return false;
-  const std::uintptr_t length = (run.end - run.start) / sizeof(T);
-  const int x = static_cast<std::int16_t>(run.position & 0xFFFF);
-  const int y = static_cast<std::int16_t>(run.position >> 16);
-  if (length > m_un32Width || !SpanFits(x, static_cast<int>(length), m_un32Width) ||
-      !SpanFits(y, 1, m_un32Height)) {
-    return false;
-  }
-  const LxRun empty = RunAt<T>(x, y, origin.pitch, absolute ? origin.base : nullptr);
-  return run.start == empty.start && run.end == empty.start + length * sizeof(T);
+  if (kBinary<T> || origin.base == nullptr) return false;
+  return lx::HoldsRun(
+      {absolute ? origin.base : nullptr, origin.pitch, m_un32Width, m_un32Height, sizeof(T)}, run);
 }
 
 template <class T>
@@ -222,12 +200,14 @@ void LxROI<T>::SetRuns(const LxVectorTemplate<LxRun>& runs, bool absolute) {
 template <class T>
 void LxROI<T>::AddRun(int x, int y, int length) {
   const Origin origin = Locate();
-  if (kBinary<T> || origin.base == nullptr || !SpanFits(x, length, m_un32Width) ||
-      !SpanFits(y, 1, m_un32Height) || x > INT16_MAX || y > INT16_MAX) {
+  if (kBinary<T> || origin.base == nullptr || !lx::SpanFits(x, length, m_un32Width) ||
+      !lx::SpanFits(y, 1, m_un32Height) || x > INT16_MAX || y > INT16_MAX) {
     lx::Fail(LX_ERROR_INCONSISTENT_ARGUMENTS, "LxROI::AddRun");
     return;
   }
-  LxRun run = RunAt<T>(x, y, origin.pitch, m_bRunsAbsolute ? origin.base : nullptr);
+  LxRun run = lx::RunAt(x, y,
+                        {m_bRunsAbsolute ? origin.base : nullptr, origin.pitch, m_un32Width,
+                         m_un32Height, sizeof(T)});
   run.end = run.start + static_cast<unsigned>(length) * std::uintptr_t{sizeof(T)};
   const unsigned count = m_Runs.GetNumElements();
   m_Runs.AddElement(run);

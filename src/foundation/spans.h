@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: Apache-2.0
+// The pixels of a region that a measure visits, as rows.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+
+#include "foundation/pixel_map.h"
+#include "foundation/scratch.h"
+#include "lxpic/base/roi.h"
+
+namespace lx {
+
+// Whether a measure is confined to the runs of a region that has any.
+enum class RunLists {
+  kFollow,
+  kIgnore
+};
+
+// Pixels that follow each other in memory, at any address.
+struct Span {
+  const std::uint8_t* begin;
+  const std::uint8_t* end;
+};
+
+// All pixels of an attached region, as its rows or as one long row where there are no gaps; or the
+// pixels of its runs, each once even where runs overlap, in the order of their addresses.
+class Spans {
+ public:
+  // False, with the error set, when a run does not lie in the region any more, or when there is no
+  // memory. Nothing is allocated when there are no runs.
+  template <class T>
+  Spans(const LxROI<T>* region, RunLists lists) : pixelSize_(sizeof(T)) {
+    if (lists == RunLists::kFollow && region->GetRuns().GetNumElements() != 0) {
+      MergeRuns(region->GetRuns(), region->RunsAreAbsolute(), *region);
+      return;
+    }
+    const PixelMap map = MapOf(region);
+    rows_ = map.destination;
+    width_ = map.width;
+    height_ = map.height;
+  }
+  explicit operator bool() const { return good_; }
+
+  // Calls step(pixels, count) for each row of `count` pixels.
+  template <class Step>
+  void ForEach(const Step& step) const {
+    for (std::size_t y = 0; y < height_; ++y) step(rows_.Row<const std::uint8_t>(y), width_);
+    for (std::size_t i = 0; i < runCount_; ++i) {
+      const Span& span = runs_->get()[i];
+      step(span.begin, static_cast<std::size_t>(span.end - span.begin) / pixelSize_);
+    }
+  }
+
+ private:
+  void MergeRuns(const LxVectorTemplate<LxRun>& runs, bool absolute, const LxGenericROI& region);
+
+  Rows rows_;
+  std::size_t width_ = 0;
+  std::size_t height_ = 0;
+  std::size_t pixelSize_;
+  std::optional<Scratch<Span> > runs_;
+  std::size_t runCount_ = 0;
+  bool good_ = true;
+};
+
+}  // namespace lx
