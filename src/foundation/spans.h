@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <optional>
 
+#include "foundation/path.h"
 #include "foundation/pixel_map.h"
 #include "foundation/scratch.h"
 #include "lxpic/base/roi.h"
@@ -43,6 +44,8 @@ class Spans {
   }
   explicit operator bool() const { return good_; }
 
+  Path GetPath() const { return path_; }
+
   // Calls step(pixels, count) for each row of `count` pixels.
   template <class Step>
   void ForEach(const Step& step) const {
@@ -56,6 +59,7 @@ class Spans {
  private:
   void MergeRuns(const LxVectorTemplate<LxRun>& runs, bool absolute, const LxGenericROI& region);
 
+  Path path_ = CurrentPath();
   Rows rows_;
   std::size_t width_ = 0;
   std::size_t height_ = 0;

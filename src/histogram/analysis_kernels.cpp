@@ -50,15 +50,15 @@ HWY_EXPORT(Largest);
 HWY_EXPORT(Smallest);
 
 std::uint64_t TotalCount(const std::uint32_t* counts, std::size_t bins) {
-  return LX_KERNEL(Total)(counts, bins);
+  return LX_CALL(CurrentPath(), Total, counts, bins);
 }
 
 std::uint32_t LargestCount(const std::uint32_t* counts, std::size_t bins) {
-  return LX_KERNEL(Largest)(counts, bins);
+  return LX_CALL(CurrentPath(), Largest, counts, bins);
 }
 
 std::uint32_t SmallestCount(const std::uint32_t* counts, std::size_t bins) {
-  return LX_KERNEL(Smallest)(counts, bins);
+  return LX_CALL(CurrentPath(), Smallest, counts, bins);
 }
 
 }  // namespace lx::histogram

@@ -16,7 +16,7 @@
 namespace {
 
 // Scales the pixels that are darker than each level.
-bool Tabulate(const std::uint32_t* counts, unsigned scale, lx::ByteTableData& table) {
+bool Tabulate(const std::uint32_t* counts, unsigned scale, lx::point::ByteTableData& table) {
   const auto total = std::accumulate(counts, counts + 256, std::uint64_t{0});
   if (!lx::Require(total != 0, LX_ERROR_EMPTY_HISTOGRAM)) return false;
   std::uint64_t darker = 0;
@@ -45,7 +45,7 @@ void PicSetupEqualize(LxBWHistogramVector* histogram, LxBW8Vector* table) {
   lx::RunOperation("PicSetupEqualize ( LxBWHistogramVector)", [&] {
     if (!lx::histogram::HasBins(histogram, 256)) return;
     if (!lx::Require(table != nullptr, LX_ERROR_VECTOR_NO_DATA)) return;
-    lx::ByteTableData entries;
+    lx::point::ByteTableData entries;
     if (!Tabulate(histogram->GetDataPtr(), 255, entries)) return;
     table->SetMaxElements(256, 1);
     if (LxGetError() != LX_OK) return;
@@ -59,7 +59,7 @@ void PicSetupEqualize(LxVector* histogram, LxVector* table) {
     const auto* const counts = lx::histogram::CountsToRead(histogram, LX_ERROR_EQUALIZE_SETUP);
     if (counts == nullptr) return;
     if (!lx::Require(table != nullptr, LX_ERROR_VECTOR_NO_DATA)) return;
-    lx::ByteTableData entries;
+    lx::point::ByteTableData entries;
     if (!Tabulate(counts, 256, entries)) return;
     // The histogram is not needed any more, should it be the vector to fill.
     auto* const filled = lx::histogram::TableToFill(*table);
@@ -93,6 +93,6 @@ void PicEqualize(LxROI<LxBW16>* source, LxROI<LxBW16>* destination) {
                               counts.get());
     const auto pixels = std::uint64_t{source->GetWidth()} * source->GetHeight();
     TabulateWords(counts.get(), pixels, table.get());
-    lx::LookUpWords(lx::MapOf(destination, source), table.get());
+    lx::point::LookUpWords(lx::MapOf(destination, source), table.get());
   });
 }

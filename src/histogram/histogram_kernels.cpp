@@ -87,14 +87,14 @@ HWY_EXPORT(Bytes);
 HWY_EXPORT(Words);
 HWY_EXPORT(Longs);
 
-void CountBytes(const Spans& spans, std::uint32_t* counts) { LX_KERNEL(Bytes)(spans, counts); }
+void CountBytes(const Spans& spans, std::uint32_t* counts) { LX_CALL(spans.GetPath(), Bytes, spans, counts); }
 
 void CountWords(const Spans& spans, const Binning& binning, std::uint32_t* counts) {
-  LX_KERNEL(Words)(spans, binning, counts);
+  LX_CALL(spans.GetPath(), Words, spans, binning, counts);
 }
 
 void CountLongs(const Spans& spans, const Binning& binning, std::uint32_t* counts) {
-  LX_KERNEL(Longs)(spans, binning, counts);
+  LX_CALL(spans.GetPath(), Longs, spans, binning, counts);
 }
 
 }  // namespace lx::histogram

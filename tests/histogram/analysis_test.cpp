@@ -8,7 +8,7 @@
 #include <random>
 #include <vector>
 
-#include "base/outcome.h"
+#include "support/outcome_text.h"
 #include "support/execution_path.h"
 
 namespace lx::test {

@@ -6,8 +6,8 @@
 #include <numeric>
 #include <vector>
 
-#include "base/outcome.h"
-#include "convolution/filled.h"
+#include "support/outcome_text.h"
+#include "support/filled.h"
 #include "support/allocation_failure.h"
 
 namespace lx::test {

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "base/outcome.h"
+#include "support/outcome_text.h"
 
 namespace lx::test {
 namespace {

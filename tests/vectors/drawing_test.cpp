@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "base/outcome.h"
+#include "support/outcome_text.h"
 #include "lxpic/vectors/histogram_vector.h"
 #include "lxpic/vectors/path_vectors.h"
 

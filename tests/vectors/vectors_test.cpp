@@ -6,7 +6,7 @@
 #include <random>
 #include <sstream>
 
-#include "base/outcome.h"
+#include "support/outcome_text.h"
 #include "lxpic/vectors/histogram_vector.h"
 #include "lxpic/vectors/path_vectors.h"
 #include "support/allocation_failure.h"
