@@ -1,14 +1,15 @@
 #!/bin/sh
 # SPDX-License-Identifier: Apache-2.0
-# Compiles each public header alone, with each compiler and language version that users may have.
-# Usage: compile_headers.sh INCLUDE_DIRECTORY
+# Compiles each public header alone, with each language version that users may have: with the
+# compiler of the build, and with the other one where it is installed, as it must be in CI.
+# Usage: compile_headers.sh INCLUDE_DIRECTORY COMPILER
 set -u
 include=$1
 failed=0
-for compiler in g++ clang++; do
+for compiler in "$2" clang++; do
   if ! command -v "$compiler" >/dev/null; then
     echo "$compiler is not there" >&2
-    failed=1
+    [ "$compiler" = clang++ ] && [ -z "${CI:-}" ] || failed=1
     continue
   fi
   for standard in c++17 c++20; do
