@@ -55,7 +55,8 @@ const Refusal* Operation::FindRefusal(LX_ERRORS code) const {
 const std::vector<Operation>& All() {
   static const std::vector<Operation> operations = [] {
     std::vector<Operation> all;
-    for (const auto family : {ArithmeticOperations, PointOperations, ConvolutionOperations}) {
+    for (const auto family :
+         {ArithmeticOperations, PointOperations, ConvolutionOperations, HistogramOperations}) {
       for (Operation& each : family()) all.push_back(std::move(each));
     }
     return all;

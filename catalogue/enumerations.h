@@ -24,6 +24,10 @@ template <>
 constexpr const char* EnumerationOf<KERNEL_TYPE>() {
   return "KERNEL_TYPE";
 }
+template <>
+constexpr const char* EnumerationOf<PIC_HISTOGRAM_FEATURE>() {
+  return "PIC_HISTOGRAM_FEATURE";
+}
 
 /// Every value of an enumeration, in the order of its declaration; none for an unknown name.
 const std::vector<Named>& NamesOf(std::string_view enumeration);

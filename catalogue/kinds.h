@@ -40,6 +40,7 @@ using WordFunction = unsigned short (*)(unsigned short);
   X(kWordFunction, WordFunction)                     \
   X(kByteVector, LxBW8Vector*)                       \
   X(kWordVector, LxBW16Vector*)                      \
+  X(kHistogramVector, LxBWHistogramVector*)          \
   X(kVector, LxVector*)                              \
   X(kKernel, LxKernel*)                              \
   X(kCoefficients, float*)
@@ -68,7 +69,8 @@ using Argument = std::variant<LxGenericROI*, double, LxC24,
 
 /// The vectors among the kinds: results that are compared, printed and drawn element by element.
 constexpr bool IsVector(Kind kind) {
-  return kind == Kind::kByteVector || kind == Kind::kWordVector || kind == Kind::kVector;
+  return kind == Kind::kByteVector || kind == Kind::kWordVector || kind == Kind::kHistogramVector ||
+         kind == Kind::kVector;
 }
 
 constexpr bool IsNumber(Kind kind) { return kind == Kind::kInteger || kind == Kind::kReal; }

@@ -156,13 +156,14 @@ const std::vector<Group> kGroups = {
       {LX_ERROR_RANGE_END_BEFORE_START},
       {LX_ERROR_DIVISION_BY_ZERO, "the largest value in every element"},
       {LX_ERROR_UNSUPPORTED_OPERATION, "the destination laid out like the source"}},
-     {LX_FORM(PicVect1c2, void(ARITH_LOGIC_OPERATIONS, LxVector*, int, LxVector*, int, int),
-              .trace = "PicVect1c2", .innerTraces = "CheckGroups | LxVector::SetStructure",
-              .parameters =
-                  "operation{2,0-1,3-9,13-15,19-20,22,35} source constant~3:-100000..100000 "
-                  ">destination first=0'from the first group'~0,0,0,1,3,-1:0..9 last=-1'to the last "
-                  "group'~-1,-1,-1,2,-2:0..12",
-              .summary = "Untyped vector with a constant", .withoutKernel = "all")}},
+     {LX_FORM(
+         PicVect1c2, void(ARITH_LOGIC_OPERATIONS, LxVector*, int, LxVector*, int, int),
+         .trace = "PicVect1c2", .innerTraces = "CheckGroups | LxVector::SetStructure",
+         .parameters =
+             "operation{2,0-1,3-9,13-15,19-20,22,35} source constant~3:-100000..100000 "
+             ">destination first=0'from the first group'~0,0,0,1,3,-1:0..9 last=-1'to the last "
+             "group'~-1,-1,-1,2,-2:0..12",
+         .summary = "Untyped vector with a constant", .withoutKernel = "all")}},
     {{{LX_ERROR_VECTOR_NO_DATA},
       {LX_ERROR_UNSUPPORTED_DATA_SIZE},
       {LX_ERROR_UNSUPPORTED_DATA_TYPE}},

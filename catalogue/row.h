@@ -76,6 +76,7 @@ std::vector<Operation> Describe(std::string_view family, const std::vector<Group
 std::vector<Operation> ArithmeticOperations();
 std::vector<Operation> PointOperations();
 std::vector<Operation> ConvolutionOperations();
+std::vector<Operation> HistogramOperations();
 Object KernelObject();
 
 }  // namespace lx::catalogue

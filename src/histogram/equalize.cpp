@@ -69,16 +69,12 @@ void PicSetupEqualize(LxVector* histogram, LxVector* table) {
 
 void PicEqualize(LxROI<LxBW8>* source, LxROI<LxBW8>* destination) {
   lx::RunOperation("PicEqualize", [&] {
+    if (!lx::Usable({source, destination})) return;
+    if (source->GetWidth() == 0 || source->GetHeight() == 0) return;
     LxBWHistogramVector histogram(256);
     LxBW8Vector table;
     if (LxGetError() == LX_OK) PicHistogram(source, &histogram);
-    if (LxGetError() != LX_OK) return;
-    const bool empty = source->GetWidth() == 0 || source->GetHeight() == 0;
-    if (empty) {
-      table.SetNumElements(256);
-    } else {
-      PicSetupEqualize(&histogram, &table);
-    }
+    if (LxGetError() == LX_OK) PicSetupEqualize(&histogram, &table);
     if (LxGetError() == LX_OK) PicLut(source, destination, &table);
   });
 }

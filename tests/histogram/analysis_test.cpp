@@ -4,62 +4,17 @@
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <cmath>
 #include <random>
 #include <vector>
 
-#include "support/outcome_text.h"
+#include "histogram/feature_reference.h"
 #include "support/execution_path.h"
+#include "support/outcome_text.h"
 
 namespace lx::test {
 namespace {
 
 using Counts = std::vector<unsigned>;
-
-// The feature by its definition, one bin after the other.
-float FeatureOf(const Counts& h, unsigned feature, int first, int last) {
-  long long most = 0, mostBin = 0, least = -1, leastBin = 0, lowest = last + 1, highest = first - 1;
-  unsigned long long pixels = 0, sum = 0;
-  float count = 0, s1 = 0, s2 = 0;
-  for (int i = first; i <= last; ++i) {
-    const long long c = h[static_cast<unsigned>(i)];
-    if (c > most) most = c, mostBin = i;
-    if (c != 0 && (least == -1 || c < least)) least = c, leastBin = i;
-    if (c != 0 && lowest > last) lowest = i;
-    if (c != 0) highest = i;
-    pixels += static_cast<unsigned long long>(c);
-    sum += static_cast<unsigned long long>(c * i);
-    const double d = static_cast<double>(c);
-    count = static_cast<float>(count + d);
-    s1 = static_cast<float>(s1 + i * d);
-    s2 = static_cast<float>(s2 + double{1} * i * i * d);
-  }
-  const double mean = static_cast<double>(s1) / count;
-  switch (feature) {
-    case PIC_HIST_MOST_FREQUENT_VALUE:
-      return static_cast<float>(mostBin);
-    case PIC_HIST_MOST_FREQUENT_COUNT:
-      return static_cast<float>(most);
-    case PIC_HIST_LEAST_FREQUENT_VALUE:
-      return static_cast<float>(leastBin);
-    case PIC_HIST_LEAST_FREQUENT_COUNT:
-      return static_cast<float>(least);
-    case PIC_HIST_LOWEST_VALUE:
-      return static_cast<float>(lowest);
-    case PIC_HIST_HIGHEST_VALUE:
-      return static_cast<float>(highest);
-    case PIC_HIST_PIXEL_COUNT:
-      return static_cast<float>(pixels);
-    case PIC_HIST_AVERAGE_VALUE:
-      return pixels == 0
-                 ? 0
-                 : static_cast<float>(static_cast<double>(sum) / static_cast<double>(pixels));
-    default:
-      return pixels == 0 ? 0
-                         : static_cast<float>(
-                               std::sqrt(std::fabs(static_cast<double>(s2) / count - mean * mean)));
-  }
-}
 
 // Mostly empty bins, small counts that meet each other, or counts of all sizes.
 Counts RandomCounts(std::size_t bins, int kind, std::mt19937& random) {
@@ -92,7 +47,7 @@ void ExpectFeatures(Analyser analyse, int bins, int rounds) {
     const int last = round < 3 ? bins - 1 : std::max(a, b);
     for (unsigned feature = 0; feature < 9; ++feature) {
       EXPECT_EQ(analyse(&histogram, static_cast<PIC_HISTOGRAM_FEATURE>(feature), first, last),
-                FeatureOf(counts, feature, first, last))
+                static_cast<float>(FeatureOf(counts, feature, first, last)))
           << feature << " of " << first << ".." << last << " round " << round;
       EXPECT_EQ(TakeOutcome(), "0");
     }
@@ -181,7 +136,8 @@ TEST_F(Legacy, FormsHaveTheirOwnFeatures) {
   for (int feature = -2; feature < 12; ++feature) {
     const bool whole = feature >= 0 && feature <= 6;
     const bool real = feature == 7 || feature == 8;
-    const float expected = FeatureOf(counts, static_cast<unsigned>(feature), 30, 200);
+    const auto expected =
+        static_cast<float>(FeatureOf(counts, static_cast<unsigned>(feature), 30, 200));
     EXPECT_EQ(Whole(feature, 30, 200), whole ? static_cast<int>(expected) : 12345) << feature;
     EXPECT_EQ(Real(feature, 30, 200), real ? expected : 12345) << feature;
     EXPECT_EQ(TakeOutcome(), "0");

@@ -6,9 +6,9 @@
 #include <numeric>
 #include <vector>
 
-#include "support/outcome_text.h"
-#include "support/filled.h"
 #include "support/allocation_failure.h"
+#include "support/filled.h"
+#include "support/outcome_text.h"
 
 namespace lx::test {
 namespace {

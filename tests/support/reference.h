@@ -68,5 +68,7 @@ std::vector<Reference> VectorArithmeticReferences();
 std::vector<Reference> FilterReferences();
 std::vector<Reference> SmoothingReferences();
 std::vector<Reference> KernelReferences();
+std::vector<Reference> HistogramReferences();
+std::vector<Reference> ThresholdReferences();
 
 }  // namespace lx::test

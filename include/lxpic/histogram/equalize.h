@@ -25,15 +25,15 @@ LXPIC_API void PicSetupEqualize(LxVector* histogram, LxVector* table);
 /// @}
 
 /// @name Equalization
-/// Both work in place and accept empty regions.
+/// Both work in place and accept empty regions. LX_ERROR_ROI_NOT_ATTACHED, LX_ERROR_SIZE_MISMATCH,
+/// LX_ERROR_ALLOCATION_FAILED.
 /// @{
 
 /// PicHistogram() of the source, confined to its runs if it has any; PicSetupEqualize(); PicLut()
-/// on all pixels. The first error ends it, with the trace of the step that it came from. Trace
-/// "PicEqualize".
+/// on all pixels. What these refuse keeps their trace: a run that does not lie in the source any
+/// more, LX_ERROR_EMPTY_HISTOGRAM when there are only runs of no pixels. Trace "PicEqualize".
 LXPIC_API void PicEqualize(LxROI<LxBW8>* source, LxROI<LxBW8>* destination);
 /// `65535 * (pixels up to the level) / pixels`, truncated: the brightest level becomes 65535.
-/// LX_ERROR_ROI_NOT_ATTACHED, LX_ERROR_SIZE_MISMATCH, LX_ERROR_ALLOCATION_FAILED. Trace
-/// "PicEqualize (BW16)".
+/// All pixels count, whatever the runs of the source. Trace "PicEqualize (BW16)".
 LXPIC_API void PicEqualize(LxROI<LxBW16>* source, LxROI<LxBW16>* destination);
 /// @}

@@ -44,6 +44,21 @@ constexpr VectorType TypedVector(Kind kind) {
           }};
 }
 
+VectorObject MakeHistogram(const Elements& content) {
+  auto made = std::make_shared<LxBWHistogramVector>(0);
+  made->SetNumElements(static_cast<unsigned>(content.values.size()));
+  std::transform(content.values.begin(), content.values.end(), made->begin(),
+                 [](double count) { return static_cast<unsigned>(count); });
+  return {made, made.get()};
+}
+
+Elements ReadHistogram(const Argument& vector) {
+  const auto& read = *std::get<LxBWHistogramVector*>(vector);
+  Elements content;
+  content.values.assign(read.begin(), read.end());
+  return content;
+}
+
 // The element types of untyped vectors.
 template <class Visit>
 void VisitElementType(int dataSize, int dataType, const Visit& visit) {
@@ -91,9 +106,10 @@ Elements ReadUntyped(const Argument& vector) {
   return content;
 }
 
-constexpr std::array kTypes = {TypedVector<LxBW8Vector>(Kind::kByteVector),
-                               TypedVector<LxBW16Vector>(Kind::kWordVector),
-                               VectorType{Kind::kVector, 4294967295.0, MakeUntyped, ReadUntyped}};
+constexpr std::array kTypes = {
+    TypedVector<LxBW8Vector>(Kind::kByteVector), TypedVector<LxBW16Vector>(Kind::kWordVector),
+    VectorType{Kind::kHistogramVector, 4294967295.0, MakeHistogram, ReadHistogram},
+    VectorType{Kind::kVector, 4294967295.0, MakeUntyped, ReadUntyped}};
 
 const VectorType& TypeOf(Kind kind) {
   const auto* const found = std::find_if(kTypes.begin(), kTypes.end(),
