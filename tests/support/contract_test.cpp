@@ -208,6 +208,16 @@ void ExpectFailuresAreReported(Trial& trial, const Reference& reference,
   EXPECT_EQ(trial.Difference(), "");
 }
 
+// Gives the sources run lists.
+void PlaceRuns(Trial& trial, Size size, Random& random) {
+  for (const std::size_t index : trial.Described().SourceIndices()) {
+    Picture picture(trial.Described().parameters[index].pixel, size.width, size.height);
+    Fill(picture, Content::kNoise, 0, 0, random);
+    picture.runs = DrawRuns(picture, random);
+    trial.Place(index, picture, {Pitch::kOdd, 0});
+  }
+}
+
 // Every allocation fails once, over arguments of every kind. A call that succeeds after all has its
 // whole result. Each name that an inner step may trace is seen.
 TEST(Contract, FailingAllocations) {
@@ -224,7 +234,9 @@ TEST(Contract, FailingAllocations) {
     for (int turn = 0; turn < 4 || (turn < 3000 && missing()); ++turn) {
       Arguments call = turn == 0 ? Arguments(operation) : Arguments(operation, random);
       call.SetChoice(choice);
-      Trial trial(operation, std::move(call), {67, 9});
+      constexpr Size kSize = {67, 9};
+      Trial trial(operation, std::move(call), kSize);
+      if (operation.followsRuns && turn % 2 != 0) PlaceRuns(trial, kSize, random);
       ExpectFailuresAreReported(trial, *reference, traces);
       if (testing::Test::HasFailure()) return;
     }
