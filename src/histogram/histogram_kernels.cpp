@@ -87,7 +87,9 @@ HWY_EXPORT(Bytes);
 HWY_EXPORT(Words);
 HWY_EXPORT(Longs);
 
-void CountBytes(const Spans& spans, std::uint32_t* counts) { LX_CALL(spans.GetPath(), Bytes, spans, counts); }
+void CountBytes(const Spans& spans, std::uint32_t* counts) {
+  LX_CALL(spans.GetPath(), Bytes, spans, counts);
+}
 
 void CountWords(const Spans& spans, const Binning& binning, std::uint32_t* counts) {
   LX_CALL(spans.GetPath(), Words, spans, binning, counts);
