@@ -10,9 +10,11 @@ namespace lx::convolution {
 
 inline Border PlainBorder(Filter filter) {
   static constexpr Border kBorders[] = {
-#define LX_BORDER_OF(name, border) Border::border,
-      LX_FILTERS(LX_BORDER_OF)
-#undef LX_BORDER_OF
+#define LX_OF_OPERATION(function, rule, border, trace) Border::border,
+#define LX_OF_STEP(rule, border) Border::border,
+      LX_FILTERS(LX_OF_OPERATION, LX_OF_STEP)
+#undef LX_OF_OPERATION
+#undef LX_OF_STEP
   };
   return kBorders[static_cast<std::size_t>(filter)];
 }

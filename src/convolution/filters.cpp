@@ -29,37 +29,22 @@ void RunRoberts(const char* trace, LxROI<T>* source, LxROI<T>* destination) {
 }  // namespace
 
 // The three overloads of a filter.
-#define LX_DEFINE_FILTER(name, greyTrace)                                         \
-  void PicConvol##name(LxROI<LxBW8>* source, LxROI<LxBW8>* destination) {         \
-    RunFilter(greyTrace " (BW8)", Filter::k##name, source, destination);          \
-  }                                                                               \
-  void PicConvol##name(LxROI<LxBW16>* source, LxROI<LxBW16>* destination) {       \
-    RunFilter(greyTrace " (BW16)", Filter::k##name, source, destination);         \
-  }                                                                               \
-  void PicConvol##name(LxROI<LxC24>* source, LxROI<LxC24>* destination) {         \
-    RunFilter("PicConvol" #name " ( C24)", Filter::k##name, source, destination); \
+#define LX_DEFINE_FILTER(function, rule, border, trace)                   \
+  void function(LxROI<LxBW8>* source, LxROI<LxBW8>* destination) {        \
+    RunFilter(trace " (BW8)", Filter::k##rule, source, destination);      \
+  }                                                                       \
+  void function(LxROI<LxBW16>* source, LxROI<LxBW16>* destination) {      \
+    RunFilter(trace " (BW16)", Filter::k##rule, source, destination);     \
+  }                                                                       \
+  void function(LxROI<LxC24>* source, LxROI<LxC24>* destination) {        \
+    RunFilter(#function " ( C24)", Filter::k##rule, source, destination); \
   }
+#define LX_NO_FUNCTION(rule, border)
 
-LX_DEFINE_FILTER(SobelX, "PicConvolSobelX")
-LX_DEFINE_FILTER(SobelY, "PicConvolSobelY")
-LX_DEFINE_FILTER(Sobel, "PicConvolSobel")
-LX_DEFINE_FILTER(PrewittX, "PicConvolPrewittX")
-LX_DEFINE_FILTER(PrewittY, "PicConvolPrewittY")
-LX_DEFINE_FILTER(Prewitt, "PicConvolPrewitt")
-LX_DEFINE_FILTER(Laplacian4, "PicConvolLaplacian4")
-LX_DEFINE_FILTER(Laplacian8, "PicConvolLaplacian8")
-LX_DEFINE_FILTER(LaplacianX, "PicConvolLaplacianX")
-LX_DEFINE_FILTER(LaplacianY, "PicConvolLaplacianY")
-LX_DEFINE_FILTER(Highpass1, "PicConvolHighpass1")
-LX_DEFINE_FILTER(Highpass2, "PicConvolHighpass2")
-LX_DEFINE_FILTER(Lowpass1, "PicConvolLowpass1")
-LX_DEFINE_FILTER(Lowpass2, "PicConvolLowpass2")
-LX_DEFINE_FILTER(Lowpass3, "PicConvolLowpass3")
-LX_DEFINE_FILTER(GradientX, "PicConvolGradientX")
-LX_DEFINE_FILTER(GradientY, "ConvolGradientY")
-LX_DEFINE_FILTER(Gradient, "PicConvolGradient")
+LX_FILTERS(LX_DEFINE_FILTER, LX_NO_FUNCTION)
 
 #undef LX_DEFINE_FILTER
+#undef LX_NO_FUNCTION
 
 void PicConvolRoberts(LxROI<LxBW8>* source, LxROI<LxBW8>* destination) {
   RunRoberts("PicConvolRoberts", source, destination);

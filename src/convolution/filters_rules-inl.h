@@ -195,7 +195,7 @@ struct LaplacianY {
   }
 };
 
-struct Highpass1 {
+struct Sharpen4 {
   static constexpr std::size_t kPlanes = 2;
 
   template <class D, class V>
@@ -209,7 +209,7 @@ struct Highpass1 {
   }
 };
 
-struct Highpass2 {
+struct Sharpen8 {
   static constexpr std::size_t kPlanes = 2;
 
   template <class D, class V>
@@ -224,7 +224,7 @@ struct Highpass2 {
 };
 
 // 14/128 stands for a ninth.
-struct Lowpass1 {
+struct Uniform {
   static constexpr std::size_t kPlanes = 1;
 
   template <class D, class V>
@@ -237,7 +237,7 @@ struct Lowpass1 {
   }
 };
 
-struct Lowpass2 {
+struct MeanOfEight {
   static constexpr std::size_t kPlanes = 2;
 
   template <class D, class V>
@@ -252,7 +252,7 @@ struct Lowpass2 {
   }
 };
 
-struct Lowpass3 {
+struct Gaussian {
   static constexpr std::size_t kPlanes = 1;
 
   template <class D, class V>

@@ -94,7 +94,7 @@ void RunUniform(const char* trace, LxROI<T>* source, LxROI<T>* destination, unsi
     } else if (halfX == 0 && halfY == 1) {
       Step({Filter::kUniformY, Traces::kUniformY, path}, source, to);
     } else if (halfX == 1 && halfY == 1) {
-      Step({Filter::kLowpass1, Traces::kUniform, path}, source, to);
+      Step({Filter::kUniform, Traces::kUniform, path}, source, to);
     } else if (sizeof(T) == 3 || UsableApart(source, destination)) {
       if (!IsEmpty(source)) Box(source, to, halfX, halfY);
     }
@@ -153,7 +153,7 @@ void RunGaussian(const char* trace, LxROI<T>* source, LxROI<T>* destination, uns
     using Traces = StepTraces<T>;
     const Path path = CurrentPath();
     const unsigned both = std::min(halfX, halfY);
-    if (!Smooth({Filter::kLowpass3, Traces::kGaussian, path}, source, to, both)) return;
+    if (!Smooth({Filter::kGaussian, Traces::kGaussian, path}, source, to, both)) return;
     LxROI<T>* const from = both > 0 ? to : source;
     const Pass inRows = {Filter::kGaussianX, Traces::kGaussianX, path};
     const Pass inColumns = {Filter::kGaussianY, Traces::kGaussianY, path};
@@ -191,11 +191,11 @@ void RunInPlace(const char* trace, Filter filter, LxROI<LxBW8>* source, LxROI<Lx
 }  // namespace
 
 void PicConvolUniform3x3(LxROI<LxBW8>* source, LxROI<LxBW8>* destination) {
-  RunInPlace("PicConvolUniform3x3 (BW8)", Filter::kLowpass1, source, destination);
+  RunInPlace("PicConvolUniform3x3 (BW8)", Filter::kUniform, source, destination);
 }
 
 void PicConvolGaussian3x3(LxROI<LxBW8>* source, LxROI<LxBW8>* destination) {
-  RunInPlace("PicConvolGaussian3x3 (BW8)", Filter::kLowpass3, source, destination);
+  RunInPlace("PicConvolGaussian3x3 (BW8)", Filter::kGaussian, source, destination);
 }
 
 void PicConvolUniform5x5(LxROI<LxBW8>* source, LxROI<LxBW8>* destination) {

@@ -62,65 +62,73 @@ void MapTwo(const PixelMap& map, const Rule& rule) {
   }
 }
 
-// Calls step(x, phase, access) for each vector of a row, where `phase` counts 0, 1, 2, 0, ...:
-// vector `phase` of three that repeat a pattern of three elements continues it at x.
-template <class D, class Step>
-HWY_INLINE void ForEachPhase(D d, std::size_t width, const Step& step) {
-  const std::size_t n = hn::Lanes(d);
-  std::size_t x = 0;
-  for (; x + 3 * n <= width; x += 3 * n) {
-    step(x, 0, WholeVector{});
-    step(x + n, 1, WholeVector{});
-    step(x + 2 * n, 2, WholeVector{});
-  }
-  for (int phase = 0; x < width; ++phase, x += n) {
-    if (x + n <= width) {
-      step(x, phase, WholeVector{});
-    } else {
-      step(x, phase, PartVector{width - x});
-    }
-  }
-}
-
 // Three vectors that repeat a pattern of three elements.
 template <class D>
 struct Pattern {
-  hn::Vec<D> phases[3];
+  HWY_ALIGN hn::TFromD<D> lanes[3 * hn::MaxLanes(D())];
 
   HWY_INLINE Pattern(D d, const std::array<std::uint16_t, 3>& elements) {
-    HWY_ALIGN hn::TFromD<D> lanes[3 * hn::MaxLanes(d)];
-    for (std::size_t i = 0; i < 3 * hn::MaxLanes(d); ++i) {
+    for (std::size_t i = 0; i < 3 * hn::Lanes(d); ++i) {
       lanes[i] = static_cast<hn::TFromD<D>>(elements[i % 3]);
     }
-    for (std::size_t p = 0; p < 3; ++p) phases[p] = hn::Load(d, lanes + p * hn::Lanes(d));
   }
 };
 
-// destination = rule(source, constant)
+// Calls step(x, phase, access) for each vector of a row, where `phase` says at which of its
+// elements a pattern goes on.
+template <class D, class Step>
+HWY_INLINE void ForEachPhase(D d, std::size_t width, const Step& step) {
+  const std::size_t n = hn::Lanes(d);
+  std::size_t phase = 0;
+  ForEachVector(d, width, [&](std::size_t x, auto access) HWY_ATTR {
+    step(x, phase, access);
+    phase = phase == 2 * n ? 0 : phase + n;
+  });
+}
+
+// destination = rule(source, constant). Grey images have the constant in a register.
 template <typename T, class Rule>
 void MapConstant(const PixelMap& map, const Rule& rule) {
   const hn::ScalableTag<T> d;
   const Pattern pattern(d, map.constants);
+  const auto same = hn::Load(d, pattern.lanes);
+  const bool grey = map.constants[0] == map.constants[1] && map.constants[1] == map.constants[2];
   for (std::size_t y = 0; y < map.height; ++y) {
     const T* const a = map.sources[0].Row<const T>(y);
     T* const to = map.destination.Row<T>(y);
-    ForEachPhase(d, map.width, [&](std::size_t x, int phase, auto access) HWY_ATTR {
-      access.Store(d,
-                   ApplyTwo(d, rule, access.Load(d, a + x), pattern.phases[phase], access, to + x),
-                   to + x);
-    });
+    const auto apply = [&](std::size_t x, hn::Vec<decltype(d)> constant, auto access) HWY_ATTR {
+      access.Store(d, ApplyTwo(d, rule, access.Load(d, a + x), constant, access, to + x), to + x);
+    };
+    if (sizeof(T) > 1 || grey) {
+      ForEachVector(d, map.width,
+                    [&](std::size_t x, auto access) HWY_ATTR { apply(x, same, access); });
+    } else {
+      ForEachPhase(d, map.width, [&](std::size_t x, std::size_t phase, auto access) HWY_ATTR {
+        apply(x, hn::Load(d, pattern.lanes + phase), access);
+      });
+    }
   }
 }
 
-// destination = constant
+// destination = constant. The pattern stays in registers: nothing but the stores takes time.
 template <typename T>
 void MapFill(const PixelMap& map) {
   const hn::ScalableTag<T> d;
+  const std::size_t n = hn::Lanes(d);
   const Pattern pattern(d, map.constants);
+  const auto first = hn::Load(d, pattern.lanes);
+  const auto second = hn::Load(d, pattern.lanes + n);
+  const auto third = hn::Load(d, pattern.lanes + 2 * n);
   for (std::size_t y = 0; y < map.height; ++y) {
     T* const to = map.destination.Row<T>(y);
-    ForEachPhase(d, map.width, [&](std::size_t x, int phase, auto access) HWY_ATTR {
-      access.Store(d, pattern.phases[phase], to + x);
+    std::size_t x = 0;
+    for (; x + 3 * n <= map.width; x += 3 * n) {
+      hn::StoreU(first, d, to + x);
+      hn::StoreU(second, d, to + x + n);
+      hn::StoreU(third, d, to + x + 2 * n);
+    }
+    ForEachPhase(d, map.width - x, [&](std::size_t i, std::size_t phase, auto access) HWY_ATTR {
+      access.Store(d, hn::Load(d, pattern.lanes + phase), to + x + i);
     });
   }
 }

@@ -3,10 +3,13 @@
 
 #include <cstdint>
 #include <initializer_list>
+#include <iterator>
+#include <numeric>
 
 #include "foundation/frame.h"
 #include "lxpic/point/overlay.h"
 #include "point/arithmetic_kernels.h"
+#include "point/arithmetic_overlay_kernels.h"
 #include "point/convert_kernels.h"
 #include "point/copy_rows.h"
 #include "point/lut_kernels.h"
@@ -59,20 +62,31 @@ void RunForm(const char* trace, const Refused& refused, Operation operation,
   });
 }
 
-using ConstantKernel = bool (*)(Operation, const PixelMap&);
+// False when there is no kernel.
+bool Run(MapKernel kernel, const PixelMap& map) {
+  if (kernel == nullptr) return false;
+  kernel(map);
+  return true;
+}
+
+bool CombineBytes(Operation operation, Operands operands, const PixelMap& map) {
+  return Run(ByteKernel(operands, operation, map.path), map);
+}
+
+bool CombineWords(Operation operation, Operands operands, const PixelMap& map) {
+  return Run(WordKernel(operands, operation, map.path), map);
+}
 
 // The entries operation(level, constant) for all levels, from the same kernel that maps images.
-void TabulateConstant(ConstantKernel kernel, Operation operation, Path path, std::uint16_t constant,
-                      ByteTableData& table) {
+void Tabulate(Operation operation, Operands operands, PixelMap map, std::uint16_t constant,
+              ByteTableData& table) {
   ByteTableData levels;
-  for (int i = 0; i < 256; ++i) levels[i] = static_cast<std::uint8_t>(i);
-  PixelMap map;
-  map.destination = {table, 256};
-  map.sources[0] = {levels, 256};
-  map.width = 256;
+  std::iota(std::begin(levels), std::end(levels), std::uint8_t{0});
+  map.destination = {table, 0};
+  map.sources[0] = {levels, 0};
+  map.width = std::size(levels);
   map.height = 1;
-  map.path = path;
-  kernel(operation, WithConstant(map, constant));
+  CombineBytes(operation, operands, WithConstant(map, constant));
 }
 
 bool IsDivision(Operation operation) {
@@ -80,23 +94,23 @@ bool IsDivision(Operation operation) {
          operation == ARITH_LOGIC_SCALED_DIVIDE;
 }
 
-// Divisions by constants are cheaper through a table.
-bool CombineGrey(ConstantKernel kernel, Operation operation, const PixelMap& map) {
-  if (!IsDivision(operation)) return kernel(operation, map);
+// Grey pixels with a constant. Divisions by constants are cheaper through a table.
+bool CombineGrey(Operation operation, Operands operands, const PixelMap& map) {
+  if (!IsDivision(operation)) return CombineBytes(operation, operands, map);
   ByteTableData table;
-  TabulateConstant(kernel, operation, map.path, map.constants[0], table);
+  Tabulate(operation, operands, map, map.constants[0], table);
   LookUpBytes(map, table);
   return true;
 }
 
-bool CombineColour(ConstantKernel kernel, Operation operation, PixelMap map) {
+bool CombineColour(Operation operation, Operands operands, PixelMap map) {
   if (!IsDivision(operation)) {
     map.width *= 3;
-    return kernel(operation, map);
+    return CombineBytes(operation, operands, map);
   }
   ByteTableData tables[3];
   for (std::size_t c = 0; c < 3; ++c) {
-    TabulateConstant(kernel, operation, map.path, map.constants[c], tables[c]);
+    Tabulate(operation, operands, map, map.constants[c], tables[c]);
   }
   LookUpComponents(map, tables);
   return true;
@@ -123,12 +137,14 @@ bool Overlay(void (*kernel)(const PixelMap&), const PixelMap& map) {
   return true;
 }
 
-bool CopyOrInvert(Operation operation, const PixelMap& map, std::size_t elementBytes) {
+bool CopyOrInvert(Operation operation, PixelMap map, std::size_t pixelBytes) {
   if (operation == ARITH_LOGIC_COPY) {
-    CopyRows(map, elementBytes);
-    return true;
+    CopyRows(map, pixelBytes);
+  } else {
+    map.width *= pixelBytes;
+    InvertBytes(map);
   }
-  return elementBytes == 1 ? InvertElements8(map) : InvertElements16(map);
+  return true;
 }
 
 }  // namespace
@@ -151,24 +167,26 @@ void PicOper(Operation operation, LxROI<LxBW8>* source, LxROI<LxBW8>* destinatio
 void PicOper(Operation operation, LxBW8 constant, LxROI<LxBW8>* source, LxROI<LxBW8>* destination) {
   RunForm("PicOper ( BW8 Const, Image to Image)", kConstantFirst, operation, {source, destination},
           [&] {
-            return CombineGrey(&CombineConstantWith8, operation,
+            return CombineGrey(operation, Operands::kConstantWithImage,
                                WithConstant(MapOf(destination, source), constant));
           });
 }
 
 void PicOper(Operation operation, LxROI<LxBW8>* source, LxBW8 constant, LxROI<LxBW8>* destination) {
-  RunForm(
-      "PicOper ( BW8 Image, Const to Image)", kConstantLast, operation, {source, destination}, [&] {
-        const auto map = WithConstant(MapOf(destination, source), constant);
-        return CombineGrey(&CombineWithConstant8, operation, WithLastConstant(operation, map, 8));
-      });
+  RunForm("PicOper ( BW8 Image, Const to Image)", kConstantLast, operation, {source, destination},
+          [&] {
+            const auto map = WithConstant(MapOf(destination, source), constant);
+            return CombineGrey(operation, Operands::kImageWithConstant,
+                               WithLastConstant(operation, map, 8));
+          });
 }
 
 void PicOper(Operation operation, LxROI<LxBW8>* source1, LxROI<LxBW8>* source2,
              LxROI<LxBW8>* destination) {
   RunForm("PicOper ( BW8 Image, Image to Image)", Refused::Only({7, 8, 34}), operation,
-          {source1, source2, destination},
-          [&] { return CombineImages8(operation, MapOf(destination, source1, source2)); });
+          {source1, source2, destination}, [&] {
+            return CombineBytes(operation, Operands::kImages, MapOf(destination, source1, source2));
+          });
 }
 
 // Colour
@@ -193,27 +211,28 @@ void PicOper(Operation operation, LxROI<LxC24>* source, LxROI<LxC24>* destinatio
 void PicOper(Operation operation, LxC24 constant, LxROI<LxC24>* source, LxROI<LxC24>* destination) {
   RunForm("PicOper ( C24 Const, Image to Image)", kConstantFirst, operation, {source, destination},
           [&] {
-            return CombineColour(&CombineConstantWith8, operation,
+            return CombineColour(operation, Operands::kConstantWithImage,
                                  WithConstant(MapOf(destination, source), constant));
           });
 }
 
 void PicOper(Operation operation, LxROI<LxC24>* source, LxC24 constant, LxROI<LxC24>* destination) {
-  RunForm(
-      "PicOper ( C24 Image, Const to Image)", kConstantLast, operation, {source, destination}, [&] {
-        const auto map = WithConstant(MapOf(destination, source), constant);
-        return CombineColour(&CombineWithConstant8, operation, WithLastConstant(operation, map, 8));
-      });
+  RunForm("PicOper ( C24 Image, Const to Image)", kConstantLast, operation, {source, destination},
+          [&] {
+            const auto map = WithConstant(MapOf(destination, source), constant);
+            return CombineColour(operation, Operands::kImageWithConstant,
+                                 WithLastConstant(operation, map, 8));
+          });
 }
 
 void PicOper(Operation operation, LxROI<LxC24>* source1, LxROI<LxC24>* source2,
              LxROI<LxC24>* destination) {
   RunForm("PicOper ( C24 Image, Image to Image)", kShifts, operation,
           {source1, source2, destination}, [&] {
-            if (operation == ARITH_LOGIC_OVERLAY) {
-              return Overlay(&OverlayColourOnColour, MapOf(destination, source1, source2));
-            }
-            return CombineImages8(operation, ComponentMapOf(destination, source1, source2));
+            const auto pixels = MapOf(destination, source1, source2);
+            if (operation == ARITH_LOGIC_OVERLAY) return Overlay(&OverlayColourOnColour, pixels);
+            return CombineBytes(operation, Operands::kImages,
+                                ComponentMapOf(destination, source1, source2));
           });
 }
 
@@ -233,9 +252,9 @@ void PicOper(Operation operation, LxROI<LxBW8>* source1, LxROI<LxC24>* source2,
              LxROI<LxC24>* destination) {
   RunForm("PicOper ( BW8 Image, C24 Image to C24 Image)", kShifts, operation,
           {source1, source2, destination}, [&] {
-            const auto map = MapOf(destination, source1, source2);
-            if (operation == ARITH_LOGIC_OVERLAY) return Overlay(&OverlayColourOnGrey, map);
-            return CombineGreyWithColour(operation, map);
+            const auto pixels = MapOf(destination, source1, source2);
+            if (operation == ARITH_LOGIC_OVERLAY) return Overlay(&OverlayColourOnGrey, pixels);
+            return CombineBytes(operation, Operands::kGreyWithColour, pixels);
           });
 }
 
@@ -250,9 +269,10 @@ void PicOper(Operation operation, LxROI<LxC24>* source1, LxROI<LxBW8>* source2,
              LxROI<LxC24>* destination) {
   RunForm("PicOper ( C24 Image, BW8 Image to C24 Image)", kShifts, operation,
           {source1, source2, destination}, [&] {
-            const auto map = MapOf(destination, source1, source2);
-            if (operation == ARITH_LOGIC_OVERLAY) return Overlay(&PaintColourWhereGrey, map);
-            return CombineColourWithGrey(operation, map);
+            const auto pixels = MapOf(destination, source1, source2);
+            if (operation == ARITH_LOGIC_OVERLAY) return Overlay(&PaintColourWhereGrey, pixels);
+            return CombineBytes(operation, Operands::kColourWithGrey,
+                                MapOf(destination, source2, source1));
           });
 }
 
@@ -261,15 +281,18 @@ void PicOper(Operation operation, LxROI<LxC24>* source1, LxROI<LxBW8>* source2,
 void PicOper(Operation operation, LxROI<LxBW8>* source1, LxROI<LxBW8>* source2,
              LxROI<LxBW16>* destination) {
   RunForm("PicOper ( BW8 Image and BW8 Image to BW16 Image)", Refused::AllBut({2, 3, 4, 5}),
-          operation, {source1, source2, destination},
-          [&] { return WidenBytes(operation, MapOf(destination, source1, source2)); });
+          operation, {source1, source2, destination}, [&] {
+            return CombineWords(operation, Operands::kBytes, MapOf(destination, source1, source2));
+          });
 }
 
 void PicOper(Operation operation, LxROI<LxBW16>* source1, LxROI<LxBW8>* source2,
              LxROI<LxBW16>* destination) {
   RunForm("PicOper ( BW16 Image and BW8 Image to BW16 IMage)",
-          Refused::AllBut({2, 3, 4, 5, 29, 30}), operation, {source1, source2, destination},
-          [&] { return CombineWordsWithBytes(operation, MapOf(destination, source1, source2)); });
+          Refused::AllBut({2, 3, 4, 5, 29, 30}), operation, {source1, source2, destination}, [&] {
+            return CombineWords(operation, Operands::kWordsWithBytes,
+                                MapOf(destination, source1, source2));
+          });
 }
 
 void PicOper(Operation operation, LxBW16 constant, LxROI<LxBW16>* destination) {
@@ -289,8 +312,8 @@ void PicOper(Operation operation, LxBW16 constant, LxROI<LxBW16>* source,
              LxROI<LxBW16>* destination) {
   RunForm("PicOper ( BW16 Const, Image to Image)", kConstantFirst, operation, {source, destination},
           [&] {
-            return CombineConstantWith16(operation,
-                                         WithConstant(MapOf(destination, source), constant));
+            return CombineWords(operation, Operands::kConstantWithImage,
+                                WithConstant(MapOf(destination, source), constant));
           });
 }
 
@@ -299,13 +322,15 @@ void PicOper(Operation operation, LxROI<LxBW16>* source, LxBW16 constant,
   RunForm("PicOper ( BW16 Image, Const to Image)", kConstantLast, operation, {source, destination},
           [&] {
             const auto map = WithConstant(MapOf(destination, source), constant);
-            return CombineWithConstant16(operation, WithLastConstant(operation, map, 16));
+            return CombineWords(operation, Operands::kImageWithConstant,
+                                WithLastConstant(operation, map, 16));
           });
 }
 
 void PicOper(Operation operation, LxROI<LxBW16>* source1, LxROI<LxBW16>* source2,
              LxROI<LxBW16>* destination) {
   RunForm("PicOper ( BW16 Image, Image to Image)", kShifts, operation,
-          {source1, source2, destination},
-          [&] { return CombineImages16(operation, MapOf(destination, source1, source2)); });
+          {source1, source2, destination}, [&] {
+            return CombineWords(operation, Operands::kImages, MapOf(destination, source1, source2));
+          });
 }

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The kernels behind PicOper(). Each returns false, without touching a pixel, when it has no case
-// for the operation.
+// The kernels behind PicOper().
 #pragma once
 
 #include "foundation/pixel_map.h"
@@ -8,36 +7,26 @@
 
 namespace lx::point {
 
-// destination = operation(source), copies excepted, on elements of 8 or 16 bits.
-bool InvertElements8(const PixelMap& map);
-bool InvertElements16(const PixelMap& map);
+using MapKernel = void (*)(const PixelMap&);
 
-// destination = operation(source 1, source 2).
-bool CombineImages8(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map);
-bool CombineImages16(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map);
+// What a kernel combines: source 1 with source 2, or with the constants of the map.
+enum class Operands {
+  kImages,
+  kImageWithConstant,
+  kConstantWithImage,
+  kGreyWithColour,  // bytes; source 1 is the grey one, and the map counts pixels
+  kColourWithGrey,  // the same sources as operands in the other order
+  kBytes,           // to words
+  kWordsWithBytes,
+};
 
-// destination = operation(source, constants).
-bool CombineWithConstant8(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map);
-bool CombineWithConstant16(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map);
+// The kernel of an operation on destinations of 8 or 16 bits; null when there is none. Shifts take
+// powers of two for their counts: 2^count, or 2^(bits - 1 - count) to the right, and 0 when
+// everything is shifted out.
+MapKernel ByteKernel(Operands operands, ARITH_LOGIC_OPERATIONS operation, Path path);
+MapKernel WordKernel(Operands operands, ARITH_LOGIC_OPERATIONS operation, Path path);
 
-// destination = operation(constants, source).
-bool CombineConstantWith8(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map);
-bool CombineConstantWith16(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map);
-
-// Colour destinations with one grey source: the map counts pixels.
-bool CombineGreyWithColour(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map);
-bool CombineColourWithGrey(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map);
-
-// 16-bit destinations with 8-bit sources.
-bool WidenBytes(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map);
-bool CombineWordsWithBytes(ARITH_LOGIC_OPERATIONS operation, const PixelMap& map);
-
-// Overlays; the constants hold the overlay colour and the map counts pixels.
-void PaintWhereGrey(const PixelMap& map);         // grey -> colour, destination kept elsewhere
-void PaintGreyWhereGrey(const PixelMap& map);     // grey, grey mask -> colour
-void PaintColourWhereGrey(const PixelMap& map);   // colour, grey mask -> colour
-void OverlayColour(const PixelMap& map);          // colour -> colour, destination kept where black
-void OverlayColourOnColour(const PixelMap& map);  // source 2, where black source 1
-void OverlayColourOnGrey(const PixelMap& map);    // source 2, where black grey source 1
+// destination = the complement of source: bytes, of elements of any size.
+void InvertBytes(const PixelMap& map);
 
 }  // namespace lx::point

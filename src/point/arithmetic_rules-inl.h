@@ -9,6 +9,8 @@
 #define LXPIC_POINT_ARITHMETIC_RULES_INL_H_
 #endif
 
+#include <type_traits>
+
 #include "foundation/byte_table-inl.h"
 #include "foundation/wide-inl.h"
 #include "point/reciprocals.h"
@@ -384,6 +386,11 @@ class Swapped {
   template <class D, class V>
   HWY_INLINE V operator()(D d, V a, V b) const {
     return rule_(d, b, a);
+  }
+  template <class D, class V>
+  requires std::is_invocable_v<const Rule&, D, V, V, V> HWY_INLINE V operator()(D d, V a, V b,
+                                                                                V old) const {
+    return rule_(d, b, a, old);
   }
 
  private:

@@ -3,19 +3,12 @@
 #pragma once
 
 #include "foundation/pixel_map.h"
+#include "point/packing.h"
 
 namespace lx::point {
 
-// The packed colour types.
-enum class Packing {
-  kC15,
-  kC16
-};
-
 void PackColour(Packing packing, const PixelMap& map);
 void PackGrey(Packing packing, const PixelMap& map);
-// Packs the pixels that differ from the map's constants; the destination keeps the others.
-void PackExceptKey(Packing packing, const PixelMap& map);
 void UnpackToColour(Packing packing, const PixelMap& map);
 void UnpackToGrey(Packing packing, const PixelMap& map);
 

@@ -6,7 +6,7 @@
 
 #include "base/thread_block.h"
 #include "foundation/frame.h"
-#include "point/convert_kernels.h"
+#include "point/overlay_kernels.h"
 
 namespace {
 
