@@ -138,7 +138,7 @@ void DrawValues(std::vector<double>& values, double minimum, double maximum, Ran
       value = 0;
     }
   }
-  if (style == 4 && !values.empty()) values[random.Below(values.size())] = std::abs(one);
+  if (style == 4 && !values.empty()) values[random.Below(values.size())] = one;
 }
 
 constexpr std::array kSizes = {LX_DATA_SIZE_8, LX_DATA_SIZE_16, LX_DATA_SIZE_32};
