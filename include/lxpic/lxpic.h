@@ -4,29 +4,24 @@
 ///
 /// What holds for every operation, unless its own description says otherwise:
 ///
-/// - **Regions.** An operation reads and writes the pixels of the regions it is given, nothing
-/// else.
+/// - **Regions.** An operation reads and writes the pixels of the regions it is given, nothing else.
 ///   Regions may have any size, start at any address and lie at any pitch. An empty region is
 ///   valid: there is nothing to do. A null region, or one that is not attached to an image, sets
 ///   LX_ERROR_ROI_NOT_ATTACHED (1400); regions whose sizes differ set LX_ERROR_SIZE_MISMATCH
 ///   (1403).
 /// - **In place.** Two regions over the same pixels (same address, pitch and size) are the same
-/// region,
-///   whichever objects describe them. Regions that overlap in part leave unspecified pixels in the
-///   destination; nothing outside it is written.
+///   region, whichever objects describe them. Regions that overlap in part leave unspecified pixels
+///   in the destination; nothing outside it is written.
 /// - **Errors.** An operation resets the error state and the trace of its thread, checks its
-/// arguments in
-///   order, and stops at the first that fails, with nothing written. No exception leaves it.
-///   LxGetError() tells how it went; after a failure the trace ends with the operation's trace
-///   string.
+///   arguments in order, and stops at the first that fails, with nothing written. No exception
+///   leaves it. LxGetError() tells how it went; after a failure the trace ends with the operation's
+///   trace string.
 /// - **Arithmetic.** Results are defined to the bit and are the same on every processor, with the
-/// fast
-///   path on (LxSetMMX()) and off. Integers saturate where it is said and truncate where it is
+///   fast path on (LxSetMMX()) and off. Integers saturate where it is said and truncate where it is
 ///   said; conversion from floating point truncates toward zero, clamps what does not fit, and
 ///   takes NaN as 0.
 /// - **Threads.** Calls on different images may run at the same time. Error state, trace and
-/// overlay
-///   colour are per thread. The library starts no threads and takes no locks.
+///   overlay colour are per thread. The library starts no threads and takes no locks.
 #pragma once
 
 #include "lxpic/base/dimensional_value.h"

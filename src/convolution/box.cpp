@@ -3,10 +3,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 
 #include "convolution/box_kernels.h"
 #include "foundation/scratch.h"
+#include "foundation/wide_box_sums.h"
 
 namespace lx::convolution {
 
@@ -50,64 +50,12 @@ bool RunKernel(const Window& window, std::size_t elementBytes, std::size_t laneB
   return true;
 }
 
-// Windows whose sums leave 32 bits: sums over columns in 64 bits, which run along the row. `result`
-// makes a pixel of the sum and the sum of squares.
+// destination = result(sum, sum of squares), for windows whose sums leave 32 bits.
 template <typename T, class Result>
 bool RunWide(const Window& window, const Result& result) {
-  const std::size_t n = window.width * window.components;
-  const std::size_t halfX = window.halfX;
-  const Scratch<std::uint64_t> scratch(2 * n);
-  // The rows that go were perhaps written over, so that the source is copied.
-  const Scratch<T> image(n * window.height);
-  if (!scratch || !image) return false;
-  std::uint64_t* const sums = scratch.get();
-  std::uint64_t* const squares = sums + n;
-  std::fill(sums, sums + 2 * n, 0);
-  const auto source = [&](std::ptrdiff_t y) {
-    const auto last = static_cast<std::ptrdiff_t>(window.height) - 1;
-    return image.get() + static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(y, 0, last)) * n;
-  };
-  const auto change = [&](std::ptrdiff_t y, std::uint64_t sign) {
-    const T* const row = source(y);
-    for (std::size_t i = 0; i < n; ++i) {
-      const std::uint64_t v = row[i];
-      sums[i] += sign * v;
-      squares[i] += sign * v * v;
-    }
-  };
-  for (std::size_t y = 0; y < window.height; ++y) {
-    std::memcpy(image.get() + y * n, window.source.Row<std::uint8_t>(y), n * sizeof(T));
-  }
-  const auto halfY = static_cast<std::ptrdiff_t>(window.halfY);
-  for (std::ptrdiff_t y = -halfY; y <= halfY; ++y) change(y, 1);
-  for (std::size_t y = 0; y < window.height; ++y) {
-    T* const to = window.destination.Row<T>(y);
-    for (std::size_t c = 0; c < window.components; ++c) {
-      const auto column = [&](std::ptrdiff_t x) {
-        const auto last = static_cast<std::ptrdiff_t>(window.width) - 1;
-        return static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(x, 0, last)) *
-                   window.components +
-               c;
-      };
-      const auto reach = static_cast<std::ptrdiff_t>(halfX);
-      std::uint64_t sum = 0;
-      std::uint64_t square = 0;
-      for (std::ptrdiff_t x = -reach; x <= reach; ++x) {
-        sum += sums[column(x)];
-        square += squares[column(x)];
-      }
-      for (std::size_t x = 0; x < window.width; ++x) {
-        const auto at = static_cast<std::ptrdiff_t>(x);
-        const T pixel = result(sum, square);
-        std::memcpy(reinterpret_cast<std::uint8_t*>(to) + (x * window.components + c) * sizeof(T),
-                    &pixel, sizeof(T));
-        sum += sums[column(at + reach + 1)] - sums[column(at - reach)];
-        square += squares[column(at + reach + 1)] - squares[column(at - reach)];
-      }
-    }
-    change(static_cast<std::ptrdiff_t>(y) - halfY, ~std::uint64_t{0});
-    change(static_cast<std::ptrdiff_t>(y) + halfY + 1, 1);
-  }
+  WideBoxSums<T> sums(window, window.halfX, window.halfY);
+  if (!sums) return false;
+  sums.Map(result);
   return true;
 }
 

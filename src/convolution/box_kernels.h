@@ -9,8 +9,7 @@
 namespace lx::convolution {
 
 // The working memory of a window: the source rows that the window spans, each as sums over its
-// columns
-// (`Lane`), and the sums over the window of the current row.
+// columns (`Lane`), and the sums over the window of the current row.
 struct BoxMemory {
   std::size_t slots;       // rows in the ring
   std::size_t rowStride;   // elements of one component's row of sums

@@ -6,7 +6,6 @@
 // images; every other path replicates the edge.
 #pragma once
 
-// clang-format off
 #define LX_FILTERS(OPERATION, STEP)                                             \
   OPERATION(PicConvolSobelX, SobelX, kZero, "PicConvolSobelX")                  \
   OPERATION(PicConvolSobelY, SobelY, kZero, "PicConvolSobelY")                  \
@@ -31,7 +30,6 @@
   STEP(UniformY, kReplicate)                                                    \
   STEP(GaussianX, kReplicate)                                                   \
   STEP(GaussianY, kReplicate)
-// clang-format on
 
 namespace lx::convolution {
 

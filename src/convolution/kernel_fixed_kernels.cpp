@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "convolution/kernel_memory.h"
 #include "convolution/kernel_worker.h"
 #include "foundation/scratch.h"
 
@@ -11,22 +12,6 @@
 
 // Highway asks for this order.
 #include "foundation/component_rows-inl.h"
-
-#ifndef LXPIC_CONVOLUTION_FIXED_MEMORY_
-#define LXPIC_CONVOLUTION_FIXED_MEMORY_
-
-namespace lx::convolution {
-
-// A ring of padded rows, each of all components, and rows of components on their way out.
-struct FixedMemory {
-  std::size_t stride;  // elements from component to component
-  void* rows;
-  void* output;
-};
-
-}  // namespace lx::convolution
-
-#endif
 
 HWY_BEFORE_NAMESPACE();
 namespace lx::convolution::HWY_NAMESPACE {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
 
+#include "convolution/kernel_memory.h"
 #include "convolution/kernel_worker.h"
 #include "foundation/scratch.h"
 
@@ -10,27 +11,6 @@
 
 // Highway asks for this order.
 #include "foundation/component_rows-inl.h"
-
-#ifndef LXPIC_CONVOLUTION_REAL_MEMORY_
-#define LXPIC_CONVOLUTION_REAL_MEMORY_
-
-namespace lx::convolution {
-
-// A ring of rows in single precision with their surroundings, a row of nothing but outside, a row
-// of components on their way in, and one of components on their way out.
-struct RealMemory {
-  std::size_t slots;
-  std::size_t stride;  // elements from component to component
-  float* rows;
-  float* outside;
-  void* input;
-  void* output;
-  const float** taps;  // the rows of one result, kernel row by kernel row
-};
-
-}  // namespace lx::convolution
-
-#endif
 
 HWY_BEFORE_NAMESPACE();
 namespace lx::convolution::HWY_NAMESPACE {

@@ -75,9 +75,8 @@ LXPIC_API void PicConvolGaussian(LxROI<LxC24>* source, LxROI<LxC24>* destination
 /// @}
 
 /// @name Local deviation
-/// Population standard deviation of the window of PicConvolUniform(), truncated: `sqrt(N * sum of
-/// squares
-/// - square of sum) / N` in single precision. Cannot run in place: LX_ERROR_DESTINATION_IS_SOURCE.
+/// Population standard deviation of the window of PicConvolUniform(), truncated:
+/// `sqrt(N * sum of squares - square of sum) / N` in single precision. Cannot run in place: LX_ERROR_DESTINATION_IS_SOURCE.
 /// @{
 
 /// Trace "PicLocalDeviation".
