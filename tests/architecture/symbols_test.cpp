@@ -87,7 +87,8 @@ TEST(Architecture, NothingPrivateIsExported) {
                                                       "TLS init function for ",
                                                       "TLS wrapper function for ",
                                                       "VTT for "};
-  constexpr std::array<std::string_view, 5> kPublic = {"Lx", "Pic", "Tint", "MoveToEx(", "LineTo("};
+  constexpr std::array<std::string_view, 6> kPublic = {
+      "Lx", "Pic", "Tint", "MoveToEx(", "LineTo(", "operator<<(std::ostream&, Lx"};
   const auto symbols = ExportedSymbols();
   EXPECT_FALSE(symbols.empty());
   for (const std::string& symbol : symbols) {
