@@ -8,7 +8,9 @@ namespace lx::bench {
 
 const Family& FamilyOf(const Operation& operation) {
   static const std::map<std::string, const Family*> families = {
-      {"point", &kPointFamily}, {"convolution", &kConvolutionFamily}};
+      {"point", &kPointFamily},
+      {"convolution", &kConvolutionFamily},
+      {"histogram", &kHistogramFamily}};
   return *families.at(operation.family);
 }
 

@@ -26,5 +26,6 @@ const Family& FamilyOf(const Operation& operation);
 
 extern const Family kPointFamily;
 extern const Family kConvolutionFamily;
+extern const Family kHistogramFamily;
 
 }  // namespace lx::bench

@@ -52,10 +52,18 @@ struct Row {
   }
 };
 
-// Runs on one path of the library.
+// Runs on one path of the library. Numbers that a call reads and changes start each time anew.
 Job MakeJob(Subject& subject, int fast) {
-  return [&subject, fast] {
+  std::vector<std::pair<std::size_t, catalogue::Argument>> updated;
+  for (std::size_t i = 0; i < subject.call.values.size(); ++i) {
+    const catalogue::Parameter& parameter = subject.operation->parameters[i];
+    if (parameter.role == catalogue::Role::kUpdated && catalogue::IsNumber(parameter.kind)) {
+      updated.emplace_back(i, subject.call.values[i]);
+    }
+  }
+  return [&subject, fast, updated] {
     LxSetMMX(fast);
+    for (const auto& [index, value] : updated) subject.call.values[index] = value;
     subject.operation->call(subject.call.values);
   };
 }

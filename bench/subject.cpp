@@ -65,7 +65,8 @@ std::pair<Image, Image> Subject::MakeCopyPair() const {
 std::string Subject::WhyNot() {
   if (images.empty() && operation->ResultIndices().empty()) return "computes nothing";
   LxOk();  // some leave the error state alone
-  operation->call(call.values);
+  auto values = call.values;
+  operation->call(values);
   return LxGetError() == LX_OK ? "" : "refuses with " + catalogue::ErrorName(LxGetError());
 }
 

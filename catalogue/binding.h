@@ -165,18 +165,29 @@ struct Bound<kFunction> {
 };
 
 // A member's first parameter is its object.
+template <auto kMember, class Result, class Class, class... Parameters>
+void InvokeMember(Arguments& arguments) {
+  const auto member = [](Class* object, Parameters&... values) -> Result {
+    return (object->*kMember)(values...);
+  };
+  Invoke<Result, Class*, Parameters...>(member, arguments,
+                                        std::index_sequence_for<Class*, Parameters...>{});
+}
+
 template <class Result, class Class, class... Parameters, Result (Class::*kMember)(Parameters...)>
+struct Bound<kMember> {
+  static constexpr Binding kBinding = {&MakeParameters<Result, Class*, Parameters...>,
+                                       []() { return ParameterList(typeid(void(Parameters...))); },
+                                       &InvokeMember<kMember, Result, Class, Parameters...>};
+};
+
+template <class Result, class Class, class... Parameters,
+          Result (Class::*kMember)(Parameters...) const>
 struct Bound<kMember> {
   static constexpr Binding kBinding = {
       &MakeParameters<Result, Class*, Parameters...>,
-      []() { return ParameterList(typeid(void(Parameters...))); },
-      [](Arguments& arguments) {
-        const auto member = [](Class* object, Parameters&... values) -> Result {
-          return (object->*kMember)(values...);
-        };
-        Invoke<Result, Class*, Parameters...>(member, arguments,
-                                              std::index_sequence_for<Class*, Parameters...>{});
-      }};
+      []() { return ParameterList(typeid(void(Parameters...))) + " const"; },
+      &InvokeMember<kMember, Result, Class, Parameters...>};
 };
 
 }  // namespace lx::catalogue

@@ -65,7 +65,11 @@ const std::vector<Operation>& All() {
 }
 
 const std::vector<Object>& Objects() {
-  static const std::vector<Object> objects = {KernelObject()};
+  static const std::vector<Object> objects = [] {
+    std::vector<Object> all = {KernelObject()};
+    for (Object& each : VectorObjects()) all.push_back(std::move(each));
+    return all;
+  }();
   return objects;
 }
 

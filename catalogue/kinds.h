@@ -41,6 +41,11 @@ using WordFunction = unsigned short (*)(unsigned short);
   X(kByteVector, LxBW8Vector*)                       \
   X(kWordVector, LxBW16Vector*)                      \
   X(kHistogramVector, LxBWHistogramVector*)          \
+  X(kPathVector, LxPathVector*)                      \
+  X(kBytePathVector, LxBW8PathVector*)               \
+  X(kWordPathVector, LxBW16PathVector*)              \
+  X(kColourPathVector, LxC24PathVector*)             \
+  X(kDrawTarget, HDC)                                \
   X(kVector, LxVector*)                              \
   X(kKernel, LxKernel*)                              \
   X(kCoefficients, float*)

@@ -78,5 +78,6 @@ std::vector<Operation> PointOperations();
 std::vector<Operation> ConvolutionOperations();
 std::vector<Operation> HistogramOperations();
 Object KernelObject();
+std::vector<Object> VectorObjects();
 
 }  // namespace lx::catalogue

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "support/outcome_text.h"
 #include "lxpic/vectors/histogram_vector.h"
 #include "lxpic/vectors/path_vectors.h"
+#include "support/outcome_text.h"
 
 namespace {
 

@@ -6,10 +6,10 @@
 #include <random>
 #include <sstream>
 
-#include "support/outcome_text.h"
 #include "lxpic/vectors/histogram_vector.h"
 #include "lxpic/vectors/path_vectors.h"
 #include "support/allocation_failure.h"
+#include "support/outcome_text.h"
 
 namespace {
 
