@@ -2,7 +2,6 @@
 // Every overload of the catalogue can be called by words, and is told by the help.
 #include <algorithm>
 
-#include "tools/lxpic/chain/chain.h"
 #include "tools/lxpic/chain/execute.h"
 #include "tools/lxpic/command/listing.h"
 #include "tools/tool_fixture.h"
@@ -40,7 +39,6 @@ std::string WordFor(const Parameter& parameter) {
 // The words that the definition of the overload asks for, all of them.
 std::vector<std::string> WordsFor(const Operation& operation) {
   std::vector<std::string> words;
-  const std::size_t destination = operation.DestinationIndex();
   if (DestinationPixelOf(operation) != Pixel::kNone) {
     words.emplace_back(catalogue::PixelName(DestinationPixelOf(operation)));
   }
@@ -48,10 +46,9 @@ std::vector<std::string> WordsFor(const Operation& operation) {
   for (std::size_t i = 0; i < operation.parameters.size(); ++i) {
     const Parameter& parameter = operation.parameters[i];
     const bool isRegion = parameter.kind == Kind::kRegion;
-    if (i == destination || (parameter.written && !isRegion)) continue;
-    const bool isSource = isRegion && !parameter.written;
-    words.push_back(isSource && isFirstSource ? "_" : WordFor(parameter));
-    if (isSource) isFirstSource = false;
+    if (parameter.written) continue;
+    words.push_back(isRegion && isFirstSource ? "_" : WordFor(parameter));
+    if (isRegion) isFirstSource = false;
   }
   return words;
 }
@@ -71,12 +68,9 @@ TEST(CatalogueReach, EveryOverloadIsChosenByItsWordsAndRuns) {
   const LxC24 overlayColour = PicGetOverlayColor();
   for (const Operation& operation : catalogue::All()) {
     SCOPED_TRACE(operation.signature);
-    StepContext context;
     const auto sources = operation.SourceIndices();
     const Pixel pixel = sources.empty() ? Pixel::kBW8 : operation.parameters[sources.front()].pixel;
-    context.current = NamedImage(NameOf(pixel));
-    context.findImage = NamedImage;
-    context.startsStep = StartsStep;
+    const StepContext context = ContextOf(NamedImage(NameOf(pixel)), NamedImage);
     const auto words = WordsFor(operation);
     try {
       const Call call = ChooseOverload(operation.name, words, context);

@@ -2,7 +2,6 @@
 // Which overload a step means, and what is said when it means none.
 #include "tools/lxpic/chain/overloads.h"
 
-#include "tools/lxpic/chain/chain.h"
 #include "tools/tool_fixture.h"
 
 namespace lx::tool {
@@ -12,15 +11,14 @@ class Overloads : public ToolTest {
  protected:
   // The signature that is chosen for a step on an image of type `current`.
   static std::string Chosen(Pixel current, const std::vector<std::string>& words) {
-    StepContext context;
-    if (current != Pixel::kNone) context.current = ImageValue(current, 2, 2);
-    context.findImage = [](const std::string& word) {
-      for (const Pixel pixel : {Pixel::kBW8, Pixel::kBW16, Pixel::kC24, Pixel::kC16}) {
-        if (word.substr(1) == catalogue::PixelName(pixel)) return ImageValue(pixel, 2, 2);
-      }
-      throw Failure(kFileFailed, word + ": no such file");
-    };
-    context.startsStep = StartsStep;
+    const StepContext context = ContextOf(
+        current == Pixel::kNone ? ImageValue() : ImageValue(current, 2, 2),
+        [](const std::string& word) {
+          for (const Pixel pixel : {Pixel::kBW8, Pixel::kBW16, Pixel::kC24, Pixel::kC16}) {
+            if (word.substr(1) == catalogue::PixelName(pixel)) return ImageValue(pixel, 2, 2);
+          }
+          throw Failure(kFileFailed, word + ": no such file");
+        });
     try {
       const Call call = ChooseOverload(words[0], std::span(words).subspan(1), context);
       return call.operation->signature.substr(call.operation->signature.find('('));

@@ -85,6 +85,11 @@ double Median(std::vector<double> values) {
   return *middle;
 }
 
+// What a call left in place of `value`: the vector, or the number or colour that is there now.
+Value ResultOf(const Value& value, const Argument& argument) {
+  return value.owner ? value : NumberValue(argument);
+}
+
 }  // namespace
 
 Outcome Execute(const Call& call, const ImageValue& current, int repeat) {
@@ -101,16 +106,19 @@ Outcome Execute(const Call& call, const ImageValue& current, int repeat) {
 
   Outcome outcome;
   outcome.milliseconds = Median(times);
-  for (std::size_t i = 0; i < destinations.size(); ++i) {
-    if (i == 0) {
-      outcome.image = destinations[i].image;
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    if (!IsResult(*call.operation, i)) continue;
+    const auto region = std::find_if(destinations.begin(), destinations.end(),
+                                     [=](const Destination& each) { return each.index == i; });
+    const std::string& name = call.operation->parameters[i].name;
+    if (region != destinations.end()) {
+      outcome.results.push_back({name, region->image});
     } else {
-      outcome.stored.emplace_back(call.resultNames[i - 1], destinations[i].image);
+      outcome.results.push_back({name, ResultOf(call.values[i], arguments[i])});
     }
   }
-  for (std::size_t i = 0; i < call.values.size(); ++i) {
-    if (!call.values[i].result) continue;
-    outcome.results.push_back(call.operation->parameters[i].name + ": " + call.values[i].result());
+  if (DestinationPixelOf(*call.operation) != Pixel::kNone) {
+    outcome.image = destinations.front().image;
   }
   return outcome;
 }

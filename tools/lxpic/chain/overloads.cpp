@@ -10,17 +10,32 @@ namespace lx::tool {
 
 namespace {
 
+using catalogue::Kind;
 using catalogue::Operation;
 using catalogue::Parameter;
 using Words = std::span<const std::string>;
 
-std::optional<Pixel> ReadPixel(const std::string& word) {
+using Overloads = std::vector<const Operation*>;
+
+bool IsPixelName(const std::string& word) {
   for (auto number = static_cast<int>(Pixel::kBW8); number <= static_cast<int>(Pixel::kBinary);
        ++number) {
-    const auto pixel = static_cast<Pixel>(number);
-    if (catalogue::PixelName(pixel) == word) return pixel;
+    if (catalogue::PixelName(static_cast<Pixel>(number)) == word) return true;
   }
-  return std::nullopt;
+  return false;
+}
+
+bool HasLabel(const Operation& operation, const std::string& label) {
+  const auto labels = LabelsOf(operation);
+  return std::find(labels.begin(), labels.end(), label) != labels.end();
+}
+
+// Types are labels everywhere; the name of a result only where it tells overloads apart.
+bool IsLabel(const std::string& word, const Overloads& overloads) {
+  if (IsPixelName(word)) return true;
+  const auto count = std::count_if(overloads.begin(), overloads.end(),
+                                   [&](const Operation* each) { return HasLabel(*each, word); });
+  return count > 0 && static_cast<std::size_t>(count) < overloads.size();
 }
 
 struct ReadModifiers {
@@ -28,17 +43,17 @@ struct ReadModifiers {
   std::size_t wordCount;
 };
 
-ReadModifiers TakeModifiers(Words words, const StepContext& context) {
+ReadModifiers TakeModifiers(Words words, const Overloads& overloads, const StepContext& context) {
   Modifiers modifiers;
   std::size_t i = 0;
   for (; i < words.size(); ++i) {
-    if (const auto pixel = ReadPixel(words[i])) {
-      modifiers.pixel = pixel;
+    if (IsLabel(words[i], overloads)) {
+      modifiers.labels.push_back(words[i]);
     } else if (const auto size = ReadSize(words[i])) {
       modifiers.size = size;
     } else if (words[i] == kOntoWord && i + 1 < words.size()) {
       modifiers.onto = context.findImage(words[++i]);
-      modifiers.pixel = modifiers.onto.PixelType();
+      modifiers.labels.push_back(modifiers.onto.TypeName());
     } else {
       break;
     }
@@ -81,7 +96,7 @@ std::vector<std::string> SourceTypes(const std::vector<const Operation*>& overlo
 
 Failure WhyNoneFits(const std::vector<const Operation*>& overloads, const Reasons& reasons,
                     const StepContext& context) {
-  if (!reasons.Best()) return {kWrongUsage, "no form of it gives this type"};
+  if (!reasons.Best()) return {kWrongUsage, "it has no such form"};
   const auto types = SourceTypes(overloads);
   const bool typeFits =
       !context.current || types.empty() ||
@@ -97,6 +112,14 @@ void Prefer(std::vector<Call>& calls, Predicate wanted) {
   if (std::any_of(calls.begin(), calls.end(), wanted)) {
     std::erase_if(calls, [&](const Call& each) { return !wanted(each); });
   }
+}
+
+std::size_t ResultCount(const Operation& operation) {
+  std::size_t count = 0;
+  for (std::size_t i = 0; i < operation.parameters.size(); ++i) {
+    count += IsResult(operation, i) ? 1 : 0;
+  }
+  return count;
 }
 
 Call Best(std::vector<Call> calls, const StepContext& context) {
@@ -116,7 +139,16 @@ Call Best(std::vector<Call> calls, const StepContext& context) {
                                    calls.front().operation->name + " " + types.front() + "'");
   }
   Prefer(calls, [](const Call& each) { return each.imageFirst; });
-  return calls.front();
+  return *std::min_element(calls.begin(), calls.end(), [](const Call& one, const Call& other) {
+    return ResultCount(*one.operation) < ResultCount(*other.operation);
+  });
+}
+
+// The pixel type of a constant, or of the elements of a vector that is written.
+Pixel PixelOf(const Parameter& parameter) {
+  if (!parameter.written) return parameter.pixel;
+  if (parameter.kind == Kind::kByteVector) return Pixel::kBW8;
+  return parameter.kind == Kind::kWordVector ? Pixel::kBW16 : parameter.pixel;
 }
 
 }  // namespace
@@ -127,6 +159,25 @@ Pixel DestinationPixelOf(const Operation& operation) {
 }
 
 Pixel Call::DestinationPixel() const { return DestinationPixelOf(*operation); }
+
+bool IsResult(const Operation& operation, std::size_t index) {
+  return operation.parameters[index].written && index != operation.DestinationIndex();
+}
+
+std::vector<std::string> LabelsOf(const Operation& operation) {
+  std::vector<std::string> labels;
+  const Pixel written = DestinationPixelOf(operation);
+  if (written != Pixel::kNone) labels.emplace_back(catalogue::PixelName(written));
+  for (std::size_t i = 0; i < operation.parameters.size(); ++i) {
+    const Parameter& parameter = operation.parameters[i];
+    if (IsResult(operation, i)) labels.push_back(parameter.name);
+    const Pixel pixel = parameter.kind == Kind::kRegion ? Pixel::kNone : PixelOf(parameter);
+    if (written == Pixel::kNone && pixel != Pixel::kNone) {
+      labels.emplace_back(catalogue::PixelName(pixel));
+    }
+  }
+  return labels;
+}
 
 bool MustBeGiven(const Operation& operation, std::size_t index) {
   const auto& parameters = operation.parameters;
@@ -157,11 +208,10 @@ std::vector<const Operation*> OverloadsOf(const std::string& name) {
 }
 
 Call ChooseOverload(const std::string& name, Words words, const StepContext& context) {
-  const auto [modifiers, skipped] = TakeModifiers(words, context);
   auto overloads = OverloadsOf(name);
-  if (const auto pixel = modifiers.pixel) {
-    std::erase_if(overloads,
-                  [&](const Operation* each) { return DestinationPixelOf(*each) != *pixel; });
+  const auto [modifiers, skipped] = TakeModifiers(words, overloads, context);
+  for (const std::string& label : modifiers.labels) {
+    std::erase_if(overloads, [&](const Operation* each) { return !HasLabel(*each, label); });
   }
   std::vector<Call> calls;
   Reasons reasons;

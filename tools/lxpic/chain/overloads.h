@@ -25,14 +25,16 @@ struct StepContext {
   ImageValue current;  ///< none when the chain started without a file
   /// The image that a word names: a file, or "@NAME". Throws Failure.
   std::function<ImageValue(const std::string&)> findImage;
+  /// The value that "@NAME" names. Throws Failure.
+  std::function<Value(const std::string&)> findValue;
   /// Whether a word is the name of an operation or of another step.
   std::function<bool(const std::string&)> startsStep;
 };
 
-/// What stands between the name of an operation and its operands, in any order: the pixel type of
-/// the destination, its size, `onto` and the image that it starts as.
+/// What stands between the name of an operation and its operands, in any order: labels of the form
+/// that is meant, the size of the destination, `onto` and the image that it starts as.
 struct Modifiers {
-  std::optional<Pixel> pixel;
+  std::vector<std::string> labels;
   std::optional<Size> size;
   ImageValue onto;
 };
@@ -45,8 +47,6 @@ struct Call {
   std::vector<Value> values;
   /// Size of the first image that the operation reads, or of the current one.
   std::optional<Size> size;
-  /// The names under which written regions after the first are stored.
-  std::vector<std::string> resultNames;
   std::size_t wordCount = 0;
   bool readsCurrent = false;
   bool imageFirst = false;
@@ -57,6 +57,13 @@ struct Call {
 
 /// Pixel type of the operation's first written region; kNone when there is none.
 Pixel DestinationPixelOf(const catalogue::Operation& operation);
+
+/// Whether the parameter holds a result of the operation, its first written region apart.
+bool IsResult(const catalogue::Operation& operation, std::size_t index);
+
+/// The words that tell forms of one name apart: the pixel type of what is written, or of the
+/// constants where no image is, and the names of the results.
+std::vector<std::string> LabelsOf(const catalogue::Operation& operation);
 
 /// Whether the catalogue has an operation of this name.
 bool IsOperation(const std::string& name);
@@ -70,11 +77,11 @@ std::vector<const catalogue::Operation*> OverloadsOf(const std::string& name);
 /// end when the catalogue has a standard value.
 bool MustBeGiven(const catalogue::Operation& operation, std::size_t index);
 
-/// Finds the overload of `name` that the words behind the name fit. The current image is the first
-/// source unless `_` puts it elsewhere. Among overloads that fit, one that reads the current image
-/// goes before one that does not, then one whose destination has the current pixel type, then one
-/// whose image stands before its constant. Throws Failure when none fits or the destination type
-/// is left open.
+/// Finds the overload of `name` that has the labels and that the words behind them fit. The current
+/// image is the first source unless `_` puts it elsewhere. Among overloads that fit, one that reads
+/// the current image goes before one that does not, then one whose destination has the current
+/// pixel type, then one whose image stands before its constant, then the one with the fewest
+/// results, then the first. Throws Failure when none fits or the destination type is left open.
 Call ChooseOverload(const std::string& name, std::span<const std::string> words,
                     const StepContext& context);
 
