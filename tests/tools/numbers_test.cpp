@@ -52,10 +52,9 @@ TEST(Table, VectorsAreShortInTextAndWholeElsewhere) {
   EXPECT_EQ(TableText({both}, TableFormat::kText), "path 1,2 3,-4\nnone nan\np 5\n");
   EXPECT_EQ(TableText({both}, TableFormat::kCsv),
             "file,index,path.x,path.y,none,p\n\"b\n\",0,1,2,nan,5\n\"b\n\",1,3,-4,nan,\n");
-  EXPECT_EQ(
-      TableText({both, row}, TableFormat::kJson).substr(0, 90),
-      "[\n  {\"file\": \"b\\u000a\", \"path\": [{\"x\": 1, \"y\": 2}, {\"x\": 3, \"y\": -4}], "
-      "\"none\": null, ");
+  EXPECT_TRUE(TableText({both, row}, TableFormat::kJson)
+                  .starts_with("[\n  {\"file\": \"b\\u000a\", \"path\": [{\"x\": 1, \"y\": 2}, "
+                               "{\"x\": 3, \"y\": -4}], \"none\": null, \"p\": [5]},\n"));
 }
 
 class Values : public ToolTest {

@@ -34,9 +34,9 @@ constexpr const char* kOperation = "(ARITH_LOGIC_OPERATIONS, ";
 TEST_F(Overloads, TheCurrentTypeChooses) {
   EXPECT_EQ(Chosen(Pixel::kBW8, {"gain-offset", "1", "2"}),
             "(" ROI("BW8") ", " ROI("BW8") ", float, float)");
-  EXPECT_EQ(Chosen(Pixel::kBW16, {"gain-offset", "1"}),
+  EXPECT_EQ(Chosen(Pixel::kBW16, {"gain-offset", "1", "2"}),
             "(" ROI("BW16") ", " ROI("BW16") ", float, float)");
-  EXPECT_EQ(Chosen(Pixel::kC24, {"gain-offset", "1,2,3"}),
+  EXPECT_EQ(Chosen(Pixel::kC24, {"gain-offset", "1,2,3", "0"}),
             "(" ROI("C24") ", " ROI("C24") ", LxColor, LxColor)");
   EXPECT_EQ(Chosen(Pixel::kC15, {"copy"}), "(" ROI("C15") ", " ROI("C15") ")");
 }
@@ -77,8 +77,8 @@ TEST_F(Overloads, AStepEndsWhereTheNextBegins) {
   // "copy" and "overlay" are choices and operations.
   EXPECT_EQ(Chosen(Pixel::kBW8, {"oper", "copy", "copy"}),
             std::string(kOperation) + ROI("BW8") ", " ROI("BW8") ")");
-  EXPECT_EQ(Chosen(Pixel::kBW8, {"gain-offset", "copy"}),
-            "(" ROI("BW8") ", " ROI("BW8") ", float, float)");
+  EXPECT_EQ(Chosen(Pixel::kBW8, {"convol-uniform", "2", "copy"}),
+            "(" ROI("BW8") ", " ROI("BW8") ", unsigned int, unsigned int)");
   EXPECT_EQ(Chosen(Pixel::kBW8, {"oper", "invert", "oper", "subtract", "3", "_"}),
             std::string(kOperation) + ROI("BW8") ", " ROI("BW8") ")");
   EXPECT_EQ(Chosen(Pixel::kBW8, {"oper", "add", "store", "a"}), "constant is missing");
@@ -94,9 +94,9 @@ TEST_F(Overloads, TheReasonThatGotFurthestIsTold) {
   EXPECT_EQ(Chosen(Pixel::kBW8, {"gain-offset", "1", "x"}), "offset: 'x' is not a number");
   EXPECT_EQ(Chosen(Pixel::kBW8, {"gain-offset", "1", "2", "3"}), "'3' is one word too many");
   EXPECT_EQ(Chosen(Pixel::kBW8, {"copy", "coppy"}), "value: 'coppy' is not a number");
-  EXPECT_EQ(Chosen(Pixel::kBW32, {"gain-offset", "1"}),
+  EXPECT_EQ(Chosen(Pixel::kBW32, {"gain-offset", "1", "2"}),
             "takes bw8, c24, bw16 images, and this one is bw32");
-  EXPECT_EQ(Chosen(Pixel::kBW16, {"lut", "identity", "-1"}),
+  EXPECT_EQ(Chosen(Pixel::kBW16, {"lut", "bw8", "identity", "-1"}),
             "shift: -1 is not a whole number of 0..4294967295");
 }
 

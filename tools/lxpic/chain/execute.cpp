@@ -12,7 +12,7 @@ namespace lx::tool {
 namespace {
 
 using catalogue::Argument;
-using catalogue::Kind;
+using catalogue::Arguments;
 using catalogue::Operation;
 
 struct Destination {
@@ -44,7 +44,7 @@ std::vector<Destination> MakeDestinations(const Call& call, const ImageValue& cu
   const Operation& operation = *call.operation;
   for (std::size_t i = 0; i < operation.parameters.size(); ++i) {
     const auto& parameter = operation.parameters[i];
-    if (parameter.kind != Kind::kRegion || !parameter.written) continue;
+    if (!parameter.IsRegion() || !parameter.IsWritten()) continue;
     const ImageValue& model = call.modifiers.onto && made.empty() ? call.modifiers.onto : current;
     const ImageValue start = StartOf(parameter.pixel, SizeOfDestinations(call), model);
     made.push_back({i, start, start.Clone()});
@@ -62,7 +62,7 @@ void CheckErrors() {
   throw Failure(kOperationFailed, message);
 }
 
-double RunOnce(const Operation& operation, const std::vector<Argument>& arguments) {
+double RunOnce(const Operation& operation, Arguments& arguments) {
   using Clock = std::chrono::steady_clock;
   LxOk();
   const auto start = Clock::now();
@@ -87,20 +87,22 @@ double Median(std::vector<double> values) {
 
 // What a call left in place of `value`: the vector, or the number or colour that is there now.
 Value ResultOf(const Value& value, const Argument& argument) {
-  return value.owner ? value : NumberValue(argument);
+  return value.owner ? value : ScalarValue(argument);
 }
 
 }  // namespace
 
 Outcome Execute(const Call& call, const ImageValue& current, int repeat) {
   const auto destinations = MakeDestinations(call, current);
-  std::vector<Argument> arguments;
-  for (const Value& value : call.values) arguments.push_back(value.argument);
-  for (const Destination& each : destinations) arguments[each.index] = each.image.Region();
+  Arguments start;
+  for (const Value& value : call.values) start.push_back(value.argument);
+  for (const Destination& each : destinations) start[each.index] = each.image.Region();
 
+  Arguments arguments;
   std::vector<double> times;
   for (int run = 0; run < repeat; ++run) {
     std::for_each(destinations.begin(), destinations.end(), Restart);
+    arguments = start;
     times.push_back(RunOnce(*call.operation, arguments));
   }
 

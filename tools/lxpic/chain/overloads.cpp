@@ -10,33 +10,9 @@ namespace lx::tool {
 
 namespace {
 
-using catalogue::Kind;
 using catalogue::Operation;
 using catalogue::Parameter;
 using Words = std::span<const std::string>;
-
-using Overloads = std::vector<const Operation*>;
-
-bool IsPixelName(const std::string& word) {
-  for (auto number = static_cast<int>(Pixel::kBW8); number <= static_cast<int>(Pixel::kBinary);
-       ++number) {
-    if (catalogue::PixelName(static_cast<Pixel>(number)) == word) return true;
-  }
-  return false;
-}
-
-bool HasLabel(const Operation& operation, const std::string& label) {
-  const auto labels = LabelsOf(operation);
-  return std::find(labels.begin(), labels.end(), label) != labels.end();
-}
-
-// Types are labels everywhere; the name of a result only where it tells overloads apart.
-bool IsLabel(const std::string& word, const Overloads& overloads) {
-  if (IsPixelName(word)) return true;
-  const auto count = std::count_if(overloads.begin(), overloads.end(),
-                                   [&](const Operation* each) { return HasLabel(*each, word); });
-  return count > 0 && static_cast<std::size_t>(count) < overloads.size();
-}
 
 struct ReadModifiers {
   Modifiers modifiers;
@@ -79,12 +55,8 @@ class Reasons {
   bool anyWordFitted = false;
 };
 
-void AddOnce(std::vector<std::string>& names, const std::string& name) {
-  if (std::find(names.begin(), names.end(), name) == names.end()) names.push_back(name);
-}
-
 // The pixel types that the first source may have.
-std::vector<std::string> SourceTypes(const std::vector<const Operation*>& overloads) {
+std::vector<std::string> SourceTypes(const Overloads& overloads) {
   std::vector<std::string> types;
   for (const Operation* overload : overloads) {
     const auto sources = overload->SourceIndices();
@@ -94,7 +66,7 @@ std::vector<std::string> SourceTypes(const std::vector<const Operation*>& overlo
   return types;
 }
 
-Failure WhyNoneFits(const std::vector<const Operation*>& overloads, const Reasons& reasons,
+Failure WhyNoneFits(const Overloads& overloads, const Reasons& reasons,
                     const StepContext& context) {
   if (!reasons.Best()) return {kWrongUsage, "it has no such form"};
   const auto types = SourceTypes(overloads);
@@ -144,13 +116,6 @@ Call Best(std::vector<Call> calls, const StepContext& context) {
   });
 }
 
-// The pixel type of a constant, or of the elements of a vector that is written.
-Pixel PixelOf(const Parameter& parameter) {
-  if (!parameter.written) return parameter.pixel;
-  if (parameter.kind == Kind::kByteVector) return Pixel::kBW8;
-  return parameter.kind == Kind::kWordVector ? Pixel::kBW16 : parameter.pixel;
-}
-
 }  // namespace
 
 Pixel DestinationPixelOf(const Operation& operation) {
@@ -160,31 +125,21 @@ Pixel DestinationPixelOf(const Operation& operation) {
 
 Pixel Call::DestinationPixel() const { return DestinationPixelOf(*operation); }
 
-bool IsResult(const Operation& operation, std::size_t index) {
-  return operation.parameters[index].written && index != operation.DestinationIndex();
+bool IsOperand(const Parameter& parameter) {
+  return parameter.role == catalogue::Role::kRead ||
+         (parameter.role == catalogue::Role::kUpdated && !parameter.IsRegion());
 }
 
-std::vector<std::string> LabelsOf(const Operation& operation) {
-  std::vector<std::string> labels;
-  const Pixel written = DestinationPixelOf(operation);
-  if (written != Pixel::kNone) labels.emplace_back(catalogue::PixelName(written));
-  for (std::size_t i = 0; i < operation.parameters.size(); ++i) {
-    const Parameter& parameter = operation.parameters[i];
-    if (IsResult(operation, i)) labels.push_back(parameter.name);
-    const Pixel pixel = parameter.kind == Kind::kRegion ? Pixel::kNone : PixelOf(parameter);
-    if (written == Pixel::kNone && pixel != Pixel::kNone) {
-      labels.emplace_back(catalogue::PixelName(pixel));
-    }
-  }
-  return labels;
+bool IsResult(const Operation& operation, std::size_t index) {
+  return operation.parameters[index].IsWritten() && index != operation.DestinationIndex();
 }
 
 bool MustBeGiven(const Operation& operation, std::size_t index) {
   const auto& parameters = operation.parameters;
-  const auto firstWritten = std::find_if(parameters.begin(), parameters.end(),
-                                         [](const Parameter& each) { return each.written; });
-  return index < static_cast<std::size_t>(firstWritten - parameters.begin()) ||
-         !parameters[index].optional;
+  const auto firstResult = std::find_if(parameters.begin(), parameters.end(),
+                                        [](const Parameter& each) { return !IsOperand(each); });
+  return index < static_cast<std::size_t>(firstResult - parameters.begin()) ||
+         !parameters[index].leftOut;
 }
 
 bool IsOperation(const std::string& name) {
@@ -197,14 +152,6 @@ std::vector<std::string> OperationNames() {
   std::vector<std::string> names;
   for (const Operation& each : catalogue::All()) AddOnce(names, each.name);
   return names;
-}
-
-std::vector<const Operation*> OverloadsOf(const std::string& name) {
-  std::vector<const Operation*> overloads;
-  for (const Operation& each : catalogue::All()) {
-    if (each.name == name) overloads.push_back(&each);
-  }
-  return overloads;
 }
 
 Call ChooseOverload(const std::string& name, Words words, const StepContext& context) {

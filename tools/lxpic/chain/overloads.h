@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "catalogue/catalogue.h"
+#include "tools/lxpic/chain/labels.h"
 #include "tools/lxpic/common/words.h"
 #include "tools/lxpic/value/image_value.h"
 #include "tools/lxpic/value/values.h"
@@ -58,19 +59,16 @@ struct Call {
 /// Pixel type of the operation's first written region; kNone when there is none.
 Pixel DestinationPixelOf(const catalogue::Operation& operation);
 
+/// Whether the words of a step give the parameter's value.
+bool IsOperand(const catalogue::Parameter& parameter);
+
 /// Whether the parameter holds a result of the operation, its first written region apart.
 bool IsResult(const catalogue::Operation& operation, std::size_t index);
-
-/// The words that tell forms of one name apart: the pixel type of what is written, or of the
-/// constants where no image is, and the names of the results.
-std::vector<std::string> LabelsOf(const catalogue::Operation& operation);
 
 /// Whether the catalogue has an operation of this name.
 bool IsOperation(const std::string& name);
 /// All names, each once, in the order of the catalogue.
 std::vector<std::string> OperationNames();
-/// The overloads of a name.
-std::vector<const catalogue::Operation*> OverloadsOf(const std::string& name);
 
 /// Whether the words of a step must give this parameter, and may not leave it out. What stands
 /// before the destination is an operand and must be given; what follows may be left out from the

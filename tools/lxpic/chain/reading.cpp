@@ -54,10 +54,8 @@ bool Reading::ImageFirst() const {
 
 Value Reading::ReadParameter(std::size_t index) {
   const Parameter& parameter = operation.parameters[index];
-  if (parameter.kind == Kind::kRegion) {
-    return parameter.written ? Value{} : TakeSource(parameter);
-  }
-  if (parameter.written) return MakeResult(parameter);
+  if (parameter.IsRegion()) return parameter.IsWritten() ? Value{} : TakeSource(parameter);
+  if (!IsOperand(parameter)) return MakeResult(parameter);
   if (MustBeGiven(operation, index)) return TakeOperand(parameter);
   return TakeOption(parameter);
 }
@@ -111,8 +109,8 @@ Value Reading::SourceFrom(const ImageValue& image) {
 std::size_t Reading::Nearness() const {
   if (!currentFits) return 0;
   const std::size_t parameter = call.values.size();
-  const bool wantsImage = parameter < operation.parameters.size() &&
-                          operation.parameters[parameter].kind == Kind::kRegion;
+  const bool wantsImage =
+      parameter < operation.parameters.size() && operation.parameters[parameter].IsRegion();
   const bool hasImage =
       next < words.size() &&
       (words[next].starts_with('@') || words[next].find_first_of("./") != std::string::npos);
@@ -135,7 +133,7 @@ Value Reading::TakeOperand(const Parameter& parameter) {
     ++next;
     return value;
   } catch (const Failure&) {
-    if (context.startsStep(word) && parameter.kind != Kind::kChoice) {
+    if (context.startsStep(word) && parameter.choices.empty()) {
       throw Failure(kWrongUsage, parameter.name + " is missing");
     }
     throw;
@@ -152,7 +150,7 @@ Value Reading::TakeOption(const Parameter& parameter) {
       unreadable = failure;
     }
   }
-  return StandardValue(parameter);
+  return LeftOutValue(parameter);
 }
 
 }  // namespace lx::tool

@@ -41,7 +41,7 @@ name stand, in the order that 'lxpic help OPERATION' shows:
 Between the name and these words may stand, in any order:
 
   TYPE         the pixel type of the result, where several are possible: convert bw16 8
-  NAME         a result that only one form of the operation has
+  WORD         another word of those that the help shows for 'this form' only
   WxH          the size of the result: copy bw8 640x480 128
   onto IMAGE   the image that the result starts as; otherwise it starts as a copy of the current
                image if that has its type and size, and black if not

@@ -64,11 +64,7 @@ std::string ShortText(const Numbers& numbers) {
 Cells NamesOf(const std::vector<TableRow>& rows) {
   Cells names;
   for (const TableRow& row : rows) {
-    for (const NamedNumbers& each : row.numbers) {
-      if (std::find(names.begin(), names.end(), each.name) == names.end()) {
-        names.push_back(each.name);
-      }
-    }
+    for (const NamedNumbers& each : row.numbers) AddOnce(names, each.name);
   }
   return names;
 }

@@ -69,13 +69,23 @@ std::vector<std::string> AllChoiceNames() {
   return names;
 }
 
-constexpr int kUnknownChoice = -1;
+// The value of a choice by its name.
+Argument ReadName(const Parameter& parameter, const std::string& word) {
+  const auto names = AllChoiceNames();
+  if (std::find(names.begin(), names.end(), word) == names.end()) {
+    throw Failure(kWrongUsage, "'" + word + "' is no choice" + Suggestion(word, names));
+  }
+  if (const auto value = catalogue::ChoiceValue(parameter.choices, word)) {
+    return static_cast<double>(*value);
+  }
+  throw Failure(kWrongUsage, "'" + word + "' is not offered for these operands");
+}
 
 }  // namespace
 
 std::vector<std::string> ChoiceNames(const Parameter& parameter) {
   std::vector<std::string> names;
-  for (const int value : parameter.choices) names.push_back(catalogue::ChoiceName(value));
+  for (const catalogue::Named& each : parameter.choices) names.push_back(each.name);
   return names;
 }
 
@@ -101,23 +111,17 @@ Argument ReadConstant(const Parameter& parameter, const std::string& word) {
 // A number goes to the library as it is, which judges it.
 Argument ReadChoice(const Parameter& parameter, const std::string& word) {
   if (const auto number = ReadNumber(word)) return Whole(*number, -1e9, 1e9);
-  const int value = catalogue::ChoiceValue(word);
-  if (value == kUnknownChoice) {
-    throw Failure(kWrongUsage, "'" + word + "' is no choice" + Suggestion(word, AllChoiceNames()));
-  }
-  if (std::find(parameter.choices.begin(), parameter.choices.end(), value) ==
-      parameter.choices.end()) {
-    throw Failure(kWrongUsage, "'" + word + "' is not offered for these operands");
-  }
-  return static_cast<double>(value);
+  return ReadName(parameter, word);
 }
 
 // A range that starts at 0 or above belongs to a number without a sign.
 Argument ReadInteger(const Parameter& parameter, const std::string& word) {
-  const double largest = std::max({parameter.maximum, parameter.standard,
-                                   static_cast<double>(std::numeric_limits<std::int32_t>::max())});
-  const double smallest =
-      parameter.minimum >= 0 ? 0 : static_cast<double>(std::numeric_limits<std::int32_t>::min());
+  if (!parameter.choices.empty() && !ReadNumber(word)) return ReadName(parameter, word);
+  const double leftOut = parameter.leftOut ? parameter.leftOut->value : 0;
+  const double largest =
+      std::max<double>({parameter.maximum, leftOut, std::numeric_limits<std::int32_t>::max()});
+  const bool hasSign = parameter.minimum < 0 || leftOut < 0;
+  const double smallest = hasSign ? std::numeric_limits<std::int32_t>::min() : 0;
   return Whole(Number(word), smallest, largest);
 }
 

@@ -24,7 +24,7 @@ using catalogue::Pixel;
 
 template <Argument (*read)(const Parameter&, const std::string&)>
 Value ReadScalar(const Parameter& parameter, const std::string& word) {
-  return NumberValue(read(parameter, word));
+  return ScalarValue(read(parameter, word));
 }
 
 Value ReadTableValue(const Parameter& parameter, const std::string& word) {
@@ -96,6 +96,7 @@ Value TableOf(const TableKind& table, const Numbers& numbers) {
 
 Value ReadValue(const Parameter& parameter, const std::string& word) {
   try {
+    if (parameter.whenNull && word == kNullWord) return {NullOf(parameter.kind), {}, {}};
     const KindReader* const reader = FindReader(parameter);
     if (reader == nullptr) throw Failure(kWrongUsage, kNoWords);
     return reader->read(parameter, word);
@@ -117,16 +118,23 @@ Value FitValue(const Parameter& parameter, const Value& value) {
   }
 }
 
-Value StandardValue(const Parameter& parameter) {
-  return ReadValue(parameter, NumberText(parameter.standard));
+Value LeftOutValue(const Parameter& parameter) {
+  const double value = parameter.leftOut->value;
+  if (IsPointer(parameter.kind)) return {NullOf(parameter.kind), {}, {}};
+  // A number may be one that stands for something, outside the range of those that are written.
+  if (catalogue::IsNumber(parameter.kind)) return ScalarValue(value);
+  return ReadValue(parameter, NumberText(value));
 }
 
 Value MakeResult(const Parameter& parameter) {
   Value made = MakeEmptyVector(parameter.kind);
-  return made.owner ? made : NumberValue(0.0);
+  if (made.owner) return made;
+  if (parameter.kind == Kind::kColour) return ScalarValue(LxColor{});
+  const bool isColour = parameter.kind == Kind::kConstant && parameter.pixel == Pixel::kC24;
+  return ScalarValue(isColour ? Argument(LxC24{}) : Argument(0.0));
 }
 
-Value NumberValue(const Argument& argument) {
+Value ScalarValue(const Argument& argument) {
   Numbers numbers;
   if (const auto* const number = std::get_if<double>(&argument)) {
     numbers.values = {*number};
@@ -142,7 +150,10 @@ Value NumberValue(const Argument& argument) {
 }
 
 std::string ValueForms(const Parameter& parameter) {
-  if (parameter.kind == Kind::kChoice) return "one of " + Join(ChoiceNames(parameter), ", ");
+  const std::string names = Join(ChoiceNames(parameter), ", ");
+  if (parameter.kind == Kind::kChoice) return "one of " + names;
+  if (parameter.kind == Kind::kInteger && !names.empty())
+    return "a whole number, or one of " + names;
   if (parameter.kind != Kind::kConstant) {
     const KindReader* const reader = FindReader(parameter);
     return reader == nullptr ? kNoWords : reader->forms;

@@ -26,14 +26,17 @@ Value ReadValue(const catalogue::Parameter& parameter, const std::string& word);
 /// a vector as it is, or as a table of the same entries. Throws Failure.
 Value FitValue(const catalogue::Parameter& parameter, const Value& value);
 
-/// The value of a parameter that is left out.
-Value StandardValue(const catalogue::Parameter& parameter);
+/// The word for no object at all, where that means something.
+inline constexpr const char* kNullWord = "none";
+
+/// The value of a parameter that is left out, and may be.
+Value LeftOutValue(const catalogue::Parameter& parameter);
 
 /// A new object for a vector that the operation writes; a number for any other result.
 Value MakeResult(const catalogue::Parameter& parameter);
 
 /// A number or colour that an operation left.
-Value NumberValue(const catalogue::Argument& argument);
+Value ScalarValue(const catalogue::Argument& argument);
 
 /// What the help says of values of this kind: "a number", "r,g,b or one number".
 std::string ValueForms(const catalogue::Parameter& parameter);
