@@ -75,7 +75,7 @@ TEST_F(Batch, WrongCommandLinesAreTold) {
   EXPECT_EQ(Failing({a, "oper", "invert"}), "2 lxpic: nothing is written: add -o FILE\n");
   EXPECT_EQ(Failing({a, "store"}), "2 lxpic: " + a + ": store: a name is missing\n");
   EXPECT_EQ(Failing({a, "oper", "add", "@no", "-o", Path("o.png")}),
-            "2 lxpic: " + a + ": oper: no image is stored as '@no'\n");
+            "2 lxpic: " + a + ": oper: nothing is kept as '@no'\n");
   EXPECT_EQ(
       Failing({"copy", "bw8", "7", "-o", Path("o.png")}),
       "2 lxpic: copy: there is no image yet: write the size behind the name, for instance 'copy "

@@ -146,14 +146,14 @@ TEST_F(ChainTest, DepthsAndFurtherResultsAreReached) {
             (Levels8{0, 1, 1600, 10000, 14400, 40000, 64516, 65025}));
   // Colour and alpha are taken apart again; the alpha is stored under a name.
   EXPECT_EQ(After({"store", "a", "convert", "c24", "convert", "c24a", "@a", "convert", "c24",
-                   "@alpha", "oper", "multiply", "@alpha", "convert", "bw8"}),
+                   "alpha", "oper", "multiply", "@alpha", "convert", "bw8"}),
             Expected([](int v) { return std::min(v * v, 255) * 255 >> 8; }));
 }
 
 TEST_F(ChainTest, VectorsArePrinted) {
   const Run run = Tool({"vect1c2", "add", "u8:1,200,255", "100"});
   EXPECT_EQ(run.code, kFine) << run.err;
-  EXPECT_EQ(run.out, "destination: 101,255,255\n");
+  EXPECT_EQ(run.out, "destination 101,255,255\n");
   EXPECT_EQ(Tool({"vect1c2", "divide", "1,2", "0"}).code, kOperationFailed);
   EXPECT_EQ(Tool({"vect1c2", "add", "u8:1,256", "1"}).code, kWrongUsage);
 }

@@ -2,7 +2,6 @@
 // Which overload a step means, and what is said when it means none.
 #include "tools/lxpic/chain/overloads.h"
 
-#include "tools/lxpic/chain/chain.h"
 #include "tools/tool_fixture.h"
 
 namespace lx::tool {
@@ -12,15 +11,14 @@ class Overloads : public ToolTest {
  protected:
   // The signature that is chosen for a step on an image of type `current`.
   static std::string Chosen(Pixel current, const std::vector<std::string>& words) {
-    StepContext context;
-    if (current != Pixel::kNone) context.current = ImageValue(current, 2, 2);
-    context.findImage = [](const std::string& word) {
-      for (const Pixel pixel : {Pixel::kBW8, Pixel::kBW16, Pixel::kC24, Pixel::kC16}) {
-        if (word.substr(1) == catalogue::PixelName(pixel)) return ImageValue(pixel, 2, 2);
-      }
-      throw Failure(kFileFailed, word + ": no such file");
-    };
-    context.startsStep = StartsStep;
+    const StepContext context = ContextOf(
+        current == Pixel::kNone ? ImageValue() : ImageValue(current, 2, 2),
+        [](const std::string& word) {
+          for (const Pixel pixel : {Pixel::kBW8, Pixel::kBW16, Pixel::kC24, Pixel::kC16}) {
+            if (word.substr(1) == catalogue::PixelName(pixel)) return ImageValue(pixel, 2, 2);
+          }
+          throw Failure(kFileFailed, word + ": no such file");
+        });
     try {
       const Call call = ChooseOverload(words[0], std::span(words).subspan(1), context);
       return call.operation->signature.substr(call.operation->signature.find('('));
@@ -36,9 +34,9 @@ constexpr const char* kOperation = "(ARITH_LOGIC_OPERATIONS, ";
 TEST_F(Overloads, TheCurrentTypeChooses) {
   EXPECT_EQ(Chosen(Pixel::kBW8, {"gain-offset", "1", "2"}),
             "(" ROI("BW8") ", " ROI("BW8") ", float, float)");
-  EXPECT_EQ(Chosen(Pixel::kBW16, {"gain-offset", "1"}),
+  EXPECT_EQ(Chosen(Pixel::kBW16, {"gain-offset", "1", "2"}),
             "(" ROI("BW16") ", " ROI("BW16") ", float, float)");
-  EXPECT_EQ(Chosen(Pixel::kC24, {"gain-offset", "1,2,3"}),
+  EXPECT_EQ(Chosen(Pixel::kC24, {"gain-offset", "1,2,3", "0"}),
             "(" ROI("C24") ", " ROI("C24") ", LxColor, LxColor)");
   EXPECT_EQ(Chosen(Pixel::kC15, {"copy"}), "(" ROI("C15") ", " ROI("C15") ")");
 }
@@ -79,8 +77,8 @@ TEST_F(Overloads, AStepEndsWhereTheNextBegins) {
   // "copy" and "overlay" are choices and operations.
   EXPECT_EQ(Chosen(Pixel::kBW8, {"oper", "copy", "copy"}),
             std::string(kOperation) + ROI("BW8") ", " ROI("BW8") ")");
-  EXPECT_EQ(Chosen(Pixel::kBW8, {"gain-offset", "copy"}),
-            "(" ROI("BW8") ", " ROI("BW8") ", float, float)");
+  EXPECT_EQ(Chosen(Pixel::kBW8, {"convol-uniform", "2", "copy"}),
+            "(" ROI("BW8") ", " ROI("BW8") ", unsigned int, unsigned int)");
   EXPECT_EQ(Chosen(Pixel::kBW8, {"oper", "invert", "oper", "subtract", "3", "_"}),
             std::string(kOperation) + ROI("BW8") ", " ROI("BW8") ")");
   EXPECT_EQ(Chosen(Pixel::kBW8, {"oper", "add", "store", "a"}), "constant is missing");
@@ -96,9 +94,9 @@ TEST_F(Overloads, TheReasonThatGotFurthestIsTold) {
   EXPECT_EQ(Chosen(Pixel::kBW8, {"gain-offset", "1", "x"}), "offset: 'x' is not a number");
   EXPECT_EQ(Chosen(Pixel::kBW8, {"gain-offset", "1", "2", "3"}), "'3' is one word too many");
   EXPECT_EQ(Chosen(Pixel::kBW8, {"copy", "coppy"}), "value: 'coppy' is not a number");
-  EXPECT_EQ(Chosen(Pixel::kBW32, {"gain-offset", "1"}),
+  EXPECT_EQ(Chosen(Pixel::kBW32, {"gain-offset", "1", "2"}),
             "takes bw8, c24, bw16 images, and this one is bw32");
-  EXPECT_EQ(Chosen(Pixel::kBW16, {"lut", "identity", "-1"}),
+  EXPECT_EQ(Chosen(Pixel::kBW16, {"lut", "bw8", "identity", "-1"}),
             "shift: -1 is not a whole number of 0..4294967295");
 }
 

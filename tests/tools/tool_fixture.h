@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "tools/lxpic/chain/chain.h"
+#include "tools/lxpic/chain/overloads.h"
 #include "tools/lxpic/command/commands.h"
 #include "tools/lxpic/common/failure.h"
 #include "tools/lxpic/file/files.h"
@@ -84,6 +86,15 @@ class ToolTest : public testing::Test {
 
   std::filesystem::path folder;
 };
+
+/// The context of a step that finds images by `findImage`, and no values.
+inline StepContext ContextOf(const ImageValue& current,
+                             ImageValue (*findImage)(const std::string&)) {
+  const auto findValue = [](const std::string& word) -> Value {
+    throw Failure(kWrongUsage, word + " is no value");
+  };
+  return {current, findImage, findValue, StartsStep};
+}
 
 inline bool Contains(const std::string& text, const std::string& part) {
   return text.find(part) != std::string::npos;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tools/lxpic/chain/chain.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <span>
 #include <utility>
@@ -33,9 +34,9 @@ bool StartsStep(const std::string& word) { return word == kStoreStep || IsOperat
 Chain::Chain(std::vector<std::string> steps, int runs, std::string operandFolder)
     : words(std::move(steps)), repeat(runs), folder(std::move(operandFolder)) {}
 
-ImageValue Chain::Run(const ImageValue& input, const Observer& observe) {
+ChainResult Chain::Run(const ImageValue& input, const Observer& observe) {
   const OverlayColourScope scope;
-  State state{input, input, {}};
+  State state{input, input, {}, true, {}};
   for (std::size_t i = 0; i < words.size();) {
     try {
       i += RunStep(i, state, observe);
@@ -43,15 +44,36 @@ ImageValue Chain::Run(const ImageValue& input, const Observer& observe) {
       throw failure.Of(words[i]);
     }
   }
-  return state.current;
+  ChainResult result{state.current, state.store.AllNumbers(), ""};
+  for (const auto& [name, numbers] : result.numbers) {
+    const auto& last = state.leftNames;
+    const bool isLast = std::find(last.begin(), last.end(), name) != last.end();
+    if (isLast && numbers.drawing != Numbers::Drawing::kNone) result.lastVector = name;
+  }
+  return result;
 }
 
 std::size_t Chain::RunStep(std::size_t first, State& state, const Observer& observe) {
   if (words[first] != kStoreStep) return RunOperation(first, state, observe);
   if (first + 1 == words.size()) throw Failure(kWrongUsage, "a name is missing");
-  if (!state.current) throw Failure(kWrongUsage, "there is no image yet");
-  state.stored[words[first + 1]] = state.current;
+  RunStore(words[first + 1], state);
   return 2;
+}
+
+// The image, where the step before left one. Other results get the name in place of their own, or
+// before it where there are several.
+void Chain::RunStore(const std::string& name, State& state) {
+  if (state.leftImage || state.leftNames.empty()) {
+    if (!state.current) throw Failure(kWrongUsage, "there is no image yet");
+    state.store.Keep(name, state.current);
+    return;
+  }
+  const bool several = state.leftNames.size() > 1;
+  for (std::string& each : state.leftNames) {
+    const std::string to = several ? name + "." + each : name;
+    state.store.Rename(each, to);
+    each = to;
+  }
 }
 
 std::size_t Chain::RunOperation(std::size_t first, State& state, const Observer& observe) {
@@ -62,28 +84,29 @@ std::size_t Chain::RunOperation(std::size_t first, State& state, const Observer&
   StepContext context;
   context.current = state.current;
   context.findImage = [&](const std::string& word) { return FindImage(word, state); };
+  context.findValue = [&](const std::string& word) { return state.store.ValueOf(word); };
   context.startsStep = StartsStep;
   const Call call = ChooseOverload(name, std::span(words).subspan(first + 1), context);
 
-  Outcome outcome = Execute(call, state.current, repeat);
+  const Outcome outcome = Execute(call, state.current, repeat);
   if (outcome.image) state.current = outcome.image;
-  for (const auto& [key, image] : outcome.stored) state.stored[key] = image;
+  state.leftImage = static_cast<bool>(outcome.image);
+  state.leftNames.clear();
+  for (const auto& [key, kept] : outcome.results) {
+    state.store.Keep(key, kept);
+    state.leftNames.push_back(key);
+  }
   const std::size_t count = call.wordCount + 1;
   if (observe) {
     const auto step = std::span(words).subspan(first, count);
-    observe({Join({step.begin(), step.end()}, " "), state.current, outcome.results,
-             outcome.milliseconds});
+    observe({Join({step.begin(), step.end()}, " "), state.current, outcome.milliseconds});
   }
   return count;
 }
 
 ImageValue Chain::FindImage(const std::string& word, const State& state) {
   if (word == "@" && state.input) return state.input;
-  if (word.starts_with('@')) {
-    const auto found = state.stored.find(word.substr(1));
-    if (found != state.stored.end()) return found->second;
-    throw Failure(kWrongUsage, "no image is stored as '" + word + "'");
-  }
+  if (word.starts_with('@')) return state.store.ImageOf(word);
   const auto found = files.find(word);
   if (found != files.end()) return found->second;
   return files[word] = ReadImage((std::filesystem::path(folder) / word).string());

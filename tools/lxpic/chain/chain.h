@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "tools/lxpic/value/image_value.h"
+#include "tools/lxpic/chain/store.h"
 
 namespace lx::tool {
 
-/// The step that keeps the current image under a name.
+/// The step that keeps what the one before it left under a name.
 inline constexpr const char* kStoreStep = "store";
 
 /// Whether a word begins a step.
@@ -21,8 +21,14 @@ bool StartsStep(const std::string& word);
 struct StepReport {
   std::string words;
   ImageValue image;  ///< the current image behind it
-  std::vector<std::string> results;
   double milliseconds;
+};
+
+/// What a chain leaves.
+struct ChainResult {
+  ImageValue image;                   ///< the current image; none where none was ever there
+  std::vector<NamedNumbers> numbers;  ///< the values that are kept
+  std::string lastVector;  ///< the name of one that the last step left and that can be drawn, or ""
 };
 
 class Chain {
@@ -33,18 +39,20 @@ class Chain {
   /// `operandFolder` unless their names are absolute.
   explicit Chain(std::vector<std::string> steps, int runs = 1, std::string operandFolder = "");
 
-  /// The image that the last step leaves. `input` may be no image. Throws Failure, which names the
-  /// step.
-  ImageValue Run(const ImageValue& input, const Observer& observe = {});
+  /// `input` may be no image. Throws Failure, which names the step.
+  ChainResult Run(const ImageValue& input, const Observer& observe = {});
 
  private:
   struct State {
     ImageValue input;
     ImageValue current;
-    std::map<std::string, ImageValue> stored;
+    Store store;
+    bool leftImage = true;               // whether the step before did
+    std::vector<std::string> leftNames;  // the names of what else it left
   };
 
   std::size_t RunStep(std::size_t first, State& state, const Observer& observe);
+  static void RunStore(const std::string& name, State& state);
   std::size_t RunOperation(std::size_t first, State& state, const Observer& observe);
   ImageValue FindImage(const std::string& word, const State& state);
 

@@ -12,7 +12,7 @@ namespace lx::tool {
 namespace {
 
 using catalogue::Argument;
-using catalogue::Kind;
+using catalogue::Arguments;
 using catalogue::Operation;
 
 struct Destination {
@@ -44,7 +44,7 @@ std::vector<Destination> MakeDestinations(const Call& call, const ImageValue& cu
   const Operation& operation = *call.operation;
   for (std::size_t i = 0; i < operation.parameters.size(); ++i) {
     const auto& parameter = operation.parameters[i];
-    if (parameter.kind != Kind::kRegion || !parameter.written) continue;
+    if (!parameter.IsRegion() || !parameter.IsWritten()) continue;
     const ImageValue& model = call.modifiers.onto && made.empty() ? call.modifiers.onto : current;
     const ImageValue start = StartOf(parameter.pixel, SizeOfDestinations(call), model);
     made.push_back({i, start, start.Clone()});
@@ -62,7 +62,7 @@ void CheckErrors() {
   throw Failure(kOperationFailed, message);
 }
 
-double RunOnce(const Operation& operation, const std::vector<Argument>& arguments) {
+double RunOnce(const Operation& operation, Arguments& arguments) {
   using Clock = std::chrono::steady_clock;
   LxOk();
   const auto start = Clock::now();
@@ -85,32 +85,42 @@ double Median(std::vector<double> values) {
   return *middle;
 }
 
+// What a call left in place of `value`: the vector, or the number or colour that is there now.
+Value ResultOf(const Value& value, const Argument& argument) {
+  return value.owner ? value : ScalarValue(argument);
+}
+
 }  // namespace
 
 Outcome Execute(const Call& call, const ImageValue& current, int repeat) {
   const auto destinations = MakeDestinations(call, current);
-  std::vector<Argument> arguments;
-  for (const Value& value : call.values) arguments.push_back(value.argument);
-  for (const Destination& each : destinations) arguments[each.index] = each.image.Region();
+  Arguments start;
+  for (const Value& value : call.values) start.push_back(value.argument);
+  for (const Destination& each : destinations) start[each.index] = each.image.Region();
 
+  Arguments arguments;
   std::vector<double> times;
   for (int run = 0; run < repeat; ++run) {
     std::for_each(destinations.begin(), destinations.end(), Restart);
+    arguments = start;
     times.push_back(RunOnce(*call.operation, arguments));
   }
 
   Outcome outcome;
   outcome.milliseconds = Median(times);
-  for (std::size_t i = 0; i < destinations.size(); ++i) {
-    if (i == 0) {
-      outcome.image = destinations[i].image;
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    if (!IsResult(*call.operation, i)) continue;
+    const auto region = std::find_if(destinations.begin(), destinations.end(),
+                                     [=](const Destination& each) { return each.index == i; });
+    const std::string& name = call.operation->parameters[i].name;
+    if (region != destinations.end()) {
+      outcome.results.push_back({name, region->image});
     } else {
-      outcome.stored.emplace_back(call.resultNames[i - 1], destinations[i].image);
+      outcome.results.push_back({name, ResultOf(call.values[i], arguments[i])});
     }
   }
-  for (std::size_t i = 0; i < call.values.size(); ++i) {
-    if (!call.values[i].result) continue;
-    outcome.results.push_back(call.operation->parameters[i].name + ": " + call.values[i].result());
+  if (DestinationPixelOf(*call.operation) != Pixel::kNone) {
+    outcome.image = destinations.front().image;
   }
   return outcome;
 }

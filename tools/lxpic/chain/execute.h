@@ -2,21 +2,18 @@
 // Calling an operation.
 #pragma once
 
-#include <string>
-#include <utility>
 #include <vector>
 
 #include "tools/lxpic/chain/overloads.h"
+#include "tools/lxpic/chain/store.h"
 
 namespace lx::tool {
 
 struct Outcome {
   /// The first written region; none when the operation writes no image.
   ImageValue image;
-  /// Further written regions, with the names given for them.
-  std::vector<std::pair<std::string, ImageValue>> stored;
-  /// "name: content" of each written vector.
-  std::vector<std::string> results;
+  /// Everything else that it left, under the names of the parameters.
+  std::vector<NamedKept> results;
   /// Median time of a run.
   double milliseconds = 0;
 };

@@ -14,31 +14,22 @@ using catalogue::Operation;
 using catalogue::Parameter;
 using Words = std::span<const std::string>;
 
-std::optional<Pixel> ReadPixel(const std::string& word) {
-  for (auto number = static_cast<int>(Pixel::kBW8); number <= static_cast<int>(Pixel::kBinary);
-       ++number) {
-    const auto pixel = static_cast<Pixel>(number);
-    if (catalogue::PixelName(pixel) == word) return pixel;
-  }
-  return std::nullopt;
-}
-
 struct ReadModifiers {
   Modifiers modifiers;
   std::size_t wordCount;
 };
 
-ReadModifiers TakeModifiers(Words words, const StepContext& context) {
+ReadModifiers TakeModifiers(Words words, const Overloads& overloads, const StepContext& context) {
   Modifiers modifiers;
   std::size_t i = 0;
   for (; i < words.size(); ++i) {
-    if (const auto pixel = ReadPixel(words[i])) {
-      modifiers.pixel = pixel;
+    if (IsLabel(words[i], overloads)) {
+      modifiers.labels.push_back(words[i]);
     } else if (const auto size = ReadSize(words[i])) {
       modifiers.size = size;
     } else if (words[i] == kOntoWord && i + 1 < words.size()) {
       modifiers.onto = context.findImage(words[++i]);
-      modifiers.pixel = modifiers.onto.PixelType();
+      modifiers.labels.push_back(modifiers.onto.TypeName());
     } else {
       break;
     }
@@ -64,12 +55,8 @@ class Reasons {
   bool anyWordFitted = false;
 };
 
-void AddOnce(std::vector<std::string>& names, const std::string& name) {
-  if (std::find(names.begin(), names.end(), name) == names.end()) names.push_back(name);
-}
-
 // The pixel types that the first source may have.
-std::vector<std::string> SourceTypes(const std::vector<const Operation*>& overloads) {
+std::vector<std::string> SourceTypes(const Overloads& overloads) {
   std::vector<std::string> types;
   for (const Operation* overload : overloads) {
     const auto sources = overload->SourceIndices();
@@ -79,9 +66,9 @@ std::vector<std::string> SourceTypes(const std::vector<const Operation*>& overlo
   return types;
 }
 
-Failure WhyNoneFits(const std::vector<const Operation*>& overloads, const Reasons& reasons,
+Failure WhyNoneFits(const Overloads& overloads, const Reasons& reasons,
                     const StepContext& context) {
-  if (!reasons.Best()) return {kWrongUsage, "no form of it gives this type"};
+  if (!reasons.Best()) return {kWrongUsage, "it has no such form"};
   const auto types = SourceTypes(overloads);
   const bool typeFits =
       !context.current || types.empty() ||
@@ -97,6 +84,14 @@ void Prefer(std::vector<Call>& calls, Predicate wanted) {
   if (std::any_of(calls.begin(), calls.end(), wanted)) {
     std::erase_if(calls, [&](const Call& each) { return !wanted(each); });
   }
+}
+
+std::size_t ResultCount(const Operation& operation) {
+  std::size_t count = 0;
+  for (std::size_t i = 0; i < operation.parameters.size(); ++i) {
+    count += IsResult(operation, i) ? 1 : 0;
+  }
+  return count;
 }
 
 Call Best(std::vector<Call> calls, const StepContext& context) {
@@ -116,7 +111,9 @@ Call Best(std::vector<Call> calls, const StepContext& context) {
                                    calls.front().operation->name + " " + types.front() + "'");
   }
   Prefer(calls, [](const Call& each) { return each.imageFirst; });
-  return calls.front();
+  return *std::min_element(calls.begin(), calls.end(), [](const Call& one, const Call& other) {
+    return ResultCount(*one.operation) < ResultCount(*other.operation);
+  });
 }
 
 }  // namespace
@@ -128,12 +125,21 @@ Pixel DestinationPixelOf(const Operation& operation) {
 
 Pixel Call::DestinationPixel() const { return DestinationPixelOf(*operation); }
 
+bool IsOperand(const Parameter& parameter) {
+  return parameter.role == catalogue::Role::kRead ||
+         (parameter.role == catalogue::Role::kUpdated && !parameter.IsRegion());
+}
+
+bool IsResult(const Operation& operation, std::size_t index) {
+  return operation.parameters[index].IsWritten() && index != operation.DestinationIndex();
+}
+
 bool MustBeGiven(const Operation& operation, std::size_t index) {
   const auto& parameters = operation.parameters;
-  const auto firstWritten = std::find_if(parameters.begin(), parameters.end(),
-                                         [](const Parameter& each) { return each.written; });
-  return index < static_cast<std::size_t>(firstWritten - parameters.begin()) ||
-         !parameters[index].optional;
+  const auto firstResult = std::find_if(parameters.begin(), parameters.end(),
+                                        [](const Parameter& each) { return !IsOperand(each); });
+  return index < static_cast<std::size_t>(firstResult - parameters.begin()) ||
+         !parameters[index].leftOut;
 }
 
 bool IsOperation(const std::string& name) {
@@ -148,20 +154,11 @@ std::vector<std::string> OperationNames() {
   return names;
 }
 
-std::vector<const Operation*> OverloadsOf(const std::string& name) {
-  std::vector<const Operation*> overloads;
-  for (const Operation& each : catalogue::All()) {
-    if (each.name == name) overloads.push_back(&each);
-  }
-  return overloads;
-}
-
 Call ChooseOverload(const std::string& name, Words words, const StepContext& context) {
-  const auto [modifiers, skipped] = TakeModifiers(words, context);
   auto overloads = OverloadsOf(name);
-  if (const auto pixel = modifiers.pixel) {
-    std::erase_if(overloads,
-                  [&](const Operation* each) { return DestinationPixelOf(*each) != *pixel; });
+  const auto [modifiers, skipped] = TakeModifiers(words, overloads, context);
+  for (const std::string& label : modifiers.labels) {
+    std::erase_if(overloads, [&](const Operation* each) { return !HasLabel(*each, label); });
   }
   std::vector<Call> calls;
   Reasons reasons;

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "catalogue/catalogue.h"
+#include "tools/lxpic/chain/labels.h"
 #include "tools/lxpic/common/words.h"
 #include "tools/lxpic/value/image_value.h"
 #include "tools/lxpic/value/values.h"
@@ -25,14 +26,16 @@ struct StepContext {
   ImageValue current;  ///< none when the chain started without a file
   /// The image that a word names: a file, or "@NAME". Throws Failure.
   std::function<ImageValue(const std::string&)> findImage;
+  /// The value that "@NAME" names. Throws Failure.
+  std::function<Value(const std::string&)> findValue;
   /// Whether a word is the name of an operation or of another step.
   std::function<bool(const std::string&)> startsStep;
 };
 
-/// What stands between the name of an operation and its operands, in any order: the pixel type of
-/// the destination, its size, `onto` and the image that it starts as.
+/// What stands between the name of an operation and its operands, in any order: labels of the form
+/// that is meant, the size of the destination, `onto` and the image that it starts as.
 struct Modifiers {
-  std::optional<Pixel> pixel;
+  std::vector<std::string> labels;
   std::optional<Size> size;
   ImageValue onto;
 };
@@ -45,8 +48,6 @@ struct Call {
   std::vector<Value> values;
   /// Size of the first image that the operation reads, or of the current one.
   std::optional<Size> size;
-  /// The names under which written regions after the first are stored.
-  std::vector<std::string> resultNames;
   std::size_t wordCount = 0;
   bool readsCurrent = false;
   bool imageFirst = false;
@@ -58,23 +59,27 @@ struct Call {
 /// Pixel type of the operation's first written region; kNone when there is none.
 Pixel DestinationPixelOf(const catalogue::Operation& operation);
 
+/// Whether the words of a step give the parameter's value.
+bool IsOperand(const catalogue::Parameter& parameter);
+
+/// Whether the parameter holds a result of the operation, its first written region apart.
+bool IsResult(const catalogue::Operation& operation, std::size_t index);
+
 /// Whether the catalogue has an operation of this name.
 bool IsOperation(const std::string& name);
 /// All names, each once, in the order of the catalogue.
 std::vector<std::string> OperationNames();
-/// The overloads of a name.
-std::vector<const catalogue::Operation*> OverloadsOf(const std::string& name);
 
 /// Whether the words of a step must give this parameter, and may not leave it out. What stands
 /// before the destination is an operand and must be given; what follows may be left out from the
 /// end when the catalogue has a standard value.
 bool MustBeGiven(const catalogue::Operation& operation, std::size_t index);
 
-/// Finds the overload of `name` that the words behind the name fit. The current image is the first
-/// source unless `_` puts it elsewhere. Among overloads that fit, one that reads the current image
-/// goes before one that does not, then one whose destination has the current pixel type, then one
-/// whose image stands before its constant. Throws Failure when none fits or the destination type
-/// is left open.
+/// Finds the overload of `name` that has the labels and that the words behind them fit. The current
+/// image is the first source unless `_` puts it elsewhere. Among overloads that fit, one that reads
+/// the current image goes before one that does not, then one whose destination has the current
+/// pixel type, then one whose image stands before its constant, then the one with the fewest
+/// results, then the first. Throws Failure when none fits or the destination type is left open.
 Call ChooseOverload(const std::string& name, std::span<const std::string> words,
                     const StepContext& context);
 

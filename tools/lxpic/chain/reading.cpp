@@ -54,10 +54,8 @@ bool Reading::ImageFirst() const {
 
 Value Reading::ReadParameter(std::size_t index) {
   const Parameter& parameter = operation.parameters[index];
-  if (parameter.kind == Kind::kRegion) {
-    return parameter.written ? TakeDestination(parameter, index) : TakeSource(parameter);
-  }
-  if (parameter.written) return MakeResult(parameter);
+  if (parameter.IsRegion()) return parameter.IsWritten() ? Value{} : TakeSource(parameter);
+  if (!IsOperand(parameter)) return MakeResult(parameter);
   if (MustBeGiven(operation, index)) return TakeOperand(parameter);
   return TakeOption(parameter);
 }
@@ -65,19 +63,6 @@ Value Reading::ReadParameter(std::size_t index) {
 const std::string& Reading::TakeWord(const Parameter& parameter) {
   if (Finished()) throw Failure(kWrongUsage, parameter.name + " is missing");
   return words[next];
-}
-
-Value Reading::TakeDestination(const Parameter& parameter, std::size_t index) {
-  if (index == operation.DestinationIndex()) return {};
-  const std::string& word = TakeWord(parameter);
-  if (word.size() < 2 || word.front() != '@') {
-    throw Failure(
-        kWrongUsage,
-        parameter.name + " is written too and needs a name to be stored under: @" + parameter.name);
-  }
-  ++next;
-  call.resultNames.push_back(word.substr(1));
-  return {};
 }
 
 Value Reading::TakeSource(const Parameter& parameter) {
@@ -124,22 +109,31 @@ Value Reading::SourceFrom(const ImageValue& image) {
 std::size_t Reading::Nearness() const {
   if (!currentFits) return 0;
   const std::size_t parameter = call.values.size();
-  const bool wantsImage = parameter < operation.parameters.size() &&
-                          operation.parameters[parameter].kind == Kind::kRegion;
+  const bool wantsImage =
+      parameter < operation.parameters.size() && operation.parameters[parameter].IsRegion();
   const bool hasImage =
       next < words.size() &&
       (words[next].starts_with('@') || words[next].find_first_of("./") != std::string::npos);
   return 1 + 2 * next + (wantsImage && hasImage ? 1 : 0);
 }
 
+Value Reading::ReadWord(const Parameter& parameter, const std::string& word) const {
+  if (!word.starts_with('@')) return ReadValue(parameter, word);
+  try {
+    return FitValue(parameter, context.findValue(word));
+  } catch (const Failure& failure) {
+    throw failure.Of(word);
+  }
+}
+
 Value Reading::TakeOperand(const Parameter& parameter) {
   const std::string& word = TakeWord(parameter);
   try {
-    Value value = ReadValue(parameter, word);
+    Value value = ReadWord(parameter, word);
     ++next;
     return value;
   } catch (const Failure&) {
-    if (context.startsStep(word) && parameter.kind != Kind::kChoice) {
+    if (context.startsStep(word) && parameter.choices.empty()) {
       throw Failure(kWrongUsage, parameter.name + " is missing");
     }
     throw;
@@ -149,14 +143,14 @@ Value Reading::TakeOperand(const Parameter& parameter) {
 Value Reading::TakeOption(const Parameter& parameter) {
   if (!Finished() && !unreadable && !context.startsStep(words[next])) {
     try {
-      Value value = ReadValue(parameter, words[next]);
+      Value value = ReadWord(parameter, words[next]);
       ++next;
       return value;
     } catch (const Failure& failure) {
       unreadable = failure;
     }
   }
-  return StandardValue(parameter);
+  return LeftOutValue(parameter);
 }
 
 }  // namespace lx::tool

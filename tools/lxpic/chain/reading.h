@@ -33,10 +33,10 @@ class Reading {
   const std::string& TakeWord(const catalogue::Parameter& parameter);
 
   Value ReadParameter(std::size_t index);
-  Value TakeDestination(const catalogue::Parameter& parameter, std::size_t index);
   Value TakeSource(const catalogue::Parameter& parameter);
   Value TakeCurrent(const catalogue::Parameter& parameter);
   Value SourceFrom(const ImageValue& image);
+  Value ReadWord(const catalogue::Parameter& parameter, const std::string& word) const;
   Value TakeOperand(const catalogue::Parameter& parameter);
   Value TakeOption(const catalogue::Parameter& parameter);
 

@@ -6,11 +6,16 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
-#include <set>
+#include <fstream>
+#include <optional>
 
 #include "tools/lxpic/chain/chain.h"
-#include "tools/lxpic/chain/overloads.h"
+#include "tools/lxpic/command/outputs.h"
+#include "tools/lxpic/common/jobs.h"
+#include "tools/lxpic/common/words.h"
 #include "tools/lxpic/file/files.h"
+#include "tools/lxpic/report/drawing.h"
+#include "tools/lxpic/report/plot.h"
 
 namespace lx::tool {
 
@@ -43,70 +48,80 @@ class Progress {
   bool shown;
 };
 
-bool LooksLikeFile(const std::string& word) {
-  std::error_code ignored;
-  return word.find_first_of("./") != std::string::npos || fs::exists(word, ignored);
-}
+// The files of one run of the chain; "" for none.
+struct FileNames {
+  std::string input;
+  std::string output;
+  std::string plot;
+};
 
-bool NamesFolder(const std::string& output, const std::vector<std::string>& inputs) {
-  // Without an input there is no name for a file in a folder.
-  if (inputs.front().empty()) return false;
-  std::error_code ignored;
-  return output.ends_with('/') || fs::is_directory(output, ignored) ||
-         (inputs.size() > 1 && !HasKnownExtension(output));
-}
-
-// The file in the folder for `input`, whose name it keeps as far as it can be written.
-fs::path OutputFor(const std::string& input, const fs::path& folder) {
-  fs::path name = fs::path(input).filename();
-  if (!HasKnownExtension(name.string())) name.replace_extension(".png");
-  return folder / name;
-}
-
-std::vector<std::string> OutputsInFolder(const std::vector<std::string>& inputs,
-                                         const std::string& folder) {
-  std::error_code error;
-  fs::create_directories(folder, error);
-  if (error) throw Failure(kFileFailed, folder + ": cannot be made: " + error.message());
-  std::vector<std::string> outputs;
-  std::set<fs::path> used;
-  for (const std::string& input : inputs) {
-    const fs::path output = OutputFor(input, folder);
-    if (!used.insert(output).second) {
-      throw Failure(kWrongUsage, "two inputs would be written to " + output.string());
-    }
-    if (fs::exists(output, error) && fs::equivalent(input, output, error)) {
-      throw Failure(kWrongUsage, input + " would be overwritten by its result");
-    }
-    outputs.push_back(output.string());
+std::vector<FileNames> ChooseFiles(const BatchOptions& options,
+                                   const std::vector<std::string>& inputs) {
+  if (!options.plot.empty() && options.plot == options.output) {
+    throw Failure(kWrongUsage, "-o and --plot name the same file");
   }
-  return outputs;
-}
-
-// One output for each input; "" where nothing is written.
-std::vector<std::string> ChooseOutputs(const BatchOptions& options,
-                                       const std::vector<std::string>& inputs) {
-  if (options.output.empty()) return std::vector<std::string>(inputs.size());
-  if (NamesFolder(options.output, inputs)) return OutputsInFolder(inputs, options.output);
-  if (inputs.size() > 1) {
-    throw Failure(kWrongUsage, "several images need a folder to be written to: -o FOLDER/");
+  const auto outputs = ChooseOutputs("-o", options.output, inputs);
+  const auto plots = ChooseOutputs("--plot", options.plot, inputs);
+  std::vector<FileNames> files;
+  for (std::size_t i = 0; i < inputs.size(); ++i) {
+    files.push_back({inputs[i], outputs[i], plots[i]});
   }
-  CheckExtension(options.output);
-  return {options.output};
+  return files;
 }
 
-void PrintReport(const BatchOptions& options, const std::string& input, const StepReport& report) {
-  for (const std::string& result : report.results) std::printf("%s\n", result.c_str());
-  if (!options.time) return;
+// What one run of the chain leaves to be told.
+struct RunReport {
+  TableRow row;
+  std::string times;
+  std::optional<Failure> failure;
+};
+
+std::string TimeText(const BatchOptions& options, const std::string& input,
+                     const StepReport& step) {
+  std::array<char, 64> time{};
+  std::snprintf(time.data(), time.size(), ": %.3f ms", step.milliseconds);
   const std::string file = input.empty() ? "" : input + ": ";
   const std::string runs =
       options.repeat > 1 ? " (median of " + std::to_string(options.repeat) + ")" : "";
-  std::fprintf(stderr, "%s%s: %.3f ms%s\n", file.c_str(), report.words.c_str(), report.milliseconds,
-               runs.c_str());
+  return file + step.words + time.data() + runs + "\n";
 }
 
-ImageValue RunChain(Chain& chain, const std::string& input, const ImageValue& start,
-                    const Chain::Observer& observe) {
+// Files that would be drawn to under the name of an image get one of a drawing.
+void DrawTo(const std::string& path, const NamedNumbers& vector) {
+  const std::string name =
+      IsDrawingName(path) ? path : fs::path(path).replace_extension(".png").string();
+  WritePlot(name, vector);
+}
+
+const NamedNumbers* FindVector(const ChainResult& result, bool ofLastStep) {
+  for (auto each = result.numbers.rbegin(); each != result.numbers.rend(); ++each) {
+    const bool isDrawn = each->numbers.drawing != Numbers::Drawing::kNone;
+    if (isDrawn && (!ofLastStep || each->name == result.lastVector)) return &*each;
+  }
+  return nullptr;
+}
+
+// Writes what the options ask for.
+void WriteFiles(const BatchOptions& options, const FileNames& files, const ChainResult& result) {
+  const NamedNumbers* const last = FindVector(result, true);
+  if (!files.plot.empty()) {
+    const NamedNumbers* const vector = last != nullptr ? last : FindVector(result, false);
+    if (vector == nullptr) throw Failure(kWrongUsage, "there is no vector to draw");
+    DrawTo(files.plot, *vector);
+  }
+  if (files.output.empty()) {
+    const bool isTold = !files.plot.empty() || !result.numbers.empty() || options.time;
+    if (!isTold) throw Failure(kWrongUsage, "nothing is written: add -o FILE");
+  } else if (last != nullptr && files.plot.empty()) {
+    DrawTo(files.output, *last);
+  } else {
+    if (!result.image) throw Failure(kWrongUsage, "there is no image to write");
+    WriteImage(files.output, result.image);
+  }
+}
+
+ChainResult RunChain(Chain& chain, const std::string& input, const Chain::Observer& observe) {
+  const ImageValue start = input.empty() ? ImageValue() : ReadImage(input);
   try {
     return chain.Run(start, observe);
   } catch (const Failure& failure) {
@@ -115,59 +130,89 @@ ImageValue RunChain(Chain& chain, const std::string& input, const ImageValue& st
   }
 }
 
-// Runs the chain on `input`, "" being no image; true when it left something for the user.
-bool RunOne(Chain& chain, const BatchOptions& options, const std::string& input,
-            const std::string& output) {
-  bool printed = options.time;
-  const ImageValue start = input.empty() ? ImageValue() : ReadImage(input);
-  const auto observe = [&](const StepReport& report) {
-    printed = printed || !report.results.empty();
-    PrintReport(options, input, report);
-  };
-  const ImageValue result = RunChain(chain, input, start, observe);
-  if (output.empty()) return printed;
-  if (!result) throw Failure(kWrongUsage, "there is no image to write");
-  WriteImage(output, result);
-  return true;
+RunReport RunOne(Chain& chain, const BatchOptions& options, const FileNames& files) {
+  RunReport report{{files.input, {}}, "", std::nullopt};
+  try {
+    const ChainResult result = RunChain(chain, files.input, [&](const StepReport& step) {
+      if (options.time) report.times += TimeText(options, files.input, step);
+    });
+    WriteFiles(options, files, result);
+    report.row.numbers = result.numbers;
+  } catch (const Failure& failure) {
+    report.failure = failure;
+  }
+  return report;
 }
+
+// A table of the format that the file's extension or the option names.
+TableFormat FormatOf(const BatchOptions& options) {
+  if (options.format) return *options.format;
+  const fs::path extension = fs::path(options.values).extension();
+  if (extension == ".csv") return TableFormat::kCsv;
+  return extension == ".json" ? TableFormat::kJson : TableFormat::kText;
+}
+
+void WriteNumbers(const BatchOptions& options, const std::vector<TableRow>& rows) {
+  const std::string text = TableText(rows, FormatOf(options));
+  if (options.values.empty()) {
+    std::fputs(text.c_str(), stdout);
+    return;
+  }
+  std::ofstream file(options.values, std::ios::binary);
+  file << text;
+  file.close();
+  if (!file) throw Failure(kFileFailed, options.values + ": cannot be written");
+}
+
+// Tells of the runs in their order, and keeps their numbers.
+class Teller {
+ public:
+  Teller(std::size_t count, bool showsProgress)
+      : inputCount(count), progress(count, showsProgress) {
+    progress.Show(0, "");
+  }
+
+  void Tell(const RunReport& report) {
+    std::fputs(report.times.c_str(), stderr);
+    if (report.failure && inputCount == 1) throw Failure(*report.failure);
+    if (report.failure) {
+      progress.Clear();
+      ReportFailure(report.failure->what());
+      if (code == kFine) code = report.failure->Code();
+    } else {
+      rows.push_back(report.row);
+    }
+    progress.Show(++done, report.row.file);
+  }
+
+  ExitCode Finish(const BatchOptions& options) const {
+    progress.Clear();
+    WriteNumbers(options, rows);
+    return code;
+  }
+
+ private:
+  std::size_t inputCount;
+  Progress progress;
+  std::size_t done = 0;
+  std::vector<TableRow> rows;
+  ExitCode code = kFine;
+};
 
 }  // namespace
 
-SplitWords SplitInputs(const std::vector<std::string>& words) {
-  SplitWords split;
-  const auto firstStep = std::find_if(words.begin(), words.end(), StartsStep);
-  split.inputs.assign(words.begin(), firstStep);
-  split.steps.assign(firstStep, words.end());
-  for (const std::string& input : split.inputs) {
-    if (LooksLikeFile(input)) continue;
-    throw Failure(kWrongUsage, "'" + input + "' is neither a file nor an operation" +
-                                   Suggestion(input, OperationNames()));
-  }
-  return split;
-}
-
 ExitCode RunBatch(const BatchOptions& options) {
   auto [inputs, steps] = SplitInputs(options.words);
-  const bool several = inputs.size() > 1;
   if (inputs.empty()) inputs.emplace_back();
-  const auto outputs = ChooseOutputs(options, inputs);
-  Chain chain(steps, options.repeat);
-  const Progress progress(inputs.size(), !options.time);
-  ExitCode code = kFine;
-  for (std::size_t i = 0; i < inputs.size(); ++i) {
-    progress.Show(i, inputs[i]);
-    try {
-      if (!RunOne(chain, options, inputs[i], outputs[i])) {
-        throw Failure(kWrongUsage, "nothing is written: add -o FILE");
-      }
-    } catch (const Failure& failure) {
-      if (!several) throw;
-      progress.Clear();
-      ReportFailure(failure.what());
-      if (code == kFine) code = failure.Code();
-    }
-  }
-  return code;
+  const auto files = ChooseFiles(options, inputs);
+  Teller teller(files.size(), !options.time);
+  RunJobs(files.size(), options.jobs, [&, &words = steps] {
+    const auto chain = std::make_shared<Chain>(words, options.repeat);
+    return [&, chain](std::size_t i) {
+      return [&teller, report = RunOne(*chain, options, files[i])] { teller.Tell(report); };
+    };
+  });
+  return teller.Finish(options);
 }
 
 void ReportFailure(const std::string& message) {

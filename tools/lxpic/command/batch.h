@@ -2,10 +2,12 @@
 // One chain over one image file or many.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "tools/lxpic/common/failure.h"
+#include "tools/lxpic/report/table.h"
 
 namespace lx::tool {
 
@@ -14,18 +16,18 @@ struct BatchOptions {
   std::vector<std::string> words;
   /// A file, or a folder for one file for each input; "" writes nothing.
   std::string output;
+  /// As `output`, for a drawing of the last vector.
+  std::string plot;
+  /// The file for the numbers; "" prints them.
+  std::string values;
+  /// Of the numbers; left out it is the one that the extension of `values` names, or text.
+  std::optional<TableFormat> format;
   /// Whether to print the time of each step.
   bool time = false;
   int repeat = 1;
+  /// How many files are worked on at once.
+  std::size_t jobs = 1;
 };
-
-/// The words up to the first step, and the rest.
-struct SplitWords {
-  std::vector<std::string> inputs;
-  std::vector<std::string> steps;
-};
-/// Throws Failure when a word is neither a file nor the name of a step.
-SplitWords SplitInputs(const std::vector<std::string>& words);
 
 /// Runs the chain. What fails on one of several inputs is reported on stderr and does not stop the
 /// others; the code of the first failure is returned. A wrong command line throws Failure before

@@ -27,31 +27,48 @@ A chain is one or more image files and then operations, for instance
 
   lxpic part.png gain-offset 1.4 -20 oper subtract golden.png -o out.png
 
-Each operation works on the current image, which is the input at first, and leaves its result as
-the next one. Behind its name stand, in the order that 'lxpic help OPERATION' shows:
+Each operation works on the current image, at first the input, and leaves the next one. Behind its
+name stand, in the order that 'lxpic help OPERATION' shows:
 
   choices      by name: oper subtract ...
-  images       a file, @NAME for an image kept with 'store NAME', @ for the input
+  images       a file, or @ for the input
   constants    a grey level, or a colour r,g,b
   tables       a file of numbers, identity, invert, gamma:G, threshold:N
   kernels      rows like 1,2,1/2,4,2/1,2,1, or a preset like sobel-x
-
-The current image is the first image of the operation; _ puts it elsewhere:
-
-  oper subtract 100            image - 100
-  oper subtract 100 _          100 - image
-  oper subtract golden.png _   golden.png - image
+  @NAME        for any of these, what a step before left under this name
+  _            the current image, where it is not the first: oper subtract 100 _ is 100 - image
 
 Between the name and these words may stand, in any order:
 
   TYPE         the pixel type of the result, where several are possible: convert bw16 8
+  WORD         another word of those that the help shows for 'this form' only
   WxH          the size of the result: copy bw8 640x480 128
   onto IMAGE   the image that the result starts as; otherwise it starts as a copy of the current
                image if that has its type and size, and black if not
 
+What an operation leaves besides that image is kept under the name that its help shows, until
+another result takes the name; 'store NAME' keeps what the step before left, image or numbers, under
+a name of your own. Numbers are printed at the end, those of many files as one table. Where the last
+step leaves a vector, -o draws it.
+
 Types are bw8, bw16, bw32, c24, c15, c16, c24a, complex64 and bw1. Files hold bw8, bw16 and c24.
 Exit codes: 0 fine, 1 an operation failed, 2 a wrong command line, 3 a file cannot be read or
 written.)";
+
+struct NamedFormat {
+  const char* name;
+  TableFormat format;
+};
+constexpr std::array kFormats = {NamedFormat{"text", TableFormat::kText},
+                                 NamedFormat{"csv", TableFormat::kCsv},
+                                 NamedFormat{"json", TableFormat::kJson}};
+
+TableFormat ReadFormat(const std::string& word) {
+  const auto* const found = std::find_if(
+      kFormats.begin(), kFormats.end(), [&](const NamedFormat& each) { return word == each.name; });
+  if (found != kFormats.end()) return found->format;
+  throw Failure(kWrongUsage, "--format: '" + word + "' is not text, csv or json");
+}
 
 // Parses the command line; false when it only asked for help, which has then been printed.
 bool Parse(CLI::App& app, Arguments arguments) {
@@ -153,12 +170,18 @@ ExitCode RunDemoCommand(const Arguments& arguments) {
 ExitCode RunChain(const Arguments& arguments) {
   CLI::App app("Runs image-processing operations on files", "lxpic");
   BatchOptions options;
+  std::string format;
   bool plain = false;
   app.add_option("WORDS", options.words, "Image files, then operations with their operands");
   app.add_option("-o,--output", options.output, "The file to write, or a folder for many");
+  app.add_option("--plot", options.plot, "The same for a drawing of the last vector, PNG or SVG");
+  app.add_option("--values", options.values, "The file to write the numbers to, .csv or .json");
+  app.add_option("--format", format, "How to print them: text, csv or json");
+  app.add_option("--jobs", options.jobs, "How many files to work on at once")
+      ->check(CLI::Range(1, 256));
   app.add_flag("--plain", plain, "Do not use the fast paths");
   app.add_flag("--time", options.time, "Print the time of each operation");
-  app.add_option("--repeat", options.repeat, "Run each operation so often; the median is printed")
+  app.add_option("--repeat", options.repeat, "Run each so often, and print the median")
       ->check(CLI::Range(1, 100000));
   app.footer(std::string("Other commands, each with its own --help:\n"
                          "  list [TEXT]       the operations\n"
@@ -169,6 +192,7 @@ ExitCode RunChain(const Arguments& arguments) {
              kGuide);
   if (!Parse(app, arguments)) return kFine;
   if (options.words.empty()) throw Failure(kWrongUsage, "nothing to do; 'lxpic help' tells more");
+  if (!format.empty()) options.format = ReadFormat(format);
   if (plain) LxSetMMX(0);
   return RunBatch(options);
 }

@@ -67,9 +67,10 @@ std::string FormText(const Operation& operation) {
   std::vector<std::string> written;
   for (std::size_t i = 0; i < operation.parameters.size(); ++i) {
     const Parameter& parameter = operation.parameters[i];
-    const std::string type = TypeText(parameter);
-    if (type.empty() || !MustBeGiven(operation, i)) continue;
-    (parameter.written ? written : read).push_back(type);
+    const bool isResult = IsResult(operation, i);
+    const std::string type = isResult ? parameter.name : TypeText(parameter);
+    if (type.empty() || (!isResult && !MustBeGiven(operation, i))) continue;
+    (parameter.IsWritten() ? written : read).push_back(type);
   }
   const std::string result = written.empty() ? "" : "-> " + Join(written, ", ");
   return read.empty() ? result : Join(read, ", ") + (result.empty() ? "" : " " + result);
@@ -83,16 +84,12 @@ std::string UsageText(const Operation& operation) {
   bool constantBefore = false;
   for (std::size_t i = 0; i < operation.parameters.size(); ++i) {
     const Parameter& parameter = operation.parameters[i];
-    const bool isRegion = parameter.kind == Kind::kRegion;
+    if (!IsOperand(parameter)) continue;
     std::string name = parameter.name;
     std::transform(name.begin(), name.end(), name.begin(),
                    [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
-    if (parameter.written) {
-      if (isRegion && i != operation.DestinationIndex()) usage += " @" + name;
-      continue;
-    }
     constantBefore = constantBefore || parameter.kind == Kind::kConstant;
-    if (isRegion && i == sources.front()) {
+    if (parameter.IsRegion() && i == sources.front()) {
       if (constantBefore) usage += std::string(" ") + kCurrentWord;
     } else if (MustBeGiven(operation, i)) {
       usage += " " + name;
@@ -104,38 +101,59 @@ std::string UsageText(const Operation& operation) {
   return usage + closing;
 }
 
+std::string LeftOutText(const Parameter& parameter) {
+  const auto& [value, words] = *parameter.leftOut;
+  return words.empty() ? NumberText(value) : words;
+}
+
 std::string ParameterText(const Operation& operation, std::size_t index) {
   const Parameter& parameter = operation.parameters[index];
   std::string text = ValueForms(parameter);
-  if (parameter.maximum > parameter.minimum) {
-    text += ", usually " + NumberText(parameter.minimum) + ".." + NumberText(parameter.maximum);
-  }
-  if (!MustBeGiven(operation, index))
-    text += "; " + NumberText(parameter.standard) + " if left out";
+  if (parameter.whenNull) text += std::string(", or ") + kNullWord + ": " + *parameter.whenNull;
+  if (!MustBeGiven(operation, index)) text += "; " + LeftOutText(parameter) + " if left out";
   return text;
 }
 
 std::string ErrorsText(const Operation& operation) {
   std::vector<std::string> errors;
-  const bool hasRegion =
-      std::any_of(operation.parameters.begin(), operation.parameters.end(),
-                  [](const Parameter& each) { return each.kind == Kind::kRegion; });
+  const bool hasRegion = std::any_of(operation.parameters.begin(), operation.parameters.end(),
+                                     [](const Parameter& each) { return each.IsRegion(); });
   if (hasRegion) {
     errors.push_back(catalogue::ErrorName(LX_ERROR_ROI_NOT_ATTACHED));
     errors.push_back(catalogue::ErrorName(LX_ERROR_SIZE_MISMATCH));
   }
-  for (const LX_ERRORS code : operation.errors) errors.push_back(catalogue::ErrorName(code));
+  for (const auto& [code, leaves] : operation.refusals) {
+    errors.push_back(catalogue::ErrorName(code) + (leaves.empty() ? "" : " leaves " + leaves));
+  }
   return Join(errors, "; ");
+}
+
+// By InPlace.
+constexpr std::array kInPlaceTexts = {"", "yes", "refused", "yes or refused, as the operands say"};
+
+// What is kept under names.
+std::string ResultsText(const Operation& operation) {
+  std::vector<std::string> results;
+  for (std::size_t i = 0; i < operation.parameters.size(); ++i) {
+    const Parameter& parameter = operation.parameters[i];
+    if (!IsResult(operation, i)) continue;
+    results.push_back("@" + parameter.name +
+                      (parameter.IsRegion() ? ", an image, " + TypeText(parameter) : ""));
+  }
+  return Join(results, "; ");
 }
 
 std::string OverloadText(const Operation& operation) {
   std::string text = FormText(operation) + "\n";
   text += Entry("", operation.summary);
   text += Entry("words", UsageText(operation));
+  if (const auto labels = LabelsOf(operation); !labels.empty()) {
+    text += Entry("this form", Join(labels, ", "));
+  }
   for (std::size_t i = 0; i < operation.parameters.size(); ++i) {
     const Parameter& parameter = operation.parameters[i];
-    if (parameter.written) continue;
-    if (parameter.kind == Kind::kRegion) {
+    if (!IsOperand(parameter)) continue;
+    if (parameter.IsRegion()) {
       const bool current = i == operation.SourceIndices().front();
       text += Entry(parameter.name, std::string(current ? "the current image, " : "an image, ") +
                                         TypeText(parameter));
@@ -143,7 +161,11 @@ std::string OverloadText(const Operation& operation) {
       text += Entry(parameter.name, ParameterText(operation, i));
     }
   }
-  if (operation.inPlace) text += Entry("in place", "yes");
+  if (const std::string results = ResultsText(operation); !results.empty()) {
+    text += Entry("leaves", results);
+  }
+  const auto inPlace = static_cast<std::size_t>(operation.inPlace);
+  if (*kInPlaceTexts[inPlace] != '\0') text += Entry("in place", kInPlaceTexts[inPlace]);
   if (const std::string errors = ErrorsText(operation); !errors.empty()) {
     text += Entry("errors", errors);
   }

@@ -87,6 +87,10 @@ std::string Join(const std::vector<std::string>& items, std::string_view separat
   return joined;
 }
 
+void AddOnce(std::vector<std::string>& items, const std::string& item) {
+  if (std::find(items.begin(), items.end(), item) == items.end()) items.push_back(item);
+}
+
 std::string NumberText(double value) {
   std::array<char, 32> text{};
   const bool whole = value == std::floor(value) && std::abs(value) < 1e15;

@@ -33,6 +33,9 @@ std::string Suggestion(std::string_view word, const std::vector<std::string>& na
 /// The items with `separator` between them.
 std::string Join(const std::vector<std::string>& items, std::string_view separator);
 
+/// Adds `item` unless it is there.
+void AddOnce(std::vector<std::string>& items, const std::string& item);
+
 /// A number without needless digits.
 std::string NumberText(double value);
 

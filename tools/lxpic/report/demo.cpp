@@ -103,7 +103,7 @@ class Inspection {
   double TimeOf(const ImageValue& start, const Words& steps) {
     double time = 0;
     Chain chain(steps, kRuns, folder);
-    result = chain.Run(start, [&](const StepReport& report) { time += report.milliseconds; });
+    result = chain.Run(start, [&](const StepReport& report) { time += report.milliseconds; }).image;
     return time;
   }
 

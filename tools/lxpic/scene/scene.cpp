@@ -5,18 +5,13 @@
 #include <cmath>
 #include <numbers>
 
-#include "tools/lxpic/common/failure.h"
-
 namespace lx::tool {
 
 Scene::Scene(const Size& size, const Colour& background)
     : surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, size.width, size.height)),
       context(cairo_create(surface.get())) {
-  if (cairo_status(Cairo()) != CAIRO_STATUS_SUCCESS) {
-    throw Failure(kOperationFailed,
-                  std::string("drawing: ") + cairo_status_to_string(cairo_status(Cairo())));
-  }
-  cairo_set_source_rgb(Cairo(), background.red, background.green, background.blue);
+  CheckCairo(cairo_status(Cairo()));
+  SetColour(Cairo(), background);
   cairo_paint(Cairo());
   const double scale = std::min(size.width / kWidth, size.height / kHeight);
   cairo_translate(Cairo(), (size.width - scale * kWidth) / 2, (size.height - scale * kHeight) / 2);
@@ -26,12 +21,12 @@ Scene::Scene(const Size& size, const Colour& background)
 }
 
 void Scene::Fill(const Colour& colour) {
-  cairo_set_source_rgb(Cairo(), colour.red, colour.green, colour.blue);
+  SetColour(Cairo(), colour);
   cairo_fill(Cairo());
 }
 
 void Scene::Stroke(const Colour& colour, double width) {
-  cairo_set_source_rgb(Cairo(), colour.red, colour.green, colour.blue);
+  SetColour(Cairo(), colour);
   cairo_set_line_width(Cairo(), width);
   cairo_stroke(Cairo());
 }
@@ -67,13 +62,12 @@ void Scene::Ring(double x, double y, double radius, double width, const Colour& 
 
 void Scene::Print(double x, double y, double size, bool bold, const std::string& text,
                   const Colour& colour) {
-  // Cairo's built-in stroke font needs no font files and looks the same everywhere.
-  cairo_select_font_face(Cairo(), "@cairo:", CAIRO_FONT_SLANT_NORMAL,
+  cairo_select_font_face(Cairo(), kStrokeFont, CAIRO_FONT_SLANT_NORMAL,
                          bold ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
   cairo_set_font_size(Cairo(), size);
   cairo_text_extents_t extents;
   cairo_text_extents(Cairo(), text.c_str(), &extents);
-  cairo_set_source_rgb(Cairo(), colour.red, colour.green, colour.blue);
+  SetColour(Cairo(), colour);
   cairo_move_to(Cairo(), x, y);
   cairo_show_text(Cairo(), text.c_str());
   cairo_new_path(Cairo());

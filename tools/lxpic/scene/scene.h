@@ -2,23 +2,15 @@
 // A drawing of a product, with what is needed to spoil it in believable places.
 #pragma once
 
-#include <cairo.h>
-
-#include <memory>
 #include <string>
 #include <vector>
 
+#include "tools/lxpic/common/cairo.h"
 #include "tools/lxpic/common/words.h"
 #include "tools/lxpic/scene/defect.h"
 #include "tools/lxpic/scene/random.h"
 
 namespace lx::tool {
-
-struct Colour {
-  double red;
-  double green;
-  double blue;
-};
 
 struct Box {
   double x;
@@ -33,11 +25,6 @@ struct Segment {
   double x2;
   double y2;
   double width;
-};
-
-struct CairoDestroyer {
-  void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
-  void operator()(cairo_t* context) const { cairo_destroy(context); }
 };
 
 /// The drawing is laid out on 1200 x 900 units, whatever its size in pixels.
@@ -74,8 +61,8 @@ class Scene {
   std::vector<Segment> traces;
 
  private:
-  std::unique_ptr<cairo_surface_t, CairoDestroyer> surface;
-  std::unique_ptr<cairo_t, CairoDestroyer> context;
+  SurfacePointer surface;
+  ContextPointer context;
 };
 
 /// Drawings that are always the same, so that any two of a kind can be compared.

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "catalogue/enumerations.h"
 #include "tools/lxpic/common/failure.h"
 #include "tools/lxpic/common/words.h"
 
@@ -22,23 +23,6 @@ struct Named {
   T value;
 };
 
-constexpr std::array<Named<KERNEL_TYPE>, 14> kPresets = {{
-    {"thin", KERNEL_THIN},
-    {"thick", KERNEL_THICK},
-    {"square", KERNEL_SQUARE},
-    {"sobel-x", KERNEL_SOBEL_X},
-    {"sobel-y", KERNEL_SOBEL_Y},
-    {"prewitt-x", KERNEL_PREWITT_X},
-    {"prewitt-y", KERNEL_PREWITT_Y},
-    {"laplacian-4", KERNEL_LAPLACIAN_4},
-    {"laplacian-8", KERNEL_LAPLACIAN_8},
-    {"gaussian", KERNEL_GAUSSIAN},
-    {"ring", KERNEL_RING},
-    {"uniform", KERNEL_UNIFORM},
-    {"highpass-1", KERNEL_HIGHPASS_1},
-    {"highpass-2", KERNEL_HIGHPASS_2},
-}};
-
 constexpr std::array<Named<KERNEL_RECTIFIER>, 4> kRectifiers = {{
     {"none", RECTIFIER_NONE},
     {"negative", RECTIFIER_NEGATIVE},
@@ -48,12 +32,16 @@ constexpr std::array<Named<KERNEL_RECTIFIER>, 4> kRectifiers = {{
 
 template <class Table>
 auto FindName(const Table& table, const std::string& name) {
-  const auto* const found =
+  const auto found =
       std::find_if(table.begin(), table.end(), [&](const auto& each) { return each.name == name; });
   if (found != table.end()) return found->value;
   std::vector<std::string> names;
   for (const auto& each : table) names.emplace_back(each.name);
   throw Failure(kWrongUsage, "'" + name + "' is not known" + Suggestion(name, names));
+}
+
+KERNEL_TYPE FindPreset(const std::string& name) {
+  return static_cast<KERNEL_TYPE>(FindName(catalogue::NamesOf("KERNEL_TYPE"), name));
 }
 
 std::vector<std::string> Split(const std::string& text, char separator) {
@@ -127,8 +115,8 @@ constexpr std::array<Named<Setter>, 4> kSettings = {{
 std::shared_ptr<LxKernel> ReadKernel(const std::string& word) {
   const auto parts = Split(word, ':');
   const bool isRows = ReadNumbers(parts.front().substr(0, parts.front().find('/'))).has_value();
-  auto kernel = isRows ? KernelOfRows(parts.front())
-                       : std::make_shared<LxKernel>(FindName(kPresets, parts.front()));
+  auto kernel =
+      isRows ? KernelOfRows(parts.front()) : std::make_shared<LxKernel>(FindPreset(parts.front()));
   for (std::size_t i = 1; i < parts.size(); ++i) {
     const std::size_t equals = std::min(parts[i].find('='), parts[i].size());
     FindName(kSettings, parts[i].substr(0, equals))(

@@ -142,18 +142,22 @@ std::shared_ptr<LxVector> ReadVector(const std::string& word) {
   return vector;
 }
 
-std::string VectorText(const LxVector& vector) {
+Numbers VectorNumbers(const LxVector& vector) {
+  Numbers numbers{true, Numbers::Drawing::kLine, {""}, {}};
   const auto* const type =
       std::find_if(kElementTypes.begin(), kElementTypes.end(), [&](const auto& each) {
         return each.dataSize == vector.GetDataSize() && each.dataType == vector.GetDataType();
       });
-  if (type == kElementTypes.end() || vector.GetDataPtr() == nullptr) return "";
-  std::vector<std::string> elements;
+  if (type == kElementTypes.end() || vector.GetDataPtr() == nullptr) return numbers;
   const int count = vector.GetNbGroup() * vector.GetGroupLength();
   for (int i = 0; i < count; ++i) {
-    elements.push_back(NumberText(type->load(vector.GetDataPtr(), static_cast<std::size_t>(i))));
+    numbers.values.push_back(type->load(vector.GetDataPtr(), static_cast<std::size_t>(i)));
   }
-  return Join(elements, ",");
+  numbers.fields.clear();
+  for (int i = 0; i < vector.GetGroupLength(); ++i) {
+    numbers.fields.push_back(vector.GetGroupLength() == 1 ? "" : std::to_string(i + 1));
+  }
+  return numbers;
 }
 
 }  // namespace lx::tool

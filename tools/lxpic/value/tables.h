@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "lxpic/lxpic.h"
+#include "tools/lxpic/value/numbers.h"
 
 namespace lx::tool {
 
@@ -23,7 +24,7 @@ std::vector<unsigned> ReadTable(const std::string& word, std::size_t size, unsig
 /// "f32:" names another type. Throws Failure.
 std::shared_ptr<LxVector> ReadVector(const std::string& word);
 
-/// The elements with commas between them.
-std::string VectorText(const LxVector& vector);
+/// The elements, of which each holds a group. Nothing for a layout that is not known.
+Numbers VectorNumbers(const LxVector& vector);
 
 }  // namespace lx::tool

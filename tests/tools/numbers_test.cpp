@@ -1,0 +1,222 @@
+// SPDX-License-Identifier: Apache-2.0
+// What chains leave besides images: kept under names, printed, written as tables and drawn.
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <set>
+
+#include "tools/lxpic/common/jobs.h"
+#include "tools/lxpic/report/plot.h"
+#include "tools/lxpic/report/table.h"
+#include "tools/tool_fixture.h"
+
+namespace lx::tool {
+namespace {
+
+Numbers Number(double value) { return {false, Numbers::Drawing::kNone, {""}, {value}}; }
+
+Numbers Profile(std::vector<double> values) {
+  return {true, Numbers::Drawing::kLine, {""}, std::move(values)};
+}
+
+TEST(Table, OneFileIsListedAndManyMakeATable) {
+  const TableRow one{"a.png", {{"threshold", Number(128)}, {"mean", Number(101.43327F)}}};
+  EXPECT_EQ(TableText({one}, TableFormat::kText), "threshold 128\nmean 101.433\n");
+  const TableRow two{"longer.png", {{"threshold", Number(7)}}};
+  EXPECT_EQ(TableText({one, two}, TableFormat::kText),
+            "file        threshold  mean\n"
+            "a.png       128        101.433\n"
+            "longer.png  7\n");
+  // Single precision is written with its own digits, double precision with all of them.
+  const TableRow exact{"x,\"y\"", {{"single", Number(0.1F)}, {"double", Number(0.1)}}};
+  EXPECT_EQ(TableText({exact}, TableFormat::kCsv), "file,single,double\n\"x,\"\"y\"\"\",0.1,0.1\n");
+  const TableRow precise{"", {{"single", Number(1.0F / 3)}, {"double", Number(1.0 / 3)}}};
+  EXPECT_EQ(TableText({precise}, TableFormat::kCsv),
+            "single,double\n0.33333334,0.3333333333333333\n");
+  EXPECT_EQ(TableText({TableRow{"a.png", {}}}, TableFormat::kJson), "");
+}
+
+TEST(Table, VectorsAreShortInTextAndWholeElsewhere) {
+  std::vector<double> values(256);
+  for (std::size_t i = 0; i < values.size(); ++i) values[i] = static_cast<double>(i) / 2;
+  const TableRow row{"", {{"n", Number(3)}, {"histogram", Profile(values)}}};
+  EXPECT_EQ(TableText({row}, TableFormat::kText),
+            "n 3\nhistogram 0,0.5,1,1.5,...,126,126.5,127,127.5 (256)\n");
+  const std::string csv = TableText({row}, TableFormat::kCsv);
+  EXPECT_TRUE(csv.starts_with("index,n,histogram\n0,3,0\n1,3,0.5\n")) << csv;
+  EXPECT_TRUE(csv.ends_with("255,3,127.5\n")) << csv;
+
+  const Numbers path{true, Numbers::Drawing::kPath, {"x", "y"}, {1, 2, 3, -4}};
+  const TableRow both{"b\n", {{"path", path}, {"none", Number(NAN)}, {"p", Profile({5})}}};
+  EXPECT_EQ(TableText({both}, TableFormat::kText), "path 1,2 3,-4\nnone nan\np 5\n");
+  EXPECT_EQ(TableText({both}, TableFormat::kCsv),
+            "file,index,path.x,path.y,none,p\n\"b\n\",0,1,2,nan,5\n\"b\n\",1,3,-4,nan,\n");
+  EXPECT_TRUE(TableText({both, row}, TableFormat::kJson)
+                  .starts_with("[\n  {\"file\": \"b\\u000a\", \"path\": [{\"x\": 1, \"y\": 2}, "
+                               "{\"x\": 3, \"y\": -4}], \"none\": null, \"p\": [5]},\n"));
+}
+
+class Values : public ToolTest {
+ protected:
+  Values() : a(WriteGrey("a.png", 2, {1, 2})), b(WriteGrey("b.png", 2, {3, 4})) {}
+  std::string a;
+  std::string b;
+};
+
+TEST_F(Values, AreKeptUnderTheirNamesAndTakenByLaterSteps) {
+  // 1,2 becomes 11,12, then 22,24.
+  const std::vector<std::string> twice = {"vect1c2", "add",      "1,2",          "10",
+                                          "vect1c2", "multiply", "@destination", "2"};
+  EXPECT_EQ(Tool(twice).out, "destination 22,24\n");
+  EXPECT_EQ(
+      Tool({"vect1c2", "add", "1,2", "10", "store", "sum", "vect1c2", "multiply", "@sum", "2"}).out,
+      "sum 11,12\ndestination 22,24\n");
+  const Run wrong = Tool({a, "vect1c2", "add", "1,2", "3", "oper", "add", "@destination"});
+  EXPECT_EQ(wrong.code, kWrongUsage);
+  EXPECT_TRUE(Contains(wrong.err, "oper: ")) << wrong.err;
+  EXPECT_TRUE(Contains(Tool({a, "vect1c2", "add", "@destinatoin", "3"}).err,
+                       "nothing is kept as '@destinatoin'"));
+  EXPECT_TRUE(
+      Contains(Tool({a, "store", "x", "vect1c2", "add", "@x", "3"}).err, "'@x' is an image"));
+}
+
+TEST_F(Values, GoWhereTheOptionsSay) {
+  const std::vector<std::string> chain = {a, b, "vect1c2", "add", "u8:1,2", "3"};
+  const auto run = [&](std::vector<std::string> options) {
+    options.insert(options.begin(), chain.begin(), chain.end());
+    return Tool(options);
+  };
+  EXPECT_TRUE(run({}).out.starts_with("file")) << run({}).out;
+  EXPECT_TRUE(Contains(run({}).out, a + "  4,5\n"));
+  EXPECT_EQ(run({"--format", "csv"}).out,
+            "file,index,destination\n" + a + ",0,4\n" + a + ",1,5\n" + b + ",0,4\n" + b + ",1,5\n");
+  EXPECT_EQ(run({"--values", Path("v.json")}).out, "");
+  const std::string written = Content(Path("v.json"));
+  EXPECT_TRUE(Contains(written, a + "\", \"destination\": [4, 5]},\n")) << written;
+  EXPECT_TRUE(Contains(written, b + "\", \"destination\": [4, 5]}\n]\n")) << written;
+  EXPECT_EQ(run({"--format", "xml"}).code, kWrongUsage);
+  EXPECT_EQ(run({"--values", Path("no/v.csv")}).code, kFileFailed);
+}
+
+TEST_F(Values, VectorsAreDrawn) {
+  const std::vector<std::string> chain = {a, "vect1c2", "add", "u8:1,200,7", "3"};
+  const auto run = [&](std::vector<std::string> options) {
+    options.insert(options.begin(), chain.begin(), chain.end());
+    return Tool(options);
+  };
+  EXPECT_EQ(run({"-o", Path("p.svg")}).code, kFine);
+  EXPECT_TRUE(Contains(Content(Path("p.svg")), "<svg"));
+  EXPECT_EQ(run({"-o", Path("p.png")}).code, kFine);
+  EXPECT_GT(ReadImage(Path("p.png")).Width(), 100);
+  // The image stays the image where the drawing has a file of its own, or where a step follows.
+  EXPECT_EQ(run({"-o", Path("i.png"), "--plot", Path("q.svg")}).code, kFine);
+  EXPECT_EQ(LevelsOf(Path("i.png")), (std::vector<int>{1, 2}));
+  EXPECT_TRUE(std::filesystem::exists(Path("q.svg")));
+  EXPECT_EQ(run({"oper", "invert", "-o", Path("i.png"), "--plot", Path("plots/")}).code, kFine);
+  EXPECT_EQ(LevelsOf(Path("i.png")), (std::vector<int>{254, 253}));
+  EXPECT_GT(ReadImage(Path("plots/a.png")).Width(), 100);
+  EXPECT_EQ(Tool({a, "oper", "invert", "--plot", Path("n.png")}).code, kWrongUsage);
+  EXPECT_EQ(run({"-o", Path("s.png"), "--plot", Path("s.png")}).code, kWrongUsage);
+}
+
+// Where a drawing has ink: the blue of bars and lines.
+std::set<std::pair<int, int>> BlueOf(const ImageValue& image) {
+  std::set<std::pair<int, int>> blue;
+  for (int y = 0; y < image.Height(); ++y) {
+    for (int x = 0; x < image.Width(); ++x) {
+      const LxC24 pixel = image.As<LxC24>().GetPixel(x, y);
+      if (pixel.c0 > pixel.c2 + 80) blue.insert({x, y});
+    }
+  }
+  return blue;
+}
+
+TEST_F(Values, DrawingsShowWhatTheyShould) {
+  // Bars of 1 and 3 counts of 4: three quarters of one's height in the second half.
+  WritePlot(Path("h.png"), {"histogram", {true, Numbers::Drawing::kBars, {""}, {1, 4}}});
+  const auto bars = BlueOf(ReadImage(Path("h.png")));
+  std::map<int, int> heights;
+  for (const auto& [x, y] : bars) ++heights[x];
+  ASSERT_GT(heights.size(), 300U);
+  const int low = heights.begin()->second;
+  const int high = heights.rbegin()->second;
+  EXPECT_NEAR(high, 4 * low, 4);
+
+  // A closed square of 10 x 10 pixels keeps its shape.
+  const Numbers square{
+      true, Numbers::Drawing::kClosedPath, {"x", "y"}, {20, 30, 29, 30, 29, 39, 20, 39}};
+  WritePlot(Path("c.png"), {"contour", square});
+  const auto line = BlueOf(ReadImage(Path("c.png")));
+  ASSERT_FALSE(line.empty());
+  int top = line.begin()->second;
+  int bottom = top;
+  std::map<int, int> columns;
+  for (const auto& [x, y] : line) {
+    top = std::min(top, y);
+    bottom = std::max(bottom, y);
+    ++columns[x];
+  }
+  const int width = columns.rbegin()->first - columns.begin()->first;
+  EXPECT_NEAR(width, bottom - top, 2);
+  // The left side is drawn because the path is closed.
+  EXPECT_GT(columns.begin()->second + std::next(columns.begin())->second, width);
+
+  // Nothing, one element, and what is no number can be drawn too.
+  for (const auto& values : {std::vector<double>{}, {5}, {NAN, INFINITY}, {1e300, -1e300}}) {
+    EXPECT_NO_THROW(WritePlot(Path("p.png"), {"profile", Profile(values)}));
+  }
+  EXPECT_NO_THROW(WritePlot(Path("p.png"), {"p", {true, Numbers::Drawing::kPath, {"x", "y"}, {}}}));
+  EXPECT_THROW(WritePlot(Path("no/such/p.png"), {"profile", Profile({1})}), Failure);
+  EXPECT_THROW(WritePlot(Path("no/such/p.svg"), {"profile", Profile({1})}), Failure);
+}
+
+TEST_F(Values, JobsChangeNothingThatIsSeen) {
+  const auto name = [](int i) { return std::to_string(i) + ".png"; };
+  std::vector<std::string> arguments;
+  for (int i = 0; i < 12; ++i) {
+    arguments.push_back(i == 5 ? Write(name(i), "no image") : WriteGrey(name(i), 2, {i, 2 * i}));
+  }
+  for (const char* const word : {"lut", "invert", "transform", "invert", "store", "x", "vect1c2",
+                                 "add", "1,2", "3", "oper", "add", "@"}) {
+    arguments.emplace_back(word);
+  }
+  const auto run = [&](const std::string& jobs) {
+    auto all = arguments;
+    all.insert(all.end(), {"--jobs", jobs, "-o", Path("out" + jobs + "/")});
+    return Tool(all);
+  };
+  const Run one = run("1");
+  const Run four = run("4");
+  EXPECT_EQ(one.code, kFileFailed);
+  EXPECT_EQ(four.code, one.code);
+  EXPECT_EQ(four.out, one.out);
+  EXPECT_EQ(four.err, one.err);
+  for (int i = 0; i < 12; ++i) {
+    if (i == 5) continue;
+    EXPECT_EQ(LevelsOf(Path("out4/" + name(i))), (std::vector<int>{2 * i, 4 * i})) << i;
+  }
+}
+
+TEST(Jobs, FinishInOrderAndPassOnWhatIsThrown) {
+  for (const std::size_t threads : {1U, 3U, 9U}) {
+    std::vector<std::size_t> order;
+    const auto run = [&](std::size_t count, std::size_t bad) {
+      RunJobs(count, threads, [&] {
+        return [&, bad](std::size_t i) {
+          if (i == bad) throw Failure(kOperationFailed, "bad");
+          return [&order, i] { order.push_back(i); };
+        };
+      });
+    };
+    run(6, 99);
+    EXPECT_EQ(order, (std::vector<std::size_t>{0, 1, 2, 3, 4, 5}));
+    order.clear();
+    EXPECT_THROW(run(6, 2), Failure);
+    EXPECT_EQ(order, (std::vector<std::size_t>{0, 1}));
+    run(0, 0);
+  }
+}
+
+}  // namespace
+}  // namespace lx::tool

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tools/lxpic/report/drawing.h"
+
+#include <cairo-svg.h>
+
+#include <algorithm>
+#include <filesystem>
+
+#include "tools/lxpic/common/failure.h"
+
+namespace lx::tool {
+
+namespace {
+
+constexpr double kFontSize = 13;
+constexpr double kWhite = 1;
+// A coordinate names the middle of its pixel, so that lines one pixel wide are sharp.
+constexpr double kMiddle = 0.5;
+
+bool HasExtension(const std::string& path, const char* extension) {
+  return std::filesystem::path(path).extension() == extension;
+}
+
+cairo_surface_t* MakeSurface(const std::string& path, bool isSvg, const Size& size) {
+  if (isSvg) return cairo_svg_surface_create(path.c_str(), size.width, size.height);
+  return cairo_image_surface_create(CAIRO_FORMAT_RGB24, size.width, size.height);
+}
+
+}  // namespace
+
+bool IsDrawingName(const std::string& path) {
+  return HasExtension(path, ".png") || HasExtension(path, ".svg");
+}
+
+Drawing::Drawing(const std::string& fileName, const Size& size)
+    : path(fileName),
+      isSvg(HasExtension(fileName, ".svg")),
+      surface(MakeSurface(fileName, isSvg, size)),
+      context(cairo_create(surface.get())) {
+  Check(cairo_status(context.get()));
+  SetColour(context.get(), {kWhite, kWhite, kWhite});
+  cairo_paint(context.get());
+  cairo_select_font_face(context.get(), kStrokeFont, CAIRO_FONT_SLANT_NORMAL,
+                         CAIRO_FONT_WEIGHT_NORMAL);
+  cairo_set_font_size(context.get(), kFontSize);
+  cairo_set_line_cap(context.get(), CAIRO_LINE_CAP_SQUARE);
+  cairo_set_line_join(context.get(), CAIRO_LINE_JOIN_ROUND);
+}
+
+void Drawing::SetPen(const Colour& colour, double width) {
+  cairo_stroke(context.get());
+  SetColour(context.get(), colour);
+  cairo_set_line_width(context.get(), width);
+}
+
+void Drawing::MoveTo(int x, int y) { cairo_move_to(context.get(), x + kMiddle, y + kMiddle); }
+
+void Drawing::LineTo(int x, int y) { cairo_line_to(context.get(), x + kMiddle, y + kMiddle); }
+
+void Drawing::Text(int x, int y, const char* text) {
+  if (!textShown) return;
+  cairo_stroke(context.get());
+  cairo_move_to(context.get(), x, y);
+  cairo_show_text(context.get(), text);
+  cairo_new_path(context.get());
+}
+
+void Drawing::Finish() {
+  cairo_stroke(context.get());
+  Check(cairo_status(context.get()));
+  if (!isSvg) Check(cairo_surface_write_to_png(surface.get(), path.c_str()));
+  cairo_surface_finish(surface.get());
+  Check(cairo_surface_status(surface.get()));
+}
+
+void Drawing::Check(cairo_status_t status) const {
+  if (status != CAIRO_STATUS_SUCCESS) {
+    throw Failure(kFileFailed, path + ": " + cairo_status_to_string(status));
+  }
+}
+
+}  // namespace lx::tool

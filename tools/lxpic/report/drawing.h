@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: Apache-2.0
+// A drawing in a PNG or SVG file.
+#pragma once
+
+#include <string>
+
+#include "lxpic/lxpic.h"
+#include "tools/lxpic/common/cairo.h"
+#include "tools/lxpic/common/words.h"
+
+namespace lx::tool {
+
+/// Lines and texts on white, one pen after the other.
+class Drawing : public LxDrawTarget {
+ public:
+  /// A drawing of `size` pixels for the file `path`: SVG by that extension, PNG by any other.
+  Drawing(const std::string& path, const Size& size);
+
+  /// Chooses what later lines are drawn with.
+  void SetPen(const Colour& colour, double width);
+  /// Whether later texts are written.
+  void SetTextShown(bool shown) { textShown = shown; }
+
+  void MoveTo(int x, int y) override;
+  void LineTo(int x, int y) override;
+  void Text(int x, int y, const char* text) override;
+
+  /// Writes the file. Throws Failure, which names it.
+  void Finish();
+
+ private:
+  void Check(cairo_status_t status) const;
+
+  std::string path;
+  bool isSvg;
+  SurfacePointer surface;
+  ContextPointer context;
+  bool textShown = true;
+};
+
+/// Whether a drawing can be written to a file of this name.
+bool IsDrawingName(const std::string& path);
+
+}  // namespace lx::tool

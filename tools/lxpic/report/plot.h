@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+
+#include "tools/lxpic/value/numbers.h"
+
+namespace lx::tool {
+
+/// Draws a vector of a kind that can be drawn into a PNG or SVG file: counts as bars, profiles as
+/// lines, both over axes, and paths as they lie in the image. Throws Failure.
+void WritePlot(const std::string& path, const NamedNumbers& vector);
+
+}  // namespace lx::tool

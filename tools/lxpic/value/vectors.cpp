@@ -1,0 +1,149 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tools/lxpic/value/vectors.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <limits>
+
+#include "tools/lxpic/common/failure.h"
+#include "tools/lxpic/value/tables.h"
+
+namespace lx::tool {
+
+namespace {
+
+using catalogue::ByteFunction;
+using catalogue::Kind;
+using catalogue::WordFunction;
+
+// An element as its fields. The primary template is for plain numbers.
+template <class Element>
+struct Fields {
+  static std::vector<std::string> Names() { return {""}; }
+  static void Load(const Element& element, std::vector<double>& values) {
+    values.push_back(static_cast<double>(element));
+  }
+};
+
+template <class Vector>
+Numbers ReadVector(const Vector& vector, Numbers::Drawing drawing) {
+  using Element = std::remove_reference_t<decltype(vector[0])>;
+  Numbers numbers{true, drawing, Fields<Element>::Names(), {}};
+  for (const Element& element : vector) Fields<Element>::Load(element, numbers.values);
+  return numbers;
+}
+
+template <class Vector, Numbers::Drawing drawing>
+Value MakeTyped() {
+  auto vector = std::make_shared<Vector>(0U);
+  return {vector.get(), vector, [vector] { return ReadVector(*vector, drawing); }};
+}
+
+Value MakeUntyped() {
+  auto vector = std::make_shared<LxVector>();
+  return {vector.get(), vector, [vector] { return VectorNumbers(*vector); }};
+}
+
+struct VectorKind {
+  Kind kind;
+  Value (*make)();
+};
+
+constexpr std::array kVectorKinds = {
+    VectorKind{Kind::kByteVector, MakeTyped<LxBW8Vector, Numbers::Drawing::kLine>},
+    VectorKind{Kind::kWordVector, MakeTyped<LxBW16Vector, Numbers::Drawing::kLine>},
+    VectorKind{Kind::kVector, MakeUntyped}};
+
+template <class Element>
+constexpr unsigned kMaximum = std::numeric_limits<Element>::max();
+
+template <class Element>
+constexpr std::size_t kEntries = std::size_t{kMaximum<Element>} + 1;
+
+// `Element` is the unsigned integer type of a full table's index and entries.
+template <class Element>
+std::vector<Element> FullTable(const std::vector<unsigned>& entries) {
+  if (entries.size() != kEntries<Element>) {
+    throw Failure(kWrongUsage, "the table must have " + std::to_string(kEntries<Element>) +
+                                   " entries, not " + std::to_string(entries.size()));
+  }
+  return {entries.begin(), entries.end()};
+}
+
+template <class Element>
+Value MakeRawTable(const std::vector<unsigned>& entries) {
+  auto table = std::make_shared<std::vector<Element>>(FullTable<Element>(entries));
+  return {table->data(), table, {}};
+}
+
+// A plain function cannot carry a table, so the one that is passed looks here. It serves one step
+// at a time: a step runs before the words of the next are read, on the same thread.
+template <class Element>
+thread_local std::vector<Element> functionTable;
+
+template <class Element>
+Element LookUp(Element in) {
+  return functionTable<Element>[in];
+}
+
+template <class Element>
+Value MakeFunction(const std::vector<unsigned>& entries) {
+  functionTable<Element> = FullTable<Element>(entries);
+  return {&LookUp<Element>, {}, {}};
+}
+
+template <class Vector>
+Value MakeFilled(const std::vector<unsigned>& entries) {
+  using Element = std::remove_reference_t<decltype(std::declval<Vector&>()[0])>;
+  auto vector = std::make_shared<Vector>(0U);
+  for (const unsigned entry : entries) {
+    vector->AddElement(Element(static_cast<decltype(Element::value)>(entry)));
+  }
+  return {vector.get(), vector, [vector] { return ReadVector(*vector, Numbers::Drawing::kLine); }};
+}
+
+template <class Element>
+constexpr TableKind MakeTableKind(Kind kind, Value (*make)(const std::vector<unsigned>&)) {
+  return {kind, kEntries<Element>, kMaximum<Element>, make};
+}
+
+constexpr std::array kTableKinds = {
+    MakeTableKind<std::uint8_t>(Kind::kByteTable, MakeRawTable<unsigned char>),
+    MakeTableKind<std::uint16_t>(Kind::kWordTable, MakeRawTable<unsigned short>),
+    MakeTableKind<std::uint8_t>(Kind::kByteVector, MakeFilled<LxBW8Vector>),
+    MakeTableKind<std::uint16_t>(Kind::kWordVector, MakeFilled<LxBW16Vector>),
+    MakeTableKind<std::uint8_t>(Kind::kByteFunction, MakeFunction<unsigned char>),
+    MakeTableKind<std::uint16_t>(Kind::kWordFunction, MakeFunction<unsigned short>)};
+
+template <class Entry, std::size_t count>
+const Entry* Find(const std::array<Entry, count>& entries, Kind kind) {
+  const auto* const found = std::find_if(entries.begin(), entries.end(),
+                                         [=](const Entry& each) { return each.kind == kind; });
+  return found == entries.end() ? nullptr : found;
+}
+
+}  // namespace
+
+catalogue::Argument NullOf(Kind kind) {
+  switch (kind) {
+#define LX_NULL(name, type) \
+  case Kind::name:          \
+    return static_cast<type>(nullptr);
+    LX_POINTER_KINDS(LX_NULL)
+#undef LX_NULL
+    default:
+      return 0.0;
+  }
+}
+
+bool IsPointer(Kind kind) { return !std::holds_alternative<double>(NullOf(kind)); }
+
+const TableKind* FindTableKind(Kind kind) { return Find(kTableKinds, kind); }
+
+Value MakeEmptyVector(Kind kind) {
+  const VectorKind* const found = Find(kVectorKinds, kind);
+  return found == nullptr ? Value{} : found->make();
+}
+
+}  // namespace lx::tool
