@@ -18,7 +18,10 @@ namespace {
 // Scales the pixels that are darker than each level.
 bool Tabulate(const std::uint32_t* counts, unsigned scale, lx::point::ByteTableData& table) {
   const auto total = std::accumulate(counts, counts + 256, std::uint64_t{0});
-  if (!lx::Require(total != 0, LX_ERROR_EMPTY_HISTOGRAM)) return false;
+  if (total == 0) {
+    LxSetError(LX_ERROR_EMPTY_HISTOGRAM);
+    return false;
+  }
   std::uint64_t darker = 0;
   for (unsigned level = 0; level < 256; ++level) {
     table[level] = static_cast<std::uint8_t>(scale * darker / total);
