@@ -85,12 +85,13 @@ void PicEqualize(LxROI<LxBW8>* source, LxROI<LxBW8>* destination) {
 void PicEqualize(LxROI<LxBW16>* source, LxROI<LxBW16>* destination) {
   lx::RunOperation("PicEqualize (BW16)", [&] {
     if (!lx::Usable({source, destination})) return;
+    const auto pixels = std::uint64_t{source->GetWidth()} * source->GetHeight();
+    if (pixels == 0) return;
     const lx::Scratch<std::uint32_t> counts(kWords);
     const lx::Scratch<std::uint16_t> table(kWords);
     if (!counts || !table) return;
     lx::histogram::CountWords(lx::Spans(source, lx::RunLists::kIgnore), {0, kWords - 1, kWords - 1},
                               counts.get());
-    const auto pixels = std::uint64_t{source->GetWidth()} * source->GetHeight();
     TabulateWords(counts.get(), pixels, table.get());
     lx::point::LookUpWords(lx::MapOf(destination, source), table.get());
   });
