@@ -17,25 +17,24 @@ void Spans::MergeRuns(const LxVectorTemplate<LxRun>& runs, bool absolute,
                               [&](const LxRun& run) { return HoldsRun(ground, run); }),
                   LX_ERROR_INCONSISTENT_ARGUMENTS);
   if (!good_) return;
-  runs_.emplace(runs.GetNumElements());
-  good_ = static_cast<bool>(*runs_);
-  if (!good_) return;
 
-  Span* const first = runs_->get();
-  Span* last = first;
+  runs_.reserve(runs.GetNumElements());
   for (const LxRun& run : runs) {
     const auto* const begin = origin + (run.start - reinterpret_cast<std::uintptr_t>(ground.base));
-    *last++ = {begin, begin + (run.end - run.start)};
+    runs_.push_back({begin, begin + (run.end - run.start)});
   }
-  std::sort(first, last, [](const Span& a, const Span& b) { return a.begin < b.begin; });
-  for (const Span* span = first; span != last; ++span) {
-    // Runs that touch or overlap become one.
-    if (runCount_ != 0 && span->begin <= first[runCount_ - 1].end) {
-      first[runCount_ - 1].end = std::max(first[runCount_ - 1].end, span->end);
+  std::sort(runs_.begin(), runs_.end(),
+            [](const Span& a, const Span& b) { return a.begin < b.begin; });
+  // Runs that touch or overlap become one.
+  std::size_t last = 0;
+  for (const Span& span : runs_) {
+    if (span.begin <= runs_[last].end) {
+      runs_[last].end = std::max(runs_[last].end, span.end);
     } else {
-      first[runCount_++] = *span;
+      runs_[++last] = span;
     }
   }
+  runs_.resize(last + 1);
 }
 
 }  // namespace lx

@@ -4,11 +4,10 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
+#include <vector>
 
 #include "foundation/path.h"
 #include "foundation/pixel_map.h"
-#include "foundation/scratch.h"
 #include "lxpic/base/roi.h"
 
 namespace lx {
@@ -29,8 +28,8 @@ struct Span {
 // pixels of its runs, each once even where runs overlap, in the order of their addresses.
 class Spans {
  public:
-  // False, with the error set, when a run does not lie in the region any more, or when there is no
-  // memory. Nothing is allocated when there are no runs.
+  // False, with the error set, when a run does not lie in the region any more. Nothing is allocated
+  // when there are no runs.
   template <class T>
   Spans(const LxROI<T>* region, RunLists lists) : pixelSize_(sizeof(T)) {
     if (lists == RunLists::kFollow && region->GetRuns().GetNumElements() != 0) {
@@ -50,8 +49,7 @@ class Spans {
   template <class Step>
   void ForEach(const Step& step) const {
     for (std::size_t y = 0; y < height_; ++y) step(rows_.Row<const std::uint8_t>(y), width_);
-    for (std::size_t i = 0; i < runCount_; ++i) {
-      const Span& span = runs_->get()[i];
+    for (const Span& span : runs_) {
       step(span.begin, static_cast<std::size_t>(span.end - span.begin) / pixelSize_);
     }
   }
@@ -64,8 +62,7 @@ class Spans {
   std::size_t width_ = 0;
   std::size_t height_ = 0;
   std::size_t pixelSize_;
-  std::optional<Scratch<Span> > runs_;
-  std::size_t runCount_ = 0;
+  std::vector<Span> runs_;
   bool good_ = true;
 };
 

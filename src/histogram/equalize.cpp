@@ -18,7 +18,10 @@ namespace {
 // Scales the pixels that are darker than each level.
 bool Tabulate(const std::uint32_t* counts, unsigned scale, lx::point::ByteTableData& table) {
   const auto total = std::accumulate(counts, counts + 256, std::uint64_t{0});
-  if (!lx::Require(total != 0, LX_ERROR_EMPTY_HISTOGRAM)) return false;
+  if (total == 0) {
+    LxSetError(LX_ERROR_EMPTY_HISTOGRAM);
+    return false;
+  }
   std::uint64_t darker = 0;
   for (unsigned level = 0; level < 256; ++level) {
     table[level] = static_cast<std::uint8_t>(scale * darker / total);
@@ -82,12 +85,13 @@ void PicEqualize(LxROI<LxBW8>* source, LxROI<LxBW8>* destination) {
 void PicEqualize(LxROI<LxBW16>* source, LxROI<LxBW16>* destination) {
   lx::RunOperation("PicEqualize (BW16)", [&] {
     if (!lx::Usable({source, destination})) return;
+    const auto pixels = std::uint64_t{source->GetWidth()} * source->GetHeight();
+    if (pixels == 0) return;
     const lx::Scratch<std::uint32_t> counts(kWords);
     const lx::Scratch<std::uint16_t> table(kWords);
     if (!counts || !table) return;
     lx::histogram::CountWords(lx::Spans(source, lx::RunLists::kIgnore), {0, kWords - 1, kWords - 1},
                               counts.get());
-    const auto pixels = std::uint64_t{source->GetWidth()} * source->GetHeight();
     TabulateWords(counts.get(), pixels, table.get());
     lx::point::LookUpWords(lx::MapOf(destination, source), table.get());
   });
