@@ -25,13 +25,13 @@ void Spans::MergeRuns(const LxVectorTemplate<LxRun>& runs, bool absolute,
   }
   std::sort(runs_.begin(), runs_.end(),
             [](const Span& a, const Span& b) { return a.begin < b.begin; });
-  // Runs that touch or overlap become one.
+  // Runs that touch become one; where they overlap, pixels are visited once for each.
   std::size_t last = 0;
-  for (const Span& span : runs_) {
-    if (span.begin <= runs_[last].end) {
-      runs_[last].end = std::max(runs_[last].end, span.end);
+  for (std::size_t i = 1; i < runs_.size(); ++i) {
+    if (runs_[i].begin == runs_[last].end) {
+      runs_[last].end = runs_[i].end;
     } else {
-      runs_[++last] = span;
+      runs_[++last] = runs_[i];
     }
   }
   runs_.resize(last + 1);

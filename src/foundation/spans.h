@@ -25,7 +25,7 @@ struct Span {
 };
 
 // All pixels of an attached region, as its rows or as one long row where there are no gaps; or the
-// pixels of its runs, each once even where runs overlap, in the order of their addresses.
+// pixels of its runs, run by run in the order of their addresses.
 class Spans {
  public:
   // False, with the error set, when a run does not lie in the region any more. Nothing is allocated

@@ -15,7 +15,7 @@ std::vector<double> CountPixels(const Picture& picture, std::size_t bins) {
   std::vector<double> counts(bins, 0.0);
   const auto selected = Selected(picture);
   for (std::size_t i = 0; i < selected.size(); ++i) {
-    if (selected[i]) ++counts[static_cast<std::size_t>(picture.values[i])];
+    counts[static_cast<std::size_t>(picture.values[i])] += selected[i];
   }
   return counts;
 }
@@ -128,12 +128,13 @@ std::vector<unsigned> CountsOf(const Elements& histogram) {
   return {histogram.values.begin(), histogram.values.end()};
 }
 
+template <int kBins>
 void Analyse(const Arguments& call, Outcome& outcome) {
   const auto first = static_cast<int>(call.Number(2));
   const auto last = static_cast<int>(call.Number(3));
   outcome.Number(4) = 0;
   if (first < 0) return outcome.Refuse(LX_ERROR_ARGUMENT_3_OUT_OF_RANGE);
-  if (last > 255) return outcome.Refuse(LX_ERROR_ARGUMENT_4_OUT_OF_RANGE);
+  if (last >= kBins) return outcome.Refuse(LX_ERROR_ARGUMENT_4_OUT_OF_RANGE);
   if (first > last) return outcome.Refuse(LX_ERROR_INCONSISTENT_ARGUMENTS);
   outcome.Number(4) = static_cast<float>(
       FeatureOf(CountsOf(outcome.Vector(0)), static_cast<unsigned>(call.Number(1)), first, last));
@@ -194,7 +195,9 @@ std::vector<Reference> HistogramReferences() {
       Measured("PicEqualize(LxROI<LxBW8>*, LxROI<LxBW8>*)", EqualizeBytes),
       Measured("PicEqualize(LxROI<LxBW16>*, LxROI<LxBW16>*)", EqualizeWords),
       Measured("PicAnalyseHistogram(LxBWHistogramVector*, PIC_HISTOGRAM_FEATURE, int, int)",
-               Analyse),
+               Analyse<256>),
+      Measured("PicAnalyseHistogramBW16(LxBWHistogramVector*, PIC_HISTOGRAM_FEATURE, int, int)",
+               Analyse<65536>),
       Measured("PicAnalyseHistogram(LxVector*, int, int, int, int&)", AnalyseUntyped<int, 0, 6>),
       Measured("PicAnalyseHistogram(LxVector*, int, int, int, float&)",
                AnalyseUntyped<float, 7, 8>),

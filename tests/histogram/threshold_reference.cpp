@@ -214,13 +214,13 @@ void SelectThreshold(const Arguments& call, Outcome& outcome) {
 
 // `checkVector` refuses untyped vectors that are no histogram, after the range.
 template <class CheckVector>
-Reference IsodataReference(std::string_view signature, CheckVector checkVector) {
-  return Measured(signature, [checkVector](const Arguments& call, Outcome& outcome) {
+Reference IsodataReference(std::string_view signature, unsigned bins, CheckVector checkVector) {
+  return Measured(signature, [bins, checkVector](const Arguments& call, Outcome& outcome) {
     const auto first = static_cast<unsigned>(call.Number(1));
     const auto last = static_cast<unsigned>(call.Number(2));
     Set(outcome, 3, 0);
-    if (first > 255) return outcome.Refuse(LX_ERROR_ARGUMENT_2_OUT_OF_RANGE);
-    if (last > 255) return outcome.Refuse(LX_ERROR_ARGUMENT_3_OUT_OF_RANGE);
+    if (first >= bins) return outcome.Refuse(LX_ERROR_ARGUMENT_2_OUT_OF_RANGE);
+    if (last >= bins) return outcome.Refuse(LX_ERROR_ARGUMENT_3_OUT_OF_RANGE);
     if (first >= last) return outcome.Refuse(LX_ERROR_INCONSISTENT_ARGUMENTS);
     if (!checkVector(outcome)) return;
     const auto counts = CountsOf(outcome.Vector(0));
@@ -257,9 +257,12 @@ std::vector<Reference> ThresholdReferences() {
       Measured("PicHistogramThreshold(LxBWHistogramVector*, unsigned int&, float&, float&, float, "
                "unsigned int, unsigned int)",
                SelectThreshold),
-      IsodataReference("PicIsodataThreshold(LxBWHistogramVector*, unsigned int, unsigned int)",
+      IsodataReference("PicIsodataThreshold(LxBWHistogramVector*, unsigned int, unsigned int)", 256,
                        [](const Outcome&) { return true; }),
-      IsodataReference("PicIsodataThreshold(LxVector*, unsigned int, unsigned int)", IsHistogram),
+      IsodataReference("PicIsodataThresholdBW16(LxBWHistogramVector*, unsigned int, unsigned int)",
+                       65536, [](const Outcome&) { return true; }),
+      IsodataReference("PicIsodataThreshold(LxVector*, unsigned int, unsigned int)", 256,
+                       IsHistogram),
       GainReference("PicMinResidueThreshold(LxBWHistogramVector*, float&, float&)",
                     PIC_THRESHOLD_MIN_RESIDUE),
       GainReference("PicMaxEntropyThreshold(LxBWHistogramVector*, float&, float&)",

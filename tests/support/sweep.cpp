@@ -1,13 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "support/sweep.h"
 
+#include <algorithm>
+
 namespace lx::test {
 
 namespace {
 
 constexpr int kWidths = 300;  // past two vectors of the widest pixels on every instruction set
 constexpr int kRounds = 8;
-constexpr int kWithoutRegions = 600;  // cases of an operation that takes no region
+// Cases of an operation that takes no region, and of one with vectors of 65536 elements.
+constexpr int kWithoutRegions = 600;
+constexpr int kLargeVectors = 40;
 constexpr std::array kOntos = {Onto::kNone, Onto::kNone, Onto::kFirst, Onto::kSecond, Onto::kAll};
 constexpr std::array kAliases = {Alias::kSameObject, Alias::kOtherObject, Alias::kNull};
 // What no round of widths holds: nothing at all, single columns, and a region of many rows.
@@ -22,6 +26,12 @@ std::size_t RegionCount(const Operation& operation) {
   return count;
 }
 
+bool HasLargeVectors(const Operation& operation) {
+  return std::any_of(
+      operation.parameters.begin(), operation.parameters.end(),
+      [](const Parameter& each) { return !each.counts.empty() && each.counts.front() > 1000; });
+}
+
 class Sweeper {
  public:
   Sweeper(const Operation& described, const Reference& expectation, int selected)
@@ -32,7 +42,8 @@ class Sweeper {
 
   SweepResult Run() {
     if (RegionCount(operation) == 0) {
-      for (int i = 0; i < kWithoutRegions; ++i) Run(SweepCase{});
+      const int cases = HasLargeVectors(operation) ? kLargeVectors : kWithoutRegions;
+      for (int i = 0; i < cases; ++i) Run(SweepCase{});
       return std::move(result);
     }
     for (int round = 0; round < kRounds; ++round) {

@@ -14,8 +14,8 @@
 /// @{
 
 /// 256 bins, one for each level. Confined to the runs of the region if it has any, where a pixel
-/// counts once even when runs overlap; LX_ERROR_INCONSISTENT_ARGUMENTS when a run does not lie in
-/// the region any more. Trace "PicHistogram".
+/// counts once for each run that it lies in; LX_ERROR_INCONSISTENT_ARGUMENTS when a run does not
+/// lie in the region any more. Trace "PicHistogram".
 LXPIC_API void PicHistogram(LxROI<LxBW8>* source, LxBWHistogramVector* histogram);
 /// The same of all pixels, whatever the runs of the region, into the first 256 entries of an
 /// untyped vector. One that is no histogram (kind 2), or has fewer entries, is laid out anew. Trace

@@ -30,13 +30,13 @@ Picture::Picture(Pixel type, int w, int h)
   values.resize(Index(0, h, 0));
 }
 
-std::vector<bool> Selected(const Picture& picture) {
-  std::vector<bool> selected(
+std::vector<int> Selected(const Picture& picture) {
+  std::vector<int> selected(
       picture.Index(0, picture.height, 0) / static_cast<std::size_t>(picture.components),
-      picture.runs.empty());
+      picture.runs.empty() ? 1 : 0);
   for (const Run& run : picture.runs) {
     for (int i = 0; i < run.length; ++i) {
-      selected[static_cast<std::size_t>(run.y * picture.width + run.x + i)] = true;
+      ++selected[static_cast<std::size_t>(run.y * picture.width + run.x + i)];
     }
   }
   return selected;

@@ -61,8 +61,8 @@ struct Picture {
   std::vector<Run> runs;  ///< the run list of the region; none stands for all pixels
 };
 
-/// For each pixel, row by row, whether it counts: all of them, or those of the runs.
-std::vector<bool> Selected(const Picture& picture);
+/// For each pixel, row by row, how often it counts: once, or once for each run that it lies in.
+std::vector<int> Selected(const Picture& picture);
 
 /// Writes the pixels to memory and nothing beside them.
 void Store(const Picture& picture, const Placement& place);
