@@ -137,6 +137,9 @@ TEST_F(Values, VectorsAreDrawn) {
   EXPECT_EQ(run({"oper", "invert", "-o", Path("i.png"), "--plot", Path("plots/")}).code, kFine);
   EXPECT_EQ(LevelsOf(Path("i.png")), (std::vector<int>{254, 253}));
   EXPECT_GT(ReadImage(Path("plots/a.png")).Width(), 100);
+  const std::string tiff = WriteGrey("a.tif", 2, {5, 6});
+  ASSERT_EQ(Tool({tiff, "histogram", "-o", Path("plots/")}).code, kFine);
+  EXPECT_GT(ReadImage(Path("plots/a.tif.png")).Width(), 100);
   EXPECT_EQ(Tool({a, "oper", "invert", "--plot", Path("n.png")}).code, kWrongUsage);
   EXPECT_EQ(run({"-o", Path("s.png"), "--plot", Path("s.png")}).code, kWrongUsage);
 }
