@@ -88,10 +88,15 @@ std::string KebabName(std::string_view function) {
   constexpr std::string_view kPrefix = "Pic";
   if (function.starts_with(kPrefix)) function.remove_prefix(kPrefix.size());
   std::string name;
-  for (const char c : function) {
-    const bool upper = std::isupper(static_cast<unsigned char>(c)) != 0;
-    if (upper && !name.empty()) name += '-';
-    name += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  const auto is = [function](int (*test)(int), std::size_t i) {
+    return i < function.size() && test(static_cast<unsigned char>(function[i])) != 0;
+  };
+  for (std::size_t i = 0; i < function.size(); ++i) {
+    // The capitals of an abbreviation stay together: "BW16", but "ARow".
+    const bool startsWord =
+        is(std::isupper, i) && (!is(std::isupper, i - 1) || is(std::islower, i + 1));
+    if (startsWord && i > 0) name += '-';
+    name += static_cast<char>(std::tolower(static_cast<unsigned char>(function[i])));
   }
   return name;
 }

@@ -60,13 +60,13 @@ const std::vector<Group> kGroups = {
       {LX_ERROR_INCONSISTENT_ARGUMENTS}},
      {LX_FORM(PicAnalyseHistogram, float(LxBWHistogramVector*, PIC_HISTOGRAM_FEATURE, int, int),
               .trace = "PicAnalyseHistogram",
-              .parameters = "histogram#256 feature{0-8} first~0,0,0,100,-1:0..255 "
-                            "last~255,255,255,200,256:0..255 result",
+              .parameters = "histogram#256 feature{0-8} first=0~0,0,0,100,-1:0..255 "
+                            "last=255~255,255,255,200,256:0..255 result",
               .summary = "A number that describes a histogram", .withoutKernel = "4,5,7,8"),
       LX_FORM(PicAnalyseHistogramBW16, float(LxBWHistogramVector*, PIC_HISTOGRAM_FEATURE, int, int),
               .trace = "PicAnalyseHistogram (BW16)",
-              .parameters = "histogram#65536 feature{0-8} first~0,0,0,100,-1:0..65535 "
-                            "last~65535,65535,40000,65536:0..65535 result",
+              .parameters = "histogram#65536 feature{0-8} first=0~0,0,0,100,-1:0..65535 "
+                            "last=65535~65535,65535,40000,65536:0..65535 result",
               .summary = "A number that describes a histogram of 65536 bins",
               .withoutKernel = "4,5,7,8")}},
     {{{LX_ERROR_VECTOR_NO_DATA}, {LX_ERROR_WRONG_VECTOR_KIND}, {LX_ERROR_WRONG_VECTOR_SIZE}},
@@ -81,18 +81,17 @@ const std::vector<Group> kGroups = {
                             "feature~7,8,0,6,9,-1{PIC_HISTOGRAM_FEATURE} >result",
               .summary = "A number that describes a histogram", .withoutKernel = "all")}},
     {{{LX_ERROR_VECTOR_NO_DATA}, {LX_ERROR_WRONG_VECTOR_SIZE}, {LX_ERROR_EMPTY_HISTOGRAM}},
-     {LX_FORM(
-          PicHistogramMoments, void(LxBWHistogramVector*, float&, unsigned, unsigned),
-          .trace = "PicHistogramMoments ( 1)",
-          .parameters = "histogram#256 mean first~0,0,0,100:0..300 last~255,255,4294967295:0..300",
-          .summary = "The mean grey level", .withoutKernel = "all"),
-      LX_FORM(
-          PicHistogramCenteredMoments,
-          void(LxBWHistogramVector*, float&, float&, unsigned, unsigned),
-          .trace = "PicHistogramCenteredMoments ( 2)",
-          .parameters =
-              "histogram#256 mean variance first~0,0,0,100:0..300 last~255,255,4294967295:0..300",
-          .summary = "The mean and the variance of the grey levels", .withoutKernel = "all")}},
+     {LX_FORM(PicHistogramMoments, void(LxBWHistogramVector*, float&, unsigned, unsigned),
+              .trace = "PicHistogramMoments ( 1)",
+              .parameters =
+                  "histogram#256 mean first=0~0,0,0,100:0..300 last=255~255,255,4294967295:0..300",
+              .summary = "The mean grey level", .withoutKernel = "all"),
+      LX_FORM(PicHistogramCenteredMoments,
+              void(LxBWHistogramVector*, float&, float&, unsigned, unsigned),
+              .trace = "PicHistogramCenteredMoments ( 2)",
+              .parameters = "histogram#256 mean variance first=0~0,0,0,100:0..300 "
+                            "last=255~255,255,4294967295:0..300",
+              .summary = "The mean and the variance of the grey levels", .withoutKernel = "all")}},
     {{{LX_ERROR_VECTOR_NO_DATA},
       {LX_ERROR_WRONG_VECTOR_SIZE},
       {LX_ERROR_ARGUMENT_5_OUT_OF_RANGE},
@@ -105,8 +104,8 @@ const std::vector<Group> kGroups = {
               .parameters = "histogram#256 "
                             "<>threshold~4294967292,4294967291,4294967293,4294967288,4294967289,"
                             "4294967290:0..255{PIC_THRESHOLD_MODES} average-below average-above "
-                            "relative~0.5,0,1,0.1,-0.1:0..1 first~0,0,0,20,256:0..255 "
-                            "last~255,255,255,200,256:0..255",
+                            "relative=0.5~0.5,0,1,0.1,-0.1:0..1 first=0~0,0,0,20,256:0..255 "
+                            "last=255~255,255,255,200,256:0..255",
               .summary = "Chooses a threshold from a histogram", .withoutKernel = "all"),
       LX_FORM(PicHistogramThresholdBW16,
               void(LxBWHistogramVector*, unsigned&, float&, float&, float, unsigned, unsigned),
@@ -114,8 +113,8 @@ const std::vector<Group> kGroups = {
               .parameters = "histogram#65536 "
                             "<>threshold~4294967292,4294967291,4294967293,4294967288,4294967289,"
                             "4294967290:0..65535{PIC_THRESHOLD_MODES} average-below average-above "
-                            "relative~0.5,0,1,0.1,-0.1:0..1 first~0,0,0,20,65536:0..65535 "
-                            "last~65535,65535,65535,200,65536:0..65535",
+                            "relative=0.5~0.5,0,1,0.1,-0.1:0..1 first=0~0,0,0,20,65536:0..65535 "
+                            "last=65535~65535,65535,65535,200,65536:0..65535",
               .summary = "Chooses a threshold from a histogram of 65536 bins",
               .withoutKernel = "all")}},
     {{{LX_ERROR_VECTOR_NO_DATA},
@@ -126,19 +125,19 @@ const std::vector<Group> kGroups = {
      {LX_FORM(PicIsodataThreshold, unsigned(LxBWHistogramVector*, unsigned, unsigned),
               .trace = "PicIsodataThreshold ( LxBWHistogramVector)",
               .parameters =
-                  "histogram#256 first~0,0,0,20,256:0..255 last~255,255,255,200,256:0..255 "
+                  "histogram#256 first=0~0,0,0,20,256:0..255 last=255~255,255,255,200,256:0..255 "
                   "threshold",
               .summary = "The midpoint of the class means, iterated", .withoutKernel = "all"),
       LX_FORM(PicIsodataThreshold, unsigned(LxVector*, unsigned, unsigned),
               .trace = "PicIsodataThreshold ( LxVector)",
-              .parameters = "histogram#255,300,256,256 first~0,0,0,20,256:0..255 "
-                            "last~255,255,255,200,256:0..255 threshold",
+              .parameters = "histogram#255,300,256,256 first=0~0,0,0,20,256:0..255 "
+                            "last=255~255,255,255,200,256:0..255 threshold",
               .summary = "The midpoint of the class means, iterated", .withoutKernel = "all",
               .refusals = {{LX_ERROR_VECTOR_CONTENT}}),
       LX_FORM(PicIsodataThresholdBW16, unsigned(LxBWHistogramVector*, unsigned, unsigned),
               .trace = "PicIsodataThreshold ( LxBWHistogramVector)",
-              .parameters = "histogram#65536 first~0,0,0,20,65536:0..65535 "
-                            "last~65535,65535,65535,200,65536:0..65535 threshold",
+              .parameters = "histogram#65536 first=0~0,0,0,20,65536:0..65535 "
+                            "last=65535~65535,65535,65535,200,65536:0..65535 threshold",
               .summary = "The midpoint of the class means of 65536 bins, iterated",
               .withoutKernel = "all")}},
     {{{LX_ERROR_VECTOR_NO_DATA}, {LX_ERROR_WRONG_VECTOR_SIZE}},

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Every overload of the catalogue can be called by words, and is told by the help.
 #include <algorithm>
+#include <sstream>
 
 #include "tools/lxpic/chain/execute.h"
 #include "tools/lxpic/command/listing.h"
@@ -16,19 +17,44 @@ using catalogue::Parameter;
 // "@bw8", the name of an image of this type.
 std::string NameOf(Pixel pixel) { return std::string("@").append(catalogue::PixelName(pixel)); }
 
+// "@untyped256", the name of a histogram of that class and size.
+std::string HistogramName(const Parameter& parameter) {
+  const std::string holder = parameter.kind == Kind::kVector ? "@untyped" : "@histogram";
+  return holder + std::to_string(parameter.counts.back());
+}
+
+Value NamedHistogram(const std::string& word) {
+  const auto isName = [&](const std::string& name) { return word.starts_with(name); };
+  const auto count =
+      static_cast<unsigned>(std::stoul(word.substr(word.find_first_of("0123456789"))));
+  if (isName("@histogram")) {
+    auto histogram = std::make_shared<LxBWHistogramVector>(count);
+    for (unsigned i = 0; i < count; ++i) histogram->AddElement(i % 5);
+    return {histogram.get(), histogram, [] { return Numbers{true, {}, {""}, {}}; }};
+  }
+  auto untyped = std::make_shared<LxVector>();
+  untyped->SetType(LX_VECTOR_HISTOGRAM, 0, static_cast<int>(count));
+  for (unsigned i = 0; i < count; ++i) static_cast<unsigned*>(untyped->GetDataPtr())[i] = i % 5;
+  return {untyped.get(), untyped, [] { return Numbers{true, {}, {""}, {}}; }};
+}
+
 std::string WordFor(const Parameter& parameter) {
   switch (parameter.kind) {
     case Kind::kRegion:
       return NameOf(parameter.pixel);
     case Kind::kChoice:
       return parameter.choices.front().name;
-    case Kind::kConstant:
     case Kind::kInteger:
+      return parameter.choices.empty() ? NumberText(parameter.trials.front())
+                                       : catalogue::ChoiceName(parameter, parameter.trials.front());
+    case Kind::kConstant:
     case Kind::kReal:
     case Kind::kColour:
       return NumberText(parameter.trials.front());
+    case Kind::kHistogramVector:
+      return HistogramName(parameter);
     case Kind::kVector:
-      return "1,2,3";
+      return parameter.counts.empty() ? "1,2,3" : HistogramName(parameter);
     case Kind::kKernel:
       return "1,2,1/2,4,2/1,2,1:gain=0.0625";
     default:
@@ -72,7 +98,7 @@ TEST(CatalogueReach, EveryOverloadIsChosenByItsWordsAndRuns) {
     SCOPED_TRACE(operation.signature);
     const auto sources = operation.SourceIndices();
     const Pixel pixel = sources.empty() ? Pixel::kBW8 : operation.parameters[sources.front()].pixel;
-    const StepContext context = ContextOf(NamedImage(NameOf(pixel)), NamedImage);
+    const StepContext context = ContextOf(NamedImage(NameOf(pixel)), NamedImage, NamedHistogram);
     const auto words = WordsFor(operation);
     try {
       const Call call = ChooseOverload(operation.name, words, context);
@@ -95,9 +121,16 @@ TEST(CatalogueReach, EveryOverloadIsChosenByItsWordsAndRuns) {
   PicSetOverlayColor(overlayColour);
 }
 
+std::string InOneLine(const std::string& text) {
+  std::istringstream words(text);
+  std::string line;
+  for (std::string word; words >> word;) line += word + " ";
+  return line;
+}
+
 TEST(CatalogueReach, HelpTellsEveryParameterAndError) {
   for (const Operation& operation : catalogue::All()) {
-    const std::string help = HelpText(operation.name);
+    const std::string help = InOneLine(HelpText(operation.name));
     EXPECT_TRUE(Contains(help, operation.signature)) << operation.signature;
     for (std::size_t i = 0; i < operation.parameters.size(); ++i) {
       const std::string& parameter = operation.parameters[i].name;

@@ -81,6 +81,27 @@ TEST_F(Values, AreKeptUnderTheirNamesAndTakenByLaterSteps) {
       Contains(Tool({a, "store", "x", "vect1c2", "add", "@x", "3"}).err, "'@x' is an image"));
 }
 
+TEST_F(Values, OfHistogramsBecomeThresholdsAndTables) {
+  const std::string part = WriteGrey("part.png", 4, {10, 10, 12, 12, 200, 200, 202, 202});
+  const std::vector<int> white = {0, 0, 0, 0, 255, 255, 255, 255};
+  const Run run = Tool({part, "histogram", "histogram-threshold", "@histogram", "isodata", "oper",
+                        "greater-or-equal", "@threshold", "-o", Path("out.png")});
+  EXPECT_EQ(run.code, kFine) << run.err;
+  EXPECT_TRUE(run.out.starts_with("histogram 0,0,0,0,...,0,0,0,0 (256)\nthreshold 106\n"))
+      << run.out;
+  EXPECT_TRUE(run.out.ends_with("average-below 11\naverage-above 201\n")) << run.out;
+  EXPECT_EQ(LevelsOf(Path("out.png")), white);
+  // A returned value, a number that was left out, a form of another class.
+  EXPECT_EQ(Tool({part, "histogram", "untyped", "store", "h", "isodata-threshold", "@h", "0", "255",
+                  "store", "t"})
+                .out,
+            "h 0,0,0,0,...,0,0,0,0 (256)\nt 106\n");
+  // The counts of one image as the table of another step: 2 where there are two.
+  ASSERT_EQ(Tool({part, "histogram", "lut", "@histogram", "-o", Path("out.png")}).code, kFine);
+  EXPECT_EQ(LevelsOf(Path("out.png")), (std::vector<int>(8, 2)));
+  EXPECT_TRUE(Contains(Tool({part, "histogram", "oper", "add", "@histogram"}).err, "oper: "));
+}
+
 TEST_F(Values, GoWhereTheOptionsSay) {
   const std::vector<std::string> chain = {a, b, "vect1c2", "add", "u8:1,2", "3"};
   const auto run = [&](std::vector<std::string> options) {
@@ -116,6 +137,9 @@ TEST_F(Values, VectorsAreDrawn) {
   EXPECT_EQ(run({"oper", "invert", "-o", Path("i.png"), "--plot", Path("plots/")}).code, kFine);
   EXPECT_EQ(LevelsOf(Path("i.png")), (std::vector<int>{254, 253}));
   EXPECT_GT(ReadImage(Path("plots/a.png")).Width(), 100);
+  const std::string tiff = WriteGrey("a.tif", 2, {5, 6});
+  ASSERT_EQ(Tool({tiff, "histogram", "-o", Path("plots/")}).code, kFine);
+  EXPECT_GT(ReadImage(Path("plots/a.tif.png")).Width(), 100);
   EXPECT_EQ(Tool({a, "oper", "invert", "--plot", Path("n.png")}).code, kWrongUsage);
   EXPECT_EQ(run({"-o", Path("s.png"), "--plot", Path("s.png")}).code, kWrongUsage);
 }

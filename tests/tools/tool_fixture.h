@@ -87,12 +87,13 @@ class ToolTest : public testing::Test {
   std::filesystem::path folder;
 };
 
-/// The context of a step that finds images by `findImage`, and no values.
-inline StepContext ContextOf(const ImageValue& current,
-                             ImageValue (*findImage)(const std::string&)) {
-  const auto findValue = [](const std::string& word) -> Value {
-    throw Failure(kWrongUsage, word + " is no value");
-  };
+inline Value FindNoValue(const std::string& word) {
+  throw Failure(kWrongUsage, word + " is no value");
+}
+
+/// The context of a step behind which a chain may go on.
+inline StepContext ContextOf(const ImageValue& current, ImageValue (*findImage)(const std::string&),
+                             Value (*findValue)(const std::string&) = FindNoValue) {
   return {current, findImage, findValue, StartsStep};
 }
 

@@ -70,7 +70,8 @@ void Chain::RunStore(const std::string& name, State& state) {
   }
   const bool several = state.leftNames.size() > 1;
   for (std::string& each : state.leftNames) {
-    const std::string to = several ? name + "." + each : name;
+    std::string to = name;
+    if (several) to.append(".").append(each);
     state.store.Rename(each, to);
     each = to;
   }

@@ -32,6 +32,7 @@ constexpr std::array kKindLabels = {KindLabels{Kind::kByteTable, "array", Pixel:
                                     KindLabels{Kind::kWordTable, "array", Pixel::kNone},
                                     KindLabels{Kind::kByteVector, "vector", Pixel::kBW8},
                                     KindLabels{Kind::kWordVector, "vector", Pixel::kBW16},
+                                    KindLabels{Kind::kHistogramVector, "vector", Pixel::kNone},
                                     KindLabels{Kind::kVector, "untyped", Pixel::kNone},
                                     KindLabels{Kind::kByteFunction, "function", Pixel::kNone},
                                     KindLabels{Kind::kWordFunction, "function", Pixel::kNone}};

@@ -134,14 +134,6 @@ bool IsResult(const Operation& operation, std::size_t index) {
   return operation.parameters[index].IsWritten() && index != operation.DestinationIndex();
 }
 
-bool MustBeGiven(const Operation& operation, std::size_t index) {
-  const auto& parameters = operation.parameters;
-  const auto firstResult = std::find_if(parameters.begin(), parameters.end(),
-                                        [](const Parameter& each) { return !IsOperand(each); });
-  return index < static_cast<std::size_t>(firstResult - parameters.begin()) ||
-         !parameters[index].leftOut;
-}
-
 bool IsOperation(const std::string& name) {
   const auto& all = catalogue::All();
   return std::any_of(all.begin(), all.end(),

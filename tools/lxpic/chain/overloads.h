@@ -70,11 +70,6 @@ bool IsOperation(const std::string& name);
 /// All names, each once, in the order of the catalogue.
 std::vector<std::string> OperationNames();
 
-/// Whether the words of a step must give this parameter, and may not leave it out. What stands
-/// before the destination is an operand and must be given; what follows may be left out from the
-/// end when the catalogue has a standard value.
-bool MustBeGiven(const catalogue::Operation& operation, std::size_t index);
-
 /// Finds the overload of `name` that has the labels and that the words behind them fit. The current
 /// image is the first source unless `_` puts it elsewhere. Among overloads that fit, one that reads
 /// the current image goes before one that does not, then one whose destination has the current

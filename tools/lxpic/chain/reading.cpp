@@ -56,8 +56,7 @@ Value Reading::ReadParameter(std::size_t index) {
   const Parameter& parameter = operation.parameters[index];
   if (parameter.IsRegion()) return parameter.IsWritten() ? Value{} : TakeSource(parameter);
   if (!IsOperand(parameter)) return MakeResult(parameter);
-  if (MustBeGiven(operation, index)) return TakeOperand(parameter);
-  return TakeOption(parameter);
+  return parameter.leftOut ? TakeOption(parameter) : TakeOperand(parameter);
 }
 
 const std::string& Reading::TakeWord(const Parameter& parameter) {

@@ -86,11 +86,9 @@ std::string TimeText(const BatchOptions& options, const std::string& input,
   return file + step.words + time.data() + runs + "\n";
 }
 
-// Files that would be drawn to under the name of an image get one of a drawing.
+// In a folder the file has the name of an image; "a.tif.png" is drawn where that cannot be.
 void DrawTo(const std::string& path, const NamedNumbers& vector) {
-  const std::string name =
-      IsDrawingName(path) ? path : fs::path(path).replace_extension(".png").string();
-  WritePlot(name, vector);
+  WritePlot(IsDrawingName(path) ? path : path + ".png", vector);
 }
 
 const NamedNumbers* FindVector(const ChainResult& result, bool ofLastStep) {

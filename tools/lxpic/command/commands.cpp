@@ -26,6 +26,7 @@ constexpr const char* kGuide = R"(
 A chain is one or more image files and then operations, for instance
 
   lxpic part.png gain-offset 1.4 -20 oper subtract golden.png -o out.png
+  lxpic part.png histogram isodata-threshold @histogram oper greater @threshold -o out.png
 
 Each operation works on the current image, at first the input, and leaves the next one. Behind its
 name stand, in the order that 'lxpic help OPERATION' shows:
@@ -172,17 +173,23 @@ ExitCode RunChain(const Arguments& arguments) {
   BatchOptions options;
   std::string format;
   bool plain = false;
-  app.add_option("WORDS", options.words, "Image files, then operations with their operands");
-  app.add_option("-o,--output", options.output, "The file to write, or a folder for many");
-  app.add_option("--plot", options.plot, "The same for a drawing of the last vector, PNG or SVG");
-  app.add_option("--values", options.values, "The file to write the numbers to, .csv or .json");
-  app.add_option("--format", format, "How to print them: text, csv or json");
+  app.add_option("WORDS", options.words, "Image files, then operations with their operands")
+      ->option_text(" ");
+  app.add_option("-o,--output", options.output, "The file to write, or a folder for many")
+      ->option_text("FILE");
+  app.add_option("--plot", options.plot, "The same for a drawing of the last vector, PNG or SVG")
+      ->option_text("FILE");
+  app.add_option("--values", options.values, "The file to write the numbers to, .csv or .json")
+      ->option_text("FILE");
+  app.add_option("--format", format, "How to print them: text, csv or json")->option_text("FORMAT");
   app.add_option("--jobs", options.jobs, "How many files to work on at once")
-      ->check(CLI::Range(1, 256));
+      ->check(CLI::Range(1, 256))
+      ->option_text("N");
   app.add_flag("--plain", plain, "Do not use the fast paths");
   app.add_flag("--time", options.time, "Print the time of each operation");
   app.add_option("--repeat", options.repeat, "Run each so often, and print the median")
-      ->check(CLI::Range(1, 100000));
+      ->check(CLI::Range(1, 100000))
+      ->option_text("N");
   app.footer(std::string("Other commands, each with its own --help:\n"
                          "  list [TEXT]       the operations\n"
                          "  help [OPERATION]  this, or everything about an operation\n"

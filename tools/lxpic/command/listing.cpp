@@ -54,6 +54,8 @@ std::string TypeText(const Parameter& parameter) {
       return std::string(catalogue::PixelName(parameter.pixel));
     case Kind::kConstant:
       return "constant";
+    case Kind::kHistogramVector:
+      return "histogram";
     case Kind::kVector:
       return "vector";
     default:
@@ -69,7 +71,7 @@ std::string FormText(const Operation& operation) {
     const Parameter& parameter = operation.parameters[i];
     const bool isResult = IsResult(operation, i);
     const std::string type = isResult ? parameter.name : TypeText(parameter);
-    if (type.empty() || (!isResult && !MustBeGiven(operation, i))) continue;
+    if (type.empty() || (!isResult && parameter.leftOut)) continue;
     (parameter.IsWritten() ? written : read).push_back(type);
   }
   const std::string result = written.empty() ? "" : "-> " + Join(written, ", ");
@@ -91,7 +93,7 @@ std::string UsageText(const Operation& operation) {
     constantBefore = constantBefore || parameter.kind == Kind::kConstant;
     if (parameter.IsRegion() && i == sources.front()) {
       if (constantBefore) usage += std::string(" ") + kCurrentWord;
-    } else if (MustBeGiven(operation, i)) {
+    } else if (!parameter.leftOut) {
       usage += " " + name;
     } else {
       usage += " [" + name;
@@ -110,7 +112,7 @@ std::string ParameterText(const Operation& operation, std::size_t index) {
   const Parameter& parameter = operation.parameters[index];
   std::string text = ValueForms(parameter);
   if (parameter.whenNull) text += std::string(", or ") + kNullWord + ": " + *parameter.whenNull;
-  if (!MustBeGiven(operation, index)) text += "; " + LeftOutText(parameter) + " if left out";
+  if (parameter.leftOut) text += "; " + LeftOutText(parameter) + " if left out";
   return text;
 }
 

@@ -45,13 +45,14 @@ class Threads {
 }  // namespace
 
 void RunJobs(std::size_t count, std::size_t threads, const std::function<Job()>& makeJob) {
+  threads = std::min(threads, count);
   if (threads <= 1) {
     const Job job = makeJob();
     for (std::size_t i = 0; i < count; ++i) job(i)();
     return;
   }
   std::vector<std::promise<Finish>> promises(count);
-  const Threads running(promises, std::min(threads, count), makeJob);
+  const Threads running(promises, threads, makeJob);
   for (std::promise<Finish>& each : promises) each.get_future().get()();
 }
 

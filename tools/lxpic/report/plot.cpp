@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
+#include <cstdio>
 #include <functional>
 #include <limits>
 
@@ -116,23 +118,23 @@ void DrawGrid(Drawing& drawing, const Axis& x, const Axis& y) {
   }
 }
 
-// Axes around `x` and `y` with a grid behind what is still to be drawn.
-LxPlot DrawAxes(Drawing& drawing, const Range& x, const Range& y, const char* xLabel,
-                const char* yLabel) {
+// Axes around `x` and `y`, and what `drawContent` draws between them and the grid.
+void DrawOnAxes(Drawing& drawing, const Range& x, const Range& y, const char* xLabel,
+                const char* yLabel, const std::function<void(const LxPlot&)>& drawContent) {
   LxPlot plot;
   plot.SetRange(x.low, x.high, y.low, y.high);
   const auto annotate = [&](HDC target) {
     plot.DrawAnnotations(target, kArea.x, kArea.y, kArea.width, kArea.height, xLabel, yLabel);
   };
   annotate(nullptr);
-  const auto axis = [&](const Range& range, const auto& view) {
+  const auto axis = [](const Range& range, const auto& view) {
     return Axis{range, view(range.low), view(range.high), view};
   };
   DrawGrid(drawing, axis(x, [&](double value) { return plot.XView(value); }),
            axis(y, [&](double value) { return plot.YView(value); }));
+  drawContent(plot);
   drawing.SetPen(kInk, 1);
   annotate(&drawing);
-  return plot;
 }
 
 Range IndexRange(const Numbers& numbers) {
@@ -159,16 +161,15 @@ const Colour& PenOf(const Numbers& numbers, std::size_t field) {
 
 void DrawBars(Drawing& drawing, const NamedNumbers& histogram) {
   const Numbers& counts = histogram.numbers;
-  const LxPlot plot = DrawAxes(drawing, IndexRange(counts), ValueRange(counts), "Value", "Count");
-  drawing.SetPen(kBlue, 1);
-  for (std::size_t i = 0; i < counts.Count(); ++i) {
-    const int first = plot.XView(static_cast<double>(i));
-    const int end = std::max(first + 1, plot.XView(static_cast<double>(i) + 1));
-    for (int x = first; x < end; ++x) {
-      drawing.MoveTo(x, plot.GetAxisOrigin());
-      drawing.LineTo(x, plot.YView(counts.values[i]));
-    }
-  }
+  LxBWHistogramVector bars(0);
+  for (const double count : counts.values) bars.AddElement(static_cast<unsigned>(count));
+  const auto drawBars = [&](const LxPlot& /*plot*/) {
+    drawing.SetPen(kBlue, 1);
+    drawing.SetTextShown(false);
+    bars.Draw(&drawing, kArea.x, kArea.y, kArea.width, kArea.height);
+    drawing.SetTextShown(true);
+  };
+  DrawOnAxes(drawing, IndexRange(counts), ValueRange(counts), "Value", "Count", drawBars);
 }
 
 void DrawField(Drawing& drawing, const LxPlot& plot, const Numbers& numbers, std::size_t field) {
@@ -194,12 +195,14 @@ void DrawLegend(Drawing& drawing, const Numbers& numbers, int right, int baselin
 
 void DrawProfile(Drawing& drawing, const NamedNumbers& profile) {
   const Numbers& numbers = profile.numbers;
-  const LxPlot plot = DrawAxes(drawing, IndexRange(numbers), Widened(ValueRange(numbers)), "Index",
-                               profile.name.c_str());
-  for (std::size_t field = 0; field < numbers.fields.size(); ++field) {
-    drawing.SetPen(PenOf(numbers, field), 1.5);
-    DrawField(drawing, plot, numbers, field);
-  }
+  const auto drawLines = [&](const LxPlot& plot) {
+    for (std::size_t field = 0; field < numbers.fields.size(); ++field) {
+      drawing.SetPen(PenOf(numbers, field), 1.5);
+      DrawField(drawing, plot, numbers, field);
+    }
+  };
+  DrawOnAxes(drawing, IndexRange(numbers), Widened(ValueRange(numbers)), "Index",
+             profile.name.c_str(), drawLines);
   if (numbers.fields.size() > 1) {
     DrawLegend(drawing, numbers, kArea.x + kArea.width, kArea.y + kLineHeight);
   }
@@ -233,16 +236,16 @@ void DrawPath(Drawing& drawing, const NamedNumbers& named) {
   drawing.SetPen(kSoft, 1);
   drawing.Text(x.first, kInside.y - kLineHeight / 2, named.name.c_str());
   drawing.SetPen(kBlue, 1.5);
-  const bool isClosed = path.drawing == Numbers::Drawing::kClosedPath;
-  const auto point = [&](std::size_t i) {
-    return std::pair{x.view(path.At(i, 0) + 0.5), y.view(path.At(i, 1) + 0.5)};
+  const auto pan = [&](const Range& range, int start) {
+    return static_cast<float>(start / zoom - range.low);
   };
-  const auto [startX, startY] = point(isClosed ? path.Count() - 1 : 0);
-  drawing.MoveTo(startX, startY);
-  for (std::size_t i = isClosed ? 0 : 1; i < path.Count(); ++i) {
-    const auto [nextX, nextY] = point(i);
-    drawing.LineTo(nextX, nextY);
+  LxPathVector line(0);
+  for (std::size_t i = 0; i < path.Count(); ++i) {
+    line.AddElement(
+        {static_cast<std::int16_t>(path.At(i, 0)), static_cast<std::int16_t>(path.At(i, 1))});
   }
+  line.m_bClosed = path.drawing == Numbers::Drawing::kClosedPath ? 1 : 0;
+  line.Draw(&drawing, static_cast<float>(zoom), 0, pan(columns, kInside.x), pan(rows, kInside.y));
 }
 
 }  // namespace

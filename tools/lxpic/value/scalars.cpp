@@ -118,8 +118,11 @@ Argument ReadChoice(const Parameter& parameter, const std::string& word) {
 Argument ReadInteger(const Parameter& parameter, const std::string& word) {
   if (!parameter.choices.empty() && !ReadNumber(word)) return ReadName(parameter, word);
   const double leftOut = parameter.leftOut ? parameter.leftOut->value : 0;
-  const double largest =
+  double largest =
       std::max<double>({parameter.maximum, leftOut, std::numeric_limits<std::int32_t>::max()});
+  for (const catalogue::Named& each : parameter.choices) {
+    largest = std::max(largest, static_cast<double>(each.value));
+  }
   const bool hasSign = parameter.minimum < 0 || leftOut < 0;
   const double smallest = hasSign ? std::numeric_limits<std::int32_t>::min() : 0;
   return Whole(Number(word), smallest, largest);

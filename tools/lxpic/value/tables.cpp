@@ -153,10 +153,13 @@ Numbers VectorNumbers(const LxVector& vector) {
   for (int i = 0; i < count; ++i) {
     numbers.values.push_back(type->load(vector.GetDataPtr(), static_cast<std::size_t>(i)));
   }
+  // These are one group with many entries; groups of others are elements with fields.
+  const bool isHistogram = vector.IsSameVectType(LX_VECTOR_HISTOGRAM) != 0;
+  if (isHistogram) numbers.drawing = Numbers::Drawing::kBars;
+  if (isHistogram || vector.IsSameVectType(LX_VECTOR_TABLE) != 0) return numbers;
+  if (vector.GetGroupLength() == 1) return numbers;
   numbers.fields.clear();
-  for (int i = 0; i < vector.GetGroupLength(); ++i) {
-    numbers.fields.push_back(vector.GetGroupLength() == 1 ? "" : std::to_string(i + 1));
-  }
+  for (int i = 1; i <= vector.GetGroupLength(); ++i) numbers.fields.push_back(std::to_string(i));
   return numbers;
 }
 

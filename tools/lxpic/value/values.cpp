@@ -29,7 +29,11 @@ Value ReadScalar(const Parameter& parameter, const std::string& word) {
 
 Value ReadTableValue(const Parameter& parameter, const std::string& word) {
   const TableKind& table = *FindTableKind(parameter.kind);
-  return table.make(ReadTable(word, table.size, table.maximum));
+  const auto& counts = parameter.counts;
+  const bool fits =
+      counts.empty() || std::find(counts.begin(), counts.end(), table.size) != counts.end();
+  const std::size_t size = fits ? table.size : *std::max_element(counts.begin(), counts.end());
+  return table.make(ReadTable(word, size, table.maximum));
 }
 
 Value ReadUntypedVector(const Parameter& /*parameter*/, const std::string& word) {
@@ -58,6 +62,7 @@ constexpr std::array kReaders = {
     KindReader{Kind::kWordTable, ReadTableValue, kTableForms},
     KindReader{Kind::kByteVector, ReadTableValue, kTableForms},
     KindReader{Kind::kWordVector, ReadTableValue, kTableForms},
+    KindReader{Kind::kHistogramVector, ReadTableValue, "a file of counts, or @NAME"},
     KindReader{Kind::kVector, ReadUntypedVector, "numbers like 1,2,3 or u8:1,2,3"},
     KindReader{Kind::kKernel, ReadKernelValue, kKernelForms},
     KindReader{Kind::kByteFunction, ReadTableValue, kTableForms},

@@ -53,6 +53,7 @@ struct VectorKind {
 constexpr std::array kVectorKinds = {
     VectorKind{Kind::kByteVector, MakeTyped<LxBW8Vector, Numbers::Drawing::kLine>},
     VectorKind{Kind::kWordVector, MakeTyped<LxBW16Vector, Numbers::Drawing::kLine>},
+    VectorKind{Kind::kHistogramVector, MakeTyped<LxBWHistogramVector, Numbers::Drawing::kBars>},
     VectorKind{Kind::kVector, MakeUntyped}};
 
 template <class Element>
@@ -93,14 +94,14 @@ Value MakeFunction(const std::vector<unsigned>& entries) {
   return {&LookUp<Element>, {}, {}};
 }
 
-template <class Vector>
+template <class Vector, class Plain, Numbers::Drawing drawing = Numbers::Drawing::kLine>
 Value MakeFilled(const std::vector<unsigned>& entries) {
   using Element = std::remove_reference_t<decltype(std::declval<Vector&>()[0])>;
   auto vector = std::make_shared<Vector>(0U);
   for (const unsigned entry : entries) {
-    vector->AddElement(Element(static_cast<decltype(Element::value)>(entry)));
+    vector->AddElement(Element(static_cast<Plain>(entry)));
   }
-  return {vector.get(), vector, [vector] { return ReadVector(*vector, Numbers::Drawing::kLine); }};
+  return {vector.get(), vector, [vector] { return ReadVector(*vector, drawing); }};
 }
 
 template <class Element>
@@ -111,8 +112,10 @@ constexpr TableKind MakeTableKind(Kind kind, Value (*make)(const std::vector<uns
 constexpr std::array kTableKinds = {
     MakeTableKind<std::uint8_t>(Kind::kByteTable, MakeRawTable<unsigned char>),
     MakeTableKind<std::uint16_t>(Kind::kWordTable, MakeRawTable<unsigned short>),
-    MakeTableKind<std::uint8_t>(Kind::kByteVector, MakeFilled<LxBW8Vector>),
-    MakeTableKind<std::uint16_t>(Kind::kWordVector, MakeFilled<LxBW16Vector>),
+    MakeTableKind<std::uint8_t>(Kind::kByteVector, MakeFilled<LxBW8Vector, std::uint8_t>),
+    MakeTableKind<std::uint16_t>(Kind::kWordVector, MakeFilled<LxBW16Vector, std::uint16_t>),
+    TableKind{Kind::kHistogramVector, kEntries<std::uint8_t>, std::numeric_limits<unsigned>::max(),
+              MakeFilled<LxBWHistogramVector, unsigned, Numbers::Drawing::kBars>},
     MakeTableKind<std::uint8_t>(Kind::kByteFunction, MakeFunction<unsigned char>),
     MakeTableKind<std::uint16_t>(Kind::kWordFunction, MakeFunction<unsigned short>)};
 
