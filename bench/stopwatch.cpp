@@ -5,6 +5,8 @@
 #include <chrono>
 #include <cmath>
 
+#include "common/median.h"
+
 namespace lx::bench {
 
 namespace {
@@ -19,12 +21,6 @@ double SecondsOf(const Job& job, int times) {
   const auto start = Clock::now();
   for (int i = 0; i < times; ++i) job();
   return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
-double Median(std::vector<double> values) {
-  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-  std::nth_element(values.begin(), middle, values.end());
-  return *middle;
 }
 
 // A competitor and how often it runs in one repetition.

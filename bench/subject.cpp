@@ -10,7 +10,7 @@ namespace lx::bench {
 
 namespace {
 
-void Paint(LxGenericROI& image, test::Content content, test::Random& random) {
+void Paint(LxGenericROI& image, test::Content content, Random& random) {
   const auto bytes = static_cast<std::size_t>(image.GetWidth()) * image.GetPixelSize();
   for (int y = 0; y < static_cast<int>(image.GetHeight()); ++y) {
     auto* const row = static_cast<std::uint8_t*>(image.GetPixelPtr(0, y));
@@ -28,7 +28,7 @@ Subject::Subject(const Operation& described, const Form& selected, int w, int h)
     : operation(&described), form(selected), width(w), height(h), call(described) {
   if (form.choice >= 0) call.SetChoice(form.choice);
   for (const auto& [name, number] : form.numbers) call.Set(name, number);
-  test::Random random(described.signature);
+  Random random(described.signature);
   for (std::size_t i = 0; i < described.parameters.size(); ++i) {
     const catalogue::Parameter& parameter = described.parameters[i];
     if (parameter.kind == catalogue::Kind::kKernel && form.kernel != nullptr) {
@@ -56,7 +56,7 @@ std::pair<Image, Image> Subject::MakeCopyPair() const {
   const catalogue::Pixel pixel = LargestPixel().type;
   std::pair<Image, Image> made = {test::MakeImage(pixel, width, height),
                                   test::MakeImage(pixel, width, height)};
-  test::Random random(operation->signature);
+  Random random(operation->signature);
   Paint(*made.first, test::Content::kNoise, random);
   Paint(*made.second, test::Content::kNoise, random);
   return made;

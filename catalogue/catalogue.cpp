@@ -8,6 +8,7 @@
 #include <cctype>
 #include <cstdlib>
 
+#include "catalogue/images.h"
 #include "catalogue/row.h"
 
 namespace lx::catalogue {
@@ -114,6 +115,12 @@ std::optional<std::int64_t> ChoiceValue(const std::vector<Named>& choices, std::
                                   [name](const Named& each) { return each.name == name; });
   if (found == choices.end()) return std::nullopt;
   return found->value;
+}
+
+std::unique_ptr<LxGenericROI> MakeImage(Pixel pixel, int width, int height) {
+  return VisitPixel(pixel, [&](auto tag) -> std::unique_ptr<LxGenericROI> {
+    return std::make_unique<LxImage<typename decltype(tag)::Type>>(width, height);
+  });
 }
 
 std::string_view PixelName(Pixel pixel) {

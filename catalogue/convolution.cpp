@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "catalogue/row.h"
+#include "convolution/filter_list.h"
 
 namespace lx::catalogue {
 
@@ -21,7 +22,6 @@ constexpr std::string_view kPasses =
     "half-x'~4294967295,0,1,2,3,4,7:0..12";
 
 constexpr std::string_view kWindow = "half-x half-y";
-constexpr std::string_view kZeroBorder = "apart from in place, its neighbours outside are 0";
 
 // Sizes that have rules of their own run in place.
 bool IsSmallBox(const Arguments& arguments) {
@@ -36,42 +36,27 @@ bool IsPositive3x3(const Arguments& arguments) {
          kernel.GetRectifier() == RECTIFIER_POSITIVE;
 }
 
+// Of the plain path of grey images, by the name of the border.
+constexpr std::string_view kZeroDifference = "apart from in place, its neighbours outside are 0";
+constexpr std::string_view kReplicateDifference = "";
+
 // The three overloads of a filter from a source to a destination.
-#define LX_FILTER_TRACED(function, bw8Trace, bw16Trace, difference, text)                          \
-  LX_FORM(function, void(LxROI<LxBW8>*, LxROI<LxBW8>*), .trace = bw8Trace,                         \
+#define LX_FILTER_ROWS(function, rule, border, name, text)                                         \
+  LX_FORM(function, void(LxROI<LxBW8>*, LxROI<LxBW8>*), .trace = name " (BW8)",                    \
           .parameters = kParameters, .summary = text, .inPlace = InPlace::kYes, .reach = "1",      \
-          .pathsDiffer = difference),                                                              \
-      LX_FORM(function, void(LxROI<LxBW16>*, LxROI<LxBW16>*), .trace = bw16Trace,                  \
+          .pathsDiffer = border##Difference),                                                      \
+      LX_FORM(function, void(LxROI<LxBW16>*, LxROI<LxBW16>*), .trace = name " (BW16)",             \
               .parameters = kParameters, .summary = text, .inPlace = InPlace::kYes, .reach = "1"), \
       LX_FORM(function, void(LxROI<LxC24>*, LxROI<LxC24>*), .trace = #function " ( C24)",          \
-              .parameters = kParameters, .summary = text, .inPlace = InPlace::kYes, .reach = "1")
-#define LX_FILTER(function, difference, text) \
-  LX_FILTER_TRACED(function, #function " (BW8)", #function " (BW16)", difference, text)
+              .parameters = kParameters, .summary = text, .inPlace = InPlace::kYes, .reach = "1"),
+#define LX_NO_ROWS(rule, border)
 
 const std::vector<Group> kFilters = {
     {{{LX_ERROR_ALLOCATION_FAILED}},
-     {LX_FILTER(PicConvolSobelX, kZeroBorder, "Horizontal Sobel response"),
-      LX_FILTER(PicConvolSobelY, kZeroBorder, "Vertical Sobel response"),
-      LX_FILTER(PicConvolSobel, kZeroBorder, "Sobel gradient"),
-      LX_FILTER(PicConvolPrewittX, "", "Horizontal Prewitt response"),
-      LX_FILTER(PicConvolPrewittY, kZeroBorder, "Vertical Prewitt response"),
-      LX_FILTER(PicConvolPrewitt, kZeroBorder, "Prewitt gradient"),
-      LX_FILTER(PicConvolLaplacian4, kZeroBorder, "Laplacian over four neighbours"),
-      LX_FILTER(PicConvolLaplacian8, kZeroBorder, "Laplacian over eight neighbours"),
-      LX_FILTER(PicConvolLaplacianX, "", "Second difference along the row"),
-      LX_FILTER(PicConvolLaplacianY, "", "Second difference along the column"),
-      LX_FILTER(PicConvolHighpass1, kZeroBorder, "Sharpening"),
-      LX_FILTER(PicConvolHighpass2, kZeroBorder, "Strong sharpening"),
-      LX_FILTER(PicConvolLowpass1, "", "Box smoothing"),
-      LX_FILTER(PicConvolLowpass2, kZeroBorder, "Mean of the eight neighbours"),
-      LX_FILTER(PicConvolLowpass3, "", "Binomial smoothing"),
-      LX_FILTER(PicConvolGradientX, "", "Difference of the neighbours in the row"),
-      LX_FILTER_TRACED(PicConvolGradientY, "ConvolGradientY (BW8)", "ConvolGradientY (BW16)", "",
-                       "Difference of the neighbours in the column"),
-      LX_FILTER(PicConvolGradient, "", "Sum of both differences"),
-      LX_FORM(PicConvolRoberts, void(LxROI<LxC24>*, LxROI<LxC24>*),
-              .trace = "PicConvolRoberts ( C24)", .parameters = kParameters,
-              .summary = "Roberts cross", .inPlace = InPlace::kYes, .reach = "1"),
+     {LX_FILTERS(LX_FILTER_ROWS, LX_NO_ROWS)
+          LX_FORM(PicConvolRoberts, void(LxROI<LxC24>*, LxROI<LxC24>*),
+                  .trace = "PicConvolRoberts ( C24)", .parameters = kParameters,
+                  .summary = "Roberts cross", .inPlace = InPlace::kYes, .reach = "1"),
       LX_FORM(PicConvolUniform3x3, void(LxROI<LxBW8>*, LxROI<LxBW8>*),
               .trace = "PicConvolUniform3x3 (BW8)", .parameters = kParameters,
               .summary = "Mean of nine", .inPlace = InPlace::kYes, .reach = "1"),
@@ -99,8 +84,8 @@ const std::vector<Group> kFilters = {
               .summary = "Binomial 1 6 15 20 15 6 1", .inPlace = InPlace::kRefused,
               .reach = "3")}}};
 
-#undef LX_FILTER
-#undef LX_FILTER_TRACED
+#undef LX_NO_ROWS
+#undef LX_FILTER_ROWS
 
 // What the steps of a box mean and of a Gaussian trace; those of colours are those of bytes.
 constexpr std::string_view kUniformSteps =

@@ -10,7 +10,7 @@ namespace lx::convolution {
 
 inline Border PlainBorder(Filter filter) {
   static constexpr Border kBorders[] = {
-#define LX_OF_OPERATION(function, rule, border, trace) Border::border,
+#define LX_OF_OPERATION(function, rule, border, trace, summary) Border::border,
 #define LX_OF_STEP(rule, border) Border::border,
       LX_FILTERS(LX_OF_OPERATION, LX_OF_STEP)
 #undef LX_OF_OPERATION

@@ -29,7 +29,7 @@ void RunRoberts(const char* trace, LxROI<T>* source, LxROI<T>* destination) {
 }  // namespace
 
 // The three overloads of a filter.
-#define LX_DEFINE_FILTER(function, rule, border, trace)                   \
+#define LX_DEFINE_FILTER(function, rule, border, trace, summary)          \
   void function(LxROI<LxBW8>* source, LxROI<LxBW8>* destination) {        \
     RunFilter(trace " (BW8)", Filter::k##rule, source, destination);      \
   }                                                                       \

@@ -13,7 +13,7 @@ namespace {
 void Run(Filter filter, const Neighbourhood& map, std::size_t passes, std::uint8_t* scratch) {
   using Kernel = void (*)(const Neighbourhood&, std::size_t, std::uint8_t*);
   static constexpr Kernel kKernels[] = {
-#define LX_OF_OPERATION(function, rule, border, trace) LX_OF_STEP(rule, border)
+#define LX_OF_OPERATION(function, rule, border, trace, summary) LX_OF_STEP(rule, border)
 #define LX_OF_STEP(rule, border) &Map3x3<LX_FILTER_ELEMENT, LX_FILTER_STRIDE, rule>,
       LX_FILTERS(LX_OF_OPERATION, LX_OF_STEP)
 #undef LX_OF_OPERATION

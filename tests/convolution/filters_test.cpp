@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
-#include "support/failing.h"
 #include "support/filled.h"
 
 namespace lx::test {
@@ -59,31 +58,6 @@ TEST(Filters, KnownResults) {
   EXPECT_EQ(smooth.GetPixel(0, 3), 251);
   PicConvolGaussian3x3(&bright, &smooth);
   EXPECT_EQ(smooth.GetPixel(0, 3), 255);
-}
-
-TEST(Filters, RobertsNeedsADestinationUnlessItFiltersColours) {
-  Filled<LxBW8> grey(4, 4, 9);
-  PicConvolRoberts(&grey, nullptr);
-  EXPECT_EQ(TakeOutcome(), "1413 PicConvolRoberts");
-  EXPECT_EQ(grey.GetPixel(0, 0), 9);
-  Filled<LxBW16> deep(4, 4, 9);
-  PicConvolRoberts(&deep, nullptr);
-  EXPECT_EQ(TakeOutcome(), "1413 PicConvolRoberts (BW16)");
-  Filled<LxC24> colour(4, 4, {9, 8, 7});
-  PicConvolRoberts(&colour, nullptr);
-  EXPECT_EQ(TakeOutcome(), "0");
-  EXPECT_EQ(colour.GetPixel(0, 0), (LxC24{0, 0, 0}));
-}
-
-TEST(Filters, TheOneAllocationFails) {
-  Filled<LxBW8> grey(4, 4, 9);
-  Filled<LxC24> colour(4, 4, {9, 8, 7});
-  EXPECT_EQ(FailingOutcome([&] { PicConvolGradientY(&grey, &grey); }),
-            "1303 ConvolGradientY (BW8)");
-  EXPECT_EQ(FailingOutcome([&] { PicConvolLowpass1(&grey, &grey); }),
-            "1303 PicConvolLowpass1 (BW8)");
-  EXPECT_EQ(FailingOutcome([&] { PicConvolSobel(&colour, nullptr); }),
-            "1303 PicConvolSobel ( C24)");
 }
 
 }  // namespace

@@ -8,39 +8,13 @@
 
 #include "lxpic/lxpic.h"
 #include "support/execution_path.h"
+#include "support/filled.h"
+#include "support/outcome_text.h"
 
 namespace lx::test {
 namespace {
 
-template <class T>
-class Filled : public LxImage<T> {
- public:
-  Filled(int width, int height, T value) : LxImage<T>(width, height) {
-    for (int y = 0; y < height; ++y) {
-      for (int x = 0; x < width; ++x) *static_cast<T*>(this->GetPixelPtr(x, y)) = value;
-    }
-  }
-};
-
 constexpr unsigned kTopBits = 0xFFFFFFFF;
-
-TEST(Lut, VectorsOfTheWrongLength) {
-  Filled<LxBW8> grey(5, 2, 7);
-  Filled<LxBW16> deep(5, 2, 7);
-  for (const unsigned count : {0U, 1U, 255U, 257U, 65536U}) {
-    LxBW8Vector table(count, 1);
-    PicLut(&grey, &grey, &table);
-    EXPECT_EQ(LxGetError(), LX_ERROR_WRONG_VECTOR_SIZE) << count;
-    EXPECT_STREQ(LxGetTrace(0), "PicLut");
-  }
-  for (const unsigned count : {0U, 256U, 65535U, 65537U}) {
-    LxBW16Vector table(count, 1);
-    PicLut(&deep, &deep, &table);
-    EXPECT_EQ(LxGetError(), LX_ERROR_WRONG_VECTOR_SIZE) << count;
-  }
-  EXPECT_EQ(grey.GetPixel(4, 1), 7);
-  EXPECT_EQ(deep.GetPixel(4, 1), 7);
-}
 
 TEST(Lut, BitsThatCannotSelect) {
   struct Row {
@@ -48,13 +22,9 @@ TEST(Lut, BitsThatCannotSelect) {
     unsigned shift;
     LX_ERRORS code;
   };
-  const std::vector<Row> rows = {{256, 8, LX_OK},
-                                 {256, 9, LX_ERROR_ARGUMENT_4_OUT_OF_RANGE},
-                                 {1, 16, LX_OK},
+  const std::vector<Row> rows = {{1, 16, LX_OK},
                                  {1, 17, LX_ERROR_ARGUMENT_4_OUT_OF_RANGE},
                                  {1, 0xFFFFFFFE, LX_ERROR_ARGUMENT_4_OUT_OF_RANGE},
-                                 {65536, 0, LX_OK},
-                                 {65536, 1, LX_ERROR_ARGUMENT_4_OUT_OF_RANGE},
                                  {300, 0, LX_ERROR_WRONG_VECTOR_SIZE},
                                  {300, 9, LX_ERROR_ARGUMENT_4_OUT_OF_RANGE},
                                  {131072, kTopBits, LX_ERROR_WRONG_VECTOR_SIZE},
@@ -71,34 +41,11 @@ TEST(Lut, BitsThatCannotSelect) {
 
 TEST(Lut, MissingTablesComeAfterRegions) {
   Filled<LxBW8> grey(5, 2, 7);
-  Filled<LxBW16> deep(5, 2, 7);
   LxImage<LxBW8> unattached;
-  LxImage<LxBW16> deepUnattached;
-  unsigned char* const bytes = nullptr;
-  unsigned short* const words = nullptr;
-  LxBW8Vector* const byteVector = nullptr;
-  LxBW16Vector* const wordVector = nullptr;
-  const auto expect = [](LX_ERRORS code, const char* trace) {
-    EXPECT_EQ(LxGetError(), code);
-    EXPECT_STREQ(LxGetTrace(0), trace);
-  };
-  PicLut(&grey, &grey, bytes);
-  expect(LX_ERROR_ARGUMENT_3_OUT_OF_RANGE, "");
-  PicLut(&unattached, &grey, bytes);
-  expect(LX_ERROR_ROI_NOT_ATTACHED, "");
-  PicLut(&grey, &grey, byteVector);
-  expect(LX_ERROR_VECTOR_NO_DATA, "PicLut");
-  PicLut(&grey, &unattached, byteVector);
-  expect(LX_ERROR_ROI_NOT_ATTACHED, "PicLut");
-  PicLut(&deep, &grey, byteVector, 0);
-  expect(LX_ERROR_VECTOR_NO_DATA, "PicLut ( BW16 to BW8)");
-  PicLut(&deep, &deep, words);
-  expect(LX_ERROR_ARGUMENT_3_OUT_OF_RANGE, "PicLut (BW16)");
-  PicLut(&deep, &deepUnattached, words);
-  expect(LX_ERROR_ROI_NOT_ATTACHED, "PicLut (BW16)");
-  PicLut(&deep, &deep, wordVector);
-  expect(LX_ERROR_VECTOR_NO_DATA, "PicLut (BW16)");
-  EXPECT_EQ(grey.GetPixel(4, 1), 7);
+  PicLut(&unattached, &grey, static_cast<unsigned char*>(nullptr));
+  EXPECT_EQ(TakeOutcome(), "1400 ");
+  PicLut(&grey, &unattached, static_cast<LxBW8Vector*>(nullptr));
+  EXPECT_EQ(TakeOutcome(), "1400 PicLut");
 }
 
 int calls = 0;

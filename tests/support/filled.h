@@ -11,7 +11,7 @@ class Filled : public LxImage<T> {
  public:
   Filled(int width, int height, T value) : LxImage<T>(width, height) {
     for (int y = 0; y < height; ++y) {
-      for (int x = 0; x < width; ++x) this->SetPixel(value, x, y);
+      for (int x = 0; x < width; ++x) *static_cast<T*>(this->GetPixelPtr(x, y)) = value;
     }
   }
 };

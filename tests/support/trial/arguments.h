@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "catalogue/catalogue.h"
+#include "common/random.h"
 #include "support/trial/picture.h"
-#include "support/trial/random.h"
 #include "support/trial/vectors.h"
 
 namespace lx::test {

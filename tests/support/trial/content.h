@@ -4,8 +4,8 @@
 
 #include <array>
 
+#include "common/random.h"
 #include "support/trial/picture.h"
-#include "support/trial/random.h"
 
 namespace lx::test {
 

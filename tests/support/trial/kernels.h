@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "common/random.h"
 #include "lxpic/lxpic.h"
-#include "support/trial/random.h"
 
 namespace lx::test {
 

@@ -14,40 +14,6 @@ namespace {
 
 using Owner = std::unique_ptr<LxGenericROI>;
 
-// The members that depend on the pixel's C++ type.
-struct RegionType {
-  Owner (*image)(int, int);
-  Owner (*view)(int, int, const Placement&);
-  Owner (*child)(LxGenericROI*, int, int, int, int);
-  Owner (*unattached)();
-  void (*setRuns)(LxGenericROI*, const LxVectorTemplate<LxRun>&, bool);
-};
-
-template <class T>
-constexpr RegionType kRegionType = {
-    [](int w, int h) -> Owner { return std::make_unique<LxImage<T>>(w, h); },
-    [](int w, int h, const Placement& place) -> Owner {
-      auto image = std::make_unique<LxImage<T>>();
-      image->Attach(place.base, w, h, place.pitch);
-      return image;
-    },
-    [](LxGenericROI* parent, int x, int y, int w, int h) -> Owner {
-      return std::make_unique<LxROI<T>>(static_cast<LxROI<T>*>(parent), x, y, w, h);
-    },
-    []() -> Owner { return std::make_unique<LxImage<T>>(); },
-    [](LxGenericROI* region, const LxVectorTemplate<LxRun>& runs, bool absolute) {
-      static_cast<LxROI<T>*>(region)->SetRuns(runs, absolute);
-    }};
-
-const RegionType& TypeOf(Pixel pixel) {
-  static constexpr std::array<RegionType, 10> kTypes = {
-      RegionType{},        kRegionType<LxBW8>,  kRegionType<LxBW16>,
-      kRegionType<LxBW32>, kRegionType<LxC24>,  kRegionType<LxC15>,
-      kRegionType<LxC16>,  kRegionType<LxC24A>, kRegionType<LxComplex64>,
-      kRegionType<int>};
-  return kTypes[static_cast<std::size_t>(pixel)];
-}
-
 // Margins of a child region inside its parent, in pixels.
 constexpr int kLeft = 3;
 constexpr int kRight = 2;
@@ -94,16 +60,25 @@ std::ptrdiff_t PitchBytes(Pitch pitch, std::ptrdiff_t rowBytes) {
 
 }  // namespace
 
-Owner MakeUnattached(Pixel pixel) { return TypeOf(pixel).unattached(); }
-
-Owner MakeImage(Pixel pixel, int width, int height) { return TypeOf(pixel).image(width, height); }
+Owner MakeUnattached(Pixel pixel) {
+  return VisitPixel(pixel, [](auto tag) -> Owner {
+    return std::make_unique<LxImage<typename decltype(tag)::Type>>();
+  });
+}
 
 Owner MakeView(Pixel pixel, int width, int height, const Placement& place) {
-  return TypeOf(pixel).view(width, height, place);
+  return VisitPixel(pixel, [&](auto tag) -> Owner {
+    auto image = std::make_unique<LxImage<typename decltype(tag)::Type>>();
+    image->Attach(place.base, width, height, place.pitch);
+    return image;
+  });
 }
 
 Owner MakeChild(Pixel pixel, LxGenericROI* parent, int x, int y, int width, int height) {
-  return TypeOf(pixel).child(parent, x, y, width, height);
+  return VisitPixel(pixel, [&](auto tag) -> Owner {
+    using T = typename decltype(tag)::Type;
+    return std::make_unique<LxROI<T>>(static_cast<LxROI<T>*>(parent), x, y, width, height);
+  });
 }
 
 void SetRuns(Pixel pixel, LxGenericROI* region, const std::vector<Run>& runs, bool absolute) {
@@ -117,7 +92,9 @@ void SetRuns(Pixel pixel, LxGenericROI* region, const std::vector<Run>& runs, bo
                                                                   << 16;
     list.AddElement({start, start + bytes, position});
   }
-  TypeOf(pixel).setRuns(region, list, absolute);
+  VisitPixel(pixel, [&](auto tag) {
+    static_cast<LxROI<typename decltype(tag)::Type>*>(region)->SetRuns(list, absolute);
+  });
 }
 
 std::string LayoutText(Layout layout) {

@@ -7,15 +7,17 @@
 #include <string>
 #include <vector>
 
+#include "catalogue/images.h"
 #include "support/trial/guarded_buffer.h"
 #include "support/trial/picture.h"
 
 namespace lx::test {
 
+using catalogue::MakeImage;
+using catalogue::VisitPixel;
+
 /// An image that was never given a size.
 std::unique_ptr<LxGenericROI> MakeUnattached(Pixel pixel);
-/// An image that owns its memory.
-std::unique_ptr<LxGenericROI> MakeImage(Pixel pixel, int width, int height);
 /// An image that views memory of the caller's.
 std::unique_ptr<LxGenericROI> MakeView(Pixel pixel, int width, int height, const Placement& place);
 /// A child region of `parent`, which has the same pixel type.

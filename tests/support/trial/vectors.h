@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "catalogue/catalogue.h"
-#include "support/trial/random.h"
+#include "common/random.h"
 
 namespace lx::test {
 

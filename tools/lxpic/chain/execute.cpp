@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstring>
 
+#include "common/median.h"
 #include "tools/lxpic/common/failure.h"
 
 namespace lx::tool {
@@ -77,12 +78,6 @@ void Restart(const Destination& destination) {
   for (int y = 0; y < destination.image.Height(); ++y) {
     std::memcpy(destination.image.Row(y), destination.start.Row(y), destination.image.RowBytes());
   }
-}
-
-double Median(std::vector<double> values) {
-  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-  std::nth_element(values.begin(), middle, values.end());
-  return *middle;
 }
 
 // What a call left in place of `value`: the vector, or the number or colour that is there now.

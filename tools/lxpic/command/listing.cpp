@@ -220,7 +220,9 @@ std::string ListText(const std::string& part) {
     text += name + "\n";
     std::string last;
     for (const Operation* each : OverloadsOf(name)) {
-      const std::string line = Padded("  " + FormText(*each), 28) + each->summary + "\n";
+      std::string line = "  ";
+      line = Padded(line.append(FormText(*each)), 28);
+      line.append(each->summary).append("\n");
       // Forms that differ in how a table is passed look the same here.
       if (line != last) text += line;
       last = line;

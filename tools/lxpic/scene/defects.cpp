@@ -20,40 +20,39 @@ constexpr int kVisibleChange = 60;
 constexpr double kVisiblePart = 1.0 / 20000;
 
 void DrawScratch(Scene& scene, Random& random) {
-  const double x = random.Between(scene.area.x, scene.area.x + scene.area.width - 150);
-  const double y = random.Between(scene.area.y, scene.area.y + scene.area.height - 110);
-  const double length = random.Between(90, 150);
-  const double slope = random.Between(-0.7, 0.7);
+  const double x = random.Real(scene.area.x, scene.area.x + scene.area.width - 150);
+  const double y = random.Real(scene.area.y, scene.area.y + scene.area.height - 110);
+  const double length = random.Real(90, 150);
+  const double slope = random.Real(-0.7, 0.7);
   cairo_move_to(scene.Cairo(), x, y);
   cairo_curve_to(scene.Cairo(), x + 0.3 * length, y + 0.4 * slope * length, x + 0.6 * length,
                  y + 0.5 * slope * length, x + length, y + slope * length);
-  scene.Stroke(scene.scratch, random.Between(2.6, 4));
+  scene.Stroke(scene.scratch, random.Real(2.6, 4));
 }
 
 void DrawMissingPrint(Scene& scene, Random& random) {
   const Box& print = scene.prints[random.Below(scene.prints.size())];
-  const double width = std::min(print.width, random.Between(22, 46));
-  const double height = std::min(print.height, random.Between(18, 40));
-  const double x = random.Between(print.x, print.x + print.width - width);
-  const double y = random.Between(print.y, print.y + print.height - height);
+  const double width = std::min(print.width, random.Real(22, 46));
+  const double height = std::min(print.height, random.Real(18, 40));
+  const double x = random.Real(print.x, print.x + print.width - width);
+  const double y = random.Real(print.y, print.y + print.height - height);
   scene.RoundedRectangle({x, y, width, height}, std::min(width, height) / 3, scene.ground);
 }
 
 void DrawBlob(Scene& scene, Random& random) {
-  const double x = random.Between(scene.area.x + 30, scene.area.x + scene.area.width - 30);
-  const double y = random.Between(scene.area.y + 30, scene.area.y + scene.area.height - 30);
+  const double x = random.Real(scene.area.x + 30, scene.area.x + scene.area.width - 30);
+  const double y = random.Real(scene.area.y + 30, scene.area.y + scene.area.height - 30);
   for (int drop = 0; drop < 5; ++drop) {
-    scene.Disk(x + random.Between(-9, 9), y + random.Between(-8, 8), random.Between(5, 11),
-               scene.stain);
+    scene.Disk(x + random.Real(-9, 9), y + random.Real(-8, 8), random.Real(5, 11), scene.stain);
   }
 }
 
 void DrawBreak(Scene& scene, Random& random) {
   const Segment& trace = scene.traces[random.Below(scene.traces.size())];
-  const double along = random.Between(0.25, 0.75);
+  const double along = random.Real(0.25, 0.75);
   const double dx = trace.x2 - trace.x1;
   const double dy = trace.y2 - trace.y1;
-  const double half = random.Between(8, 14) / std::hypot(dx, dy);
+  const double half = random.Real(8, 14) / std::hypot(dx, dy);
   cairo_move_to(scene.Cairo(), trace.x1 + (along - half) * dx, trace.y1 + (along - half) * dy);
   cairo_line_to(scene.Cairo(), trace.x1 + (along + half) * dx, trace.y1 + (along + half) * dy);
   scene.Stroke(scene.ground, trace.width + 5);

@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
+#include "common/random.h"
 #include "tools/lxpic/common/cairo.h"
 #include "tools/lxpic/common/words.h"
 #include "tools/lxpic/scene/defect.h"
-#include "tools/lxpic/scene/random.h"
 
 namespace lx::tool {
 

@@ -3,29 +3,19 @@
 
 #include <cstring>
 
+#include "catalogue/images.h"
 #include "tools/lxpic/common/failure.h"
 
 namespace lx::tool {
 
-namespace {
-
-std::shared_ptr<LxGenericROI> MakeImage(Pixel pixel, int width, int height) {
-  return VisitPixel(pixel, [&](auto tag) -> std::shared_ptr<LxGenericROI> {
-    LxOk();
-    auto made = std::make_shared<LxImage<typename decltype(tag)::Type>>(width, height);
-    if (LxGetError() != LX_OK) {
-      throw Failure(kOperationFailed, "an image of " + std::to_string(width) + "x" +
-                                          std::to_string(height) +
-                                          " pixels: " + catalogue::ErrorName(LxGetError()));
-    }
-    return made;
-  });
+ImageValue::ImageValue(Pixel pixelType, int width, int height) : pixel(pixelType) {
+  LxOk();
+  region = catalogue::MakeImage(pixel, width, height);
+  if (LxGetError() == LX_OK) return;
+  throw Failure(kOperationFailed, "an image of " + std::to_string(width) + "x" +
+                                      std::to_string(height) +
+                                      " pixels: " + catalogue::ErrorName(LxGetError()));
 }
-
-}  // namespace
-
-ImageValue::ImageValue(Pixel pixelType, int width, int height)
-    : pixel(pixelType), region(MakeImage(pixelType, width, height)) {}
 
 void ImageValue::Clear() {
   if (Width() == 0) return;
