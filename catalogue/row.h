@@ -15,10 +15,10 @@ struct Row {
   std::string_view function;
   Binding binding{};
   /// What it appends to the trace.
-  std::string_view trace = "";
+  std::string_view trace = {};
   /// The names that inner operations may trace before that: "A < B | C" are two lists, innermost
   /// first.
-  std::string_view innerTraces = "";
+  std::string_view innerTraces = {};
   /// One word for each parameter, and one for the returned value:
   ///
   ///     name             read, or a result where the type is a reference
@@ -35,15 +35,15 @@ struct Row {
   ///     {NAME}           a number that also takes the names of enumeration NAME
   ///     #N,N             the element counts that a vector may have
   ///     (free)           a region of any size
-  std::string_view parameters = "";
-  std::string_view summary = "";
+  std::string_view parameters = {};
+  std::string_view summary = {};
   InPlace inPlace = InPlace::kNo;
   bool (*worksInPlace)(const Arguments&) = nullptr;
   /// "1" pixels, "half-x half-y", "kernel", "all".
   std::string_view reach = "0";
-  std::string_view pathsDiffer = "";
+  std::string_view pathsDiffer = {};
   /// "all", or the choices that run without a kernel.
-  std::string_view withoutKernel = "";
+  std::string_view withoutKernel = {};
   bool followsRuns = false;
   std::vector<Refusal> refusals = {};
 };
