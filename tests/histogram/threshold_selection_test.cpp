@@ -52,7 +52,7 @@ TEST(HistogramThreshold, OfKnownHistograms) {
   ExpectSelected(huge, PIC_THRESHOLD_MIN_RESIDUE, {1, 0, 191.5F});
   ExpectSelected(huge, PIC_THRESHOLD_RELATIVE, {128, 0, 191.5F}, 0.5F);
   ExpectSelected<65536>({{65000, 2000000000U}, {65100, 7}, {65535, 2000000000U}}, kSquared,
-                        {65534, 65000, 65535}, -1, 65000, 65535);
+                        {65099, 65000, 65535}, -1, 65000, 65535);
 }
 
 TEST(HistogramThreshold, OfRelativeShares) {
@@ -65,7 +65,7 @@ TEST(HistogramThreshold, OfRelativeShares) {
   ExpectSelected(levels, kRelative, {256, 22.5F, 256}, 1);
   ExpectSelected({}, kRelative, {256, 0, 256}, 0.5F);
   // The product is truncated, not what single precision makes of the count.
-  ExpectSelected({{0, 16777217}, {1, 1}}, kRelative, {2, 1 / 16777218.0F, 2}, 1, 0, 1);
+  ExpectSelected({{0, 16777217}, {1, 2}}, kRelative, {2, 0x1.FFFFFAp-24F, 2}, 1, 0, 1);
 }
 
 // The sweep has the form for bytes only.
