@@ -1,48 +1,43 @@
 // SPDX-License-Identifier: Apache-2.0
 // Histograms, equalization and analysis: counts of single pixels, and sums over single bins.
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numeric>
 
-#include "histogram/feature_reference.h"
-#include "support/reference.h"
+#include "histogram/references.h"
+#include "lxpic/histogram/analysis.h"
 
 namespace lx::test {
 
 namespace {
 
-std::vector<double> CountPixels(const Picture& picture, std::size_t bins) {
+// Each pixel once for each of its runs, where there are any that count.
+std::vector<double> CountPixels(const Picture& picture, std::size_t bins, bool followRuns) {
   std::vector<double> counts(bins, 0.0);
   const auto selected = Selected(picture);
   for (std::size_t i = 0; i < selected.size(); ++i) {
-    counts[static_cast<std::size_t>(picture.values[i])] += selected[i];
+    counts[static_cast<std::size_t>(picture.values[i])] += followRuns ? selected[i] : 1;
   }
   return counts;
 }
 
-Picture WithoutRuns(Picture picture) {
-  picture.runs.clear();
-  return picture;
+void CountBytes(const Arguments& /*call*/, Outcome& outcome) {
+  outcome.Vector(1).values = CountPixels(outcome.Image(0), 256, true);
 }
 
-void CountBytes(const Arguments& /*call*/, Outcome& outcome) {
-  outcome.Vector(1).values = CountPixels(outcome.Image(0), 256);
+// Lays an untyped vector out anew, as one group. Only its use stays.
+void LayOut(Elements& vector, int kind, int dataSize, std::vector<double> values) {
+  const int length = static_cast<int>(values.size());
+  vector = {std::move(values), kind, dataSize, LX_DATA_UNSIGNED, length, vector.use};
 }
 
 void CountIntoUntyped(const Arguments& /*call*/, Outcome& outcome) {
   Elements& vector = outcome.Vector(1);
   if (vector.kind != LX_VECTOR_HISTOGRAM || vector.values.size() < 256) {
-    const int use = vector.use;
-    vector = {};
-    vector.use = use;
-    vector.kind = LX_VECTOR_HISTOGRAM;
-    vector.dataSize = LX_DATA_SIZE_32;
-    vector.dataType = LX_DATA_UNSIGNED;
-    vector.groupLength = 256;
-    vector.values.resize(256);
+    LayOut(vector, LX_VECTOR_HISTOGRAM, LX_DATA_SIZE_32, std::vector<double>(256));
   }
-  const auto counts = CountPixels(WithoutRuns(outcome.Image(0)), 256);
-  std::copy(counts.begin(), counts.end(), vector.values.begin());
+  std::ranges::copy(CountPixels(outcome.Image(0), 256, false), vector.values.begin());
 }
 
 // The bits of a pixel are numbered from 0.
@@ -83,49 +78,62 @@ void SetUp(const Arguments& /*call*/, Outcome& outcome) {
 }
 
 void SetUpUntyped(const Arguments& /*call*/, Outcome& outcome) {
-  const Elements& histogram = outcome.Vector(0);
-  Elements& table = outcome.Vector(1);
-  if (histogram.kind != LX_VECTOR_HISTOGRAM) return outcome.Refuse(LX_ERROR_EQUALIZE_SETUP);
-  if (histogram.values.size() < 256) return outcome.Refuse(LX_ERROR_WRONG_VECTOR_SIZE);
-  const auto entries = EqualizationTable(histogram.values, 256);
+  if (!IsHistogram(outcome, LX_ERROR_EQUALIZE_SETUP)) return;
+  const auto entries = EqualizationTable(outcome.Vector(0).values, 256);
   if (entries.empty()) return outcome.Refuse(LX_ERROR_EMPTY_HISTOGRAM);
   // The vectors that are drawn are no tables.
-  const int use = table.use;
-  table = {};
-  table.use = use;
-  table.kind = LX_VECTOR_TABLE;
-  table.dataSize = LX_DATA_SIZE_8;
-  table.dataType = LX_DATA_UNSIGNED;
-  table.groupLength = 256;
-  table.values = entries;
+  LayOut(outcome.Vector(1), LX_VECTOR_TABLE, LX_DATA_SIZE_8, entries);
 }
 
-void EqualizeBytes(const Arguments& /*call*/, Outcome& outcome) {
-  const Picture source = outcome.Image(0);
-  if (source.values.empty()) return;
-  const auto table = EqualizationTable(CountPixels(source, 256), 255);
-  if (table.empty()) {
-    return outcome.Refuse(LX_ERROR_EMPTY_HISTOGRAM, {"PicSetupEqualize ( LxBWHistogramVector)"});
-  }
-  Picture& destination = outcome.Image(1);
+// Each pixel becomes the entry of its level.
+void LookUp(const std::vector<double>& table, const Picture& source, Picture& destination) {
   for (std::size_t i = 0; i < source.values.size(); ++i) {
     destination.values[i] = static_cast<Value>(table[static_cast<std::size_t>(source.values[i])]);
   }
 }
 
-void EqualizeWords(const Arguments& /*call*/, Outcome& outcome) {
-  const Picture source = outcome.Image(0);
-  auto upTo = CountPixels(WithoutRuns(source), 65536);
-  std::partial_sum(upTo.begin(), upTo.end(), upTo.begin());
-  Picture& destination = outcome.Image(1);
-  for (std::size_t i = 0; i < source.values.size(); ++i) {
-    const double share = upTo[static_cast<std::size_t>(source.values[i])] * 65535 / upTo.back();
-    destination.values[i] = static_cast<Value>(share);
+void EqualizeBytes(const Arguments& /*call*/, Outcome& outcome) {
+  const Picture& source = outcome.Image(0);
+  if (source.values.empty()) return;
+  const auto table = EqualizationTable(CountPixels(source, 256, true), 255);
+  if (table.empty()) {
+    return outcome.Refuse(LX_ERROR_EMPTY_HISTOGRAM, {"PicSetupEqualize ( LxBWHistogramVector)"});
   }
+  LookUp(table, source, outcome.Image(1));
 }
 
-std::vector<unsigned> CountsOf(const Elements& histogram) {
-  return {histogram.values.begin(), histogram.values.end()};
+void EqualizeWords(const Arguments& /*call*/, Outcome& outcome) {
+  auto table = CountPixels(outcome.Image(0), 65536, false);
+  std::partial_sum(table.begin(), table.end(), table.begin());
+  const double pixels = table.back();
+  for (double& upTo : table) upTo = upTo * 65535 / pixels;
+  LookUp(table, outcome.Image(0), outcome.Image(1));
+}
+
+double FeatureOf(const std::vector<unsigned>& counts, unsigned feature, int from, int to) {
+  double most = 0, mostBin = 0, least = -1, leastBin = 0, lowest = to + 1, highest = from - 1;
+  double pixels = 0, sum = 0;
+  float count = 0, first = 0, second = 0;  // rounded whenever they grow
+  for (int bin = from; bin <= to; ++bin) {
+    const double h = counts[static_cast<std::size_t>(bin)];
+    if (h == 0) continue;
+    pixels += h;
+    sum += bin * h;
+    count = static_cast<float>(count + h);
+    first = static_cast<float>(first + bin * h);
+    second = static_cast<float>(second + static_cast<double>(bin) * bin * h);
+    highest = bin;
+    if (lowest > to) lowest = bin;
+    if (h > most) most = h, mostBin = bin;
+    if (least == -1 || h < least) least = h, leastBin = bin;
+  }
+  if (pixels == 0) return std::array<double, 9>{0, 0, 0, -1, lowest, highest}[feature];
+  const double mean = static_cast<double>(first) / count;
+  const double variance = static_cast<double>(second) / count - mean * mean;
+  const auto deviation = static_cast<float>(std::sqrt(std::fabs(variance)));
+  const auto average = static_cast<float>(sum / pixels);
+  return std::array<double, 9>{mostBin, most,   leastBin, least,    lowest,
+                               highest, pixels, average,  deviation}[feature];
 }
 
 template <int kBins>
@@ -136,60 +144,54 @@ void Analyse(const Arguments& call, Outcome& outcome) {
   if (first < 0) return outcome.Refuse(LX_ERROR_ARGUMENT_3_OUT_OF_RANGE);
   if (last >= kBins) return outcome.Refuse(LX_ERROR_ARGUMENT_4_OUT_OF_RANGE);
   if (first > last) return outcome.Refuse(LX_ERROR_INCONSISTENT_ARGUMENTS);
-  outcome.Number(4) = static_cast<float>(
-      FeatureOf(CountsOf(outcome.Vector(0)), static_cast<unsigned>(call.Number(1)), first, last));
+  const auto feature = static_cast<unsigned>(call.Number(1));
+  outcome.Number(4) = static_cast<float>(FeatureOf(CountsOf(outcome), feature, first, last));
 }
 
 // The forms for whole and for real numbers leave alone what is the other's.
-template <typename Result, int lowest, int highest>
+template <bool whole, int lowest, int highest>
 void AnalyseUntyped(const Arguments& call, Outcome& outcome) {
-  const Elements& histogram = outcome.Vector(0);
-  if (histogram.kind != LX_VECTOR_HISTOGRAM) return outcome.Refuse(LX_ERROR_WRONG_VECTOR_KIND);
-  if (histogram.values.size() < 256) return outcome.Refuse(LX_ERROR_WRONG_VECTOR_SIZE);
+  if (!IsHistogram(outcome, LX_ERROR_WRONG_VECTOR_KIND)) return;
   const auto feature = static_cast<int>(call.Number(3));
   if (feature < lowest || feature > highest) return;
   const int first = std::clamp(static_cast<int>(call.Number(1)), 0, 256);
   const int last = std::clamp(static_cast<int>(call.Number(2)), first - 1, 255);
-  const double value = FeatureOf(CountsOf(histogram), static_cast<unsigned>(feature), first, last);
-  outcome.Number(4) = std::is_same_v<Result, int>
-                          ? static_cast<double>(static_cast<int>(static_cast<Value>(value)))
-                          : value;
+  const double value = FeatureOf(CountsOf(outcome), static_cast<unsigned>(feature), first, last);
+  // Counts of 32 bits keep their bits.
+  outcome.Number(4) = whole ? static_cast<int>(static_cast<Value>(value)) : value;
 }
 
 // Mean and, where there are two results, variance.
-void MeasureMoments(const Arguments& call, Outcome& outcome, bool centred) {
-  const auto counts = CountsOf(outcome.Vector(0));
+template <bool centred>
+void MeasureMoments(const Arguments& call, Outcome& outcome) {
+  const auto counts = CountsOf(outcome);
   const double first = call.Number(centred ? 3 : 2);
   const double last = call.Number(centred ? 4 : 3);
-  std::uint64_t sum0 = 0;
-  std::uint64_t sum1 = 0;
-  std::uint64_t sum2 = 0;
-  for (std::uint64_t i = 0; i < 256; ++i) {
-    if (static_cast<double>(i) < first || static_cast<double>(i) > last) continue;
+  long double sum0 = 0, sum1 = 0, sum2 = 0;  // exact
+  for (unsigned i = 0; i < 256; ++i) {
+    if (i < first || i > last) continue;
     sum0 += counts[i];
-    sum1 += i * counts[i];
-    sum2 += i * i * counts[i];
+    sum1 += static_cast<long double>(i) * counts[i];
+    sum2 += static_cast<long double>(i) * i * counts[i];
   }
+  if (sum0 == 0) return outcome.Refuse(LX_ERROR_EMPTY_HISTOGRAM);
   const auto m0 = static_cast<double>(sum0);
-  const auto m1 = static_cast<double>(sum1);
-  const auto m2 = static_cast<double>(sum2);
-  if (m0 == 0) return outcome.Refuse(LX_ERROR_EMPTY_HISTOGRAM);
-  outcome.Number(1) = static_cast<float>(m1 / m0);
-  if (centred) outcome.Number(2) = static_cast<float>(m2 / m0 - m1 / m0 * (m1 / m0));
+  const double mean = static_cast<double>(sum1) / m0;
+  outcome.Number(1) = static_cast<float>(mean);
+  if (centred) {
+    outcome.Number(2) = static_cast<float>(static_cast<double>(sum2) / m0 - mean * mean);
+  }
 }
 
 }  // namespace
 
 std::vector<Reference> HistogramReferences() {
+  const std::string bins = ", LxBWHistogramVector*, unsigned int, unsigned int, int)";
   return {
       Measured("PicHistogram(LxROI<LxBW8>*, LxBWHistogramVector*)", CountBytes),
       Measured("PicHistogram(LxROI<LxBW8>*, LxVector*)", CountIntoUntyped),
-      BinsReference("PicHistogram(LxROI<LxBW16>*, LxBWHistogramVector*, unsigned int, unsigned "
-                    "int, int)",
-                    16),
-      BinsReference("PicHistogram(LxROI<LxBW32>*, LxBWHistogramVector*, unsigned int, unsigned "
-                    "int, int)",
-                    32),
+      BinsReference("PicHistogram(LxROI<LxBW16>*" + bins, 16),
+      BinsReference("PicHistogram(LxROI<LxBW32>*" + bins, 32),
       Measured("PicSetupEqualize(LxBWHistogramVector*, LxBW8Vector*)", SetUp),
       Measured("PicSetupEqualize(LxVector*, LxVector*)", SetUpUntyped),
       Measured("PicEqualize(LxROI<LxBW8>*, LxROI<LxBW8>*)", EqualizeBytes),
@@ -198,16 +200,14 @@ std::vector<Reference> HistogramReferences() {
                Analyse<256>),
       Measured("PicAnalyseHistogramBW16(LxBWHistogramVector*, PIC_HISTOGRAM_FEATURE, int, int)",
                Analyse<65536>),
-      Measured("PicAnalyseHistogram(LxVector*, int, int, int, int&)", AnalyseUntyped<int, 0, 6>),
+      Measured("PicAnalyseHistogram(LxVector*, int, int, int, int&)", AnalyseUntyped<true, 0, 6>),
       Measured("PicAnalyseHistogram(LxVector*, int, int, int, float&)",
-               AnalyseUntyped<float, 7, 8>),
-      Measured(
-          "PicHistogramMoments(LxBWHistogramVector*, float&, unsigned int, unsigned int)",
-          [](const Arguments& call, Outcome& outcome) { MeasureMoments(call, outcome, false); }),
-      Measured(
-          "PicHistogramCenteredMoments(LxBWHistogramVector*, float&, float&, unsigned int, "
-          "unsigned int)",
-          [](const Arguments& call, Outcome& outcome) { MeasureMoments(call, outcome, true); })};
+               AnalyseUntyped<false, 7, 8>),
+      Measured("PicHistogramMoments(LxBWHistogramVector*, float&, unsigned int, unsigned int)",
+               MeasureMoments<false>),
+      Measured("PicHistogramCenteredMoments(LxBWHistogramVector*, float&, float&, unsigned int, "
+               "unsigned int)",
+               MeasureMoments<true>)};
 }
 
 }  // namespace lx::test

@@ -3,221 +3,202 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
+#include <algorithm>
+#include <array>
 #include <limits>
-#include <utility>
+#include <random>
+#include <string>
 #include <vector>
 
+#include "histogram/references.h"
 #include "support/outcome_text.h"
+#include "vectors/histograms.h"
 
 namespace lx::test {
 namespace {
 
-using Filling = std::vector<std::pair<unsigned, unsigned>>;
-
-class Histogram : public LxBWHistogramVector {
- public:
-  explicit Histogram(const Filling& counts, unsigned bins = 256) : LxBWHistogramVector(bins) {
-    SetNumElements(bins);
-    Clear();
-    for (const auto& [bin, count] : counts) (*this)[bin] = count;
-  }
-};
-
-struct Outcome {
-  unsigned threshold;
-  float below;
-  float above;
-
-  bool operator==(const Outcome& other) const {
-    return threshold == other.threshold && below == other.below && above == other.above;
-  }
-};
-std::ostream& operator<<(std::ostream& stream, const Outcome& outcome) {
-  return stream << outcome.threshold << ": " << outcome.below << ", " << outcome.above;
-}
-
-Outcome Select(const Filling& counts, unsigned mode, float relative = -1, unsigned first = 0,
-               unsigned last = 255) {
-  Histogram histogram(counts);
-  Outcome outcome{mode, -1, -1};
-  PicHistogramThreshold(&histogram, outcome.threshold, outcome.below, outcome.above, relative,
-                        first, last);
+// Holds the library and the definition to what is known.
+template <unsigned bins = 256>
+void ExpectSelected(const Filling& filling, unsigned mode, const ExpectedThreshold& known,
+                    float relative = -1, unsigned first = 0, unsigned last = 255) {
+  auto histogram = HistogramWith(filling, bins);
+  ExpectedThreshold seen{mode, -1, -1};
+  (bins == 256 ? PicHistogramThreshold : PicHistogramThresholdBW16)(
+      &histogram, seen.threshold, seen.below, seen.above, relative, first, last);
   EXPECT_EQ(TakeOutcome(), "0");
-  return outcome;
+  EXPECT_EQ(seen, known) << std::hex << mode << ' ' << relative;
+  EXPECT_EQ(ExpectedOf({histogram.GetDataPtr(), first, last}, bins, mode, relative), known);
 }
 
-TEST(HistogramThreshold, TwoPopulations) {
+TEST(HistogramThreshold, OfKnownHistograms) {
+  constexpr unsigned kSquared = PIC_THRESHOLD_MIN_SQUARED_DEVIATION;
   const Filling two = {{50, 10}, {200, 10}};
-  EXPECT_EQ(Select(two, PIC_THRESHOLD_MIN_RESIDUE), (Outcome{51, 50, 200}));
-  EXPECT_EQ(Select(two, PIC_THRESHOLD_ISODATA), (Outcome{125, 50, 200}));
-  EXPECT_EQ(Select({{0, 4}, {255, 9}}, PIC_THRESHOLD_MIN_ABSOLUTE_DEVIATION),
-            (Outcome{254, 0, 255}));
-  EXPECT_EQ(Select(two, 50), (Outcome{50, 0, 125}));
-  EXPECT_EQ(Select(two, 51), (Outcome{51, 50, 200}));
-  EXPECT_EQ(Select(two, 10, -1, 10, 90), (Outcome{10, 10, 50}));
-}
-
-TEST(HistogramThreshold, RelativeShares) {
-  const Filling levels = {{10, 1}, {20, 1}, {30, 2}};
-  constexpr unsigned kMode = PIC_THRESHOLD_RELATIVE;
-  EXPECT_EQ(Select(levels, kMode, 0.0F), (Outcome{10, 0, 22.5F}));
-  EXPECT_EQ(Select(levels, kMode, 0.24F), (Outcome{10, 0, 22.5F}));
-  EXPECT_EQ(Select(levels, kMode, 0.25F), (Outcome{20, 10, 80 / 3.0F}));
-  EXPECT_EQ(Select(levels, kMode, 0.5F), (Outcome{30, 15, 30}));
-  EXPECT_EQ(Select(levels, kMode, 0.99F), (Outcome{30, 15, 30}));
-  EXPECT_EQ(Select(levels, kMode, 1.0F), (Outcome{256, 22.5F, 256}));
-  EXPECT_EQ(Select({}, kMode, 0.5F), (Outcome{256, 0, 256}));
-  // The product is truncated, not what single precision makes of the count.
-  EXPECT_EQ(Select({{0, 16777217}, {1, 1}}, kMode, 1.0F, 0, 1), (Outcome{2, 1 / 16777218.0F, 2}));
-}
-
-TEST(HistogramThreshold, OneFilledBinCannotBeSplit) {
+  ExpectSelected(two, PIC_THRESHOLD_MIN_RESIDUE, {51, 50, 200});
+  ExpectSelected(two, PIC_THRESHOLD_ISODATA, {125, 50, 200});
+  ExpectSelected({{0, 4}, {255, 9}}, PIC_THRESHOLD_MIN_ABSOLUTE_DEVIATION, {254, 0, 255});
+  ExpectSelected(two, 50, {50, 0, 125});
+  ExpectSelected(two, 51, {51, 50, 200});
+  ExpectSelected(two, 10, {10, 10, 50}, -1, 10, 90);
+  // One filled bin cannot be split.
   for (const unsigned mode :
        {PIC_THRESHOLD_ISODATA, PIC_THRESHOLD_MAX_ENTROPY, PIC_THRESHOLD_MIN_RESIDUE}) {
-    EXPECT_EQ(Select({{100, 5}}, mode, -1, 20, 200), (Outcome{0, 20, 201}));
-    EXPECT_EQ(Select({}, mode), (Outcome{0, 0, 256}));
+    ExpectSelected({{100, 5}}, mode, {0, 20, 201}, -1, 20, 200);
+    ExpectSelected({}, mode, {0, 0, 256});
   }
-  EXPECT_EQ(Select({}, PIC_THRESHOLD_MIN_SQUARED_DEVIATION), (Outcome{255, 0, 256}));
-}
-
-// Totals beyond 32 bits, and costs near 64.
-TEST(HistogramThreshold, HugeCounts) {
+  ExpectSelected({}, kSquared, {255, 0, 256});
+  // Totals beyond 32 bits, and costs of almost 64.
   const Filling huge = {{0, 4000000000U}, {128, 4000000000U}, {255, 4000000000U}};
-  EXPECT_EQ(Select(huge, PIC_THRESHOLD_MIN_SQUARED_DEVIATION), (Outcome{127, 0, 191.5F}));
-  EXPECT_EQ(Select(huge, PIC_THRESHOLD_MIN_RESIDUE), (Outcome{1, 0, 191.5F}));
-  EXPECT_EQ(Select(huge, PIC_THRESHOLD_RELATIVE, 0.5F).threshold, 128U);
-  Histogram wide({{0, 3000000000U}, {30000, 7}, {65535, 3000000000U}}, 65536);
-  unsigned threshold = PIC_THRESHOLD_MIN_SQUARED_DEVIATION;
-  float below = -1;
-  float above = -1;
-  PicHistogramThresholdBW16(&wide, threshold, below, above, -1, 0, 65535);
-  EXPECT_EQ(TakeOutcome(), "0");
-  EXPECT_EQ(threshold, 65534U);
-  EXPECT_EQ(above, 65535.0F);
+  ExpectSelected(huge, kSquared, {127, 0, 191.5F});
+  ExpectSelected(huge, PIC_THRESHOLD_MIN_RESIDUE, {1, 0, 191.5F});
+  ExpectSelected(huge, PIC_THRESHOLD_RELATIVE, {128, 0, 191.5F}, 0.5F);
+  ExpectSelected<65536>({{65000, 2000000000U}, {65100, 7}, {65535, 2000000000U}}, kSquared,
+                        {65099, 65000, 65535}, -1, 65000, 65535);
 }
 
-TEST(HistogramThreshold, ChecksItsArgumentsInOrder) {
-  Histogram histogram({{1, 1}});
-  Histogram wide({}, 65536);
-  Histogram odd({}, 255);
-  constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
-  struct Row {
-    LxBWHistogramVector* histogram;
-    unsigned threshold;
-    float relative;
-    unsigned first;
-    unsigned last;
-    const char* code;
-  };
+TEST(HistogramThreshold, OfRelativeShares) {
   constexpr unsigned kRelative = PIC_THRESHOLD_RELATIVE;
-  const std::vector<Row> rows = {{nullptr, 999, 2, 256, 256, "1601"},
-                                 {&odd, 999, 2, 256, 256, "1613"},
-                                 {&histogram, 999, 2, 256, 256, "1015"},
-                                 {&histogram, 999, 2, 255, 256, "1016"},
-                                 {&histogram, 999, 2, 255, 255, "1007"},
-                                 {&histogram, 999, 2, 9, 8, "1007"},
-                                 {&histogram, kRelative, 1.0001F, 0, 255, "1015"},
-                                 {&histogram, kRelative, -0.0001F, 0, 255, "1015"},
-                                 {&histogram, kRelative, kNan, 0, 255, "1015"},
-                                 {&histogram, 256, 2, 0, 255, "1012"},
-                                 {&histogram, 9, 2, 10, 20, "1012"},
-                                 {&histogram, 21, 2, 10, 20, "1012"},
-                                 {&histogram, 0xFFFFFFF7, 2, 0, 255, "1012"},
-                                 {&histogram, 0xFFFFFFFE, 2, 0, 255, "1012"}};
-  for (const Row& row : rows) {
-    for (const bool words : {false, true}) {
-      LxBWHistogramVector* const subject =
-          words && row.histogram == &histogram ? &wide : row.histogram;
-      const unsigned limit = words ? 65536 - 256 : 0;
-      unsigned threshold = row.threshold;
-      if (words && threshold == 256) threshold = 65536;
-      const unsigned before = threshold;
-      float below = -1;
-      float above = -2;
-      const auto scaled = [&](unsigned bin) { return bin >= 255 ? bin + limit : bin; };
-      (words ? PicHistogramThresholdBW16 : PicHistogramThreshold)(
-          subject, threshold, below, above, row.relative, scaled(row.first), scaled(row.last));
-      EXPECT_EQ(TakeOutcome(), std::string(row.code) + (words ? " PicHistogramThreshold (BW16)"
-                                                              : " PicHistogramThreshold"));
-      EXPECT_EQ(threshold, before);
-      EXPECT_EQ(below, -1.0F);
-      EXPECT_EQ(above, -2.0F);
-    }
+  const Filling levels = {{10, 1}, {20, 1}, {30, 2}};
+  ExpectSelected(levels, kRelative, {10, 0, 22.5F}, 0);
+  ExpectSelected(levels, kRelative, {10, 0, 22.5F}, 0.24F);
+  ExpectSelected(levels, kRelative, {20, 10, 80 / 3.0F}, 0.25F);
+  ExpectSelected(levels, kRelative, {30, 15, 30}, 0.99F);
+  ExpectSelected(levels, kRelative, {256, 22.5F, 256}, 1);
+  ExpectSelected({}, kRelative, {256, 0, 256}, 0.5F);
+  // The product is truncated, not what single precision makes of the count.
+  ExpectSelected({{0, 16777217}, {1, 2}}, kRelative, {2, 0x1.FFFFFAp-24F, 2}, 1, 0, 1);
+}
+
+// The sweep has the form for bytes only.
+TEST(HistogramThreshold, ChecksItsArgumentsInOrder) {
+  auto bytes = HistogramWith({{1, 1}});
+  auto words = HistogramWith({{1, 1}}, 65536);
+  const auto expect = [](const char* code, LxBWHistogramVector& histogram, unsigned mode,
+                         float relative, unsigned first, unsigned last) {
+    ExpectedThreshold seen{mode, -1, -2};
+    PicHistogramThresholdBW16(&histogram, seen.threshold, seen.below, seen.above, relative, first,
+                              last);
+    EXPECT_EQ(TakeOutcome(), std::string(code) + " PicHistogramThreshold (BW16)");
+    EXPECT_EQ(seen, (ExpectedThreshold{mode, -1, -2}));
+  };
+  expect("1613", bytes, 99999, 2, 65536, 65536);
+  expect("1015", words, 99999, 2, 65536, 65536);
+  expect("1016", words, 99999, 2, 65535, 65536);
+  expect("1007", words, 99999, 2, 65535, 65535);
+  for (const float relative : {1.0001F, -0.0001F, std::numeric_limits<float>::quiet_NaN()}) {
+    expect("1015", words, PIC_THRESHOLD_RELATIVE, relative, 0, 65535);
+  }
+  for (const unsigned mode : {9U, 21U, 65536U, 0xFFFFFFF7U, 0xFFFFFFFEU}) {
+    expect("1012", words, mode, 2, 10, 20);
   }
 }
 
 TEST(IsodataThreshold, Converges) {
-  Histogram two({{20, 5}, {220, 9}});
-  EXPECT_EQ(PicIsodataThreshold(&two, 0, 255), 120U);
-  EXPECT_EQ(TakeOutcome(), "0");
-  // Empty classes have the middle of their bins.
-  Histogram low({{3, 5}});
-  EXPECT_EQ(PicIsodataThreshold(&low, 0, 255), 87U);
-  Histogram none({});
-  EXPECT_EQ(PicIsodataThreshold(&none, 10, 20), 15U);
-}
-
-TEST(IsodataThreshold, ChecksItsArgumentsInOrder) {
-  constexpr const char* kTyped = " PicIsodataThreshold ( LxBWHistogramVector)";
-  constexpr const char* kUntyped = " PicIsodataThreshold ( LxVector)";
-  Histogram histogram({{1, 1}});
-  Histogram wide({}, 65536);
-  LxVector vector;
-  LxVector* const noVector = nullptr;
-  LxBWHistogramVector* const none = nullptr;
-  const auto expect = [](unsigned threshold, const std::string& outcome) {
-    EXPECT_EQ(threshold, 0U);
-    EXPECT_EQ(TakeOutcome(), outcome);
+  const auto of = [](const Filling& filling, unsigned first, unsigned last) {
+    auto histogram = HistogramWith(filling);
+    return PicIsodataThreshold(&histogram, first, last);
   };
-  expect(PicIsodataThreshold(none, 256, 256), std::string("1601") + kTyped);
-  expect(PicIsodataThreshold(&wide, 256, 256), std::string("1613") + kTyped);
-  expect(PicIsodataThreshold(&histogram, 256, 256), std::string("1012") + kTyped);
-  expect(PicIsodataThreshold(&histogram, 255, 256), std::string("1013") + kTyped);
-  expect(PicIsodataThreshold(&histogram, 255, 255), std::string("1007") + kTyped);
-  expect(PicIsodataThresholdBW16(none, 0, 1), std::string("1601") + kTyped);
-  expect(PicIsodataThresholdBW16(&histogram, 0, 1), std::string("1613") + kTyped);
-  expect(PicIsodataThresholdBW16(&wide, 65536, 1), std::string("1012") + kTyped);
-  expect(PicIsodataThresholdBW16(&wide, 0, 65536), std::string("1013") + kTyped);
-  expect(PicIsodataThreshold(noVector, 256, 0), std::string("1012") + kUntyped);
-  expect(PicIsodataThreshold(noVector, 0, 256), std::string("1013") + kUntyped);
-  expect(PicIsodataThreshold(noVector, 5, 5), std::string("1007") + kUntyped);
-  expect(PicIsodataThreshold(noVector, 0, 255), std::string("1601") + kUntyped);
-  expect(PicIsodataThreshold(&vector, 0, 255), std::string("1607") + kUntyped);
-  vector.SetType(LX_VECTOR_HISTOGRAM, 1, 0);
-  expect(PicIsodataThreshold(&vector, 0, 255), std::string("1601") + kUntyped);
-  vector.SetType(LX_VECTOR_HISTOGRAM, 1, 255);
-  expect(PicIsodataThreshold(&vector, 0, 255), std::string("1613") + kUntyped);
+  EXPECT_EQ(of({{20, 5}, {220, 9}}, 0, 255), 120U);
+  // Empty classes have the middle of their bins.
+  EXPECT_EQ(of({{3, 5}}, 0, 255), 87U);
+  EXPECT_EQ(of({}, 10, 20), 15U);
 }
 
+// Two levels have two classes of no entropy, and one of some.
 TEST(SplitThresholds, LeaveMeansAloneWithoutAGain) {
-  for (const auto select : {&PicMinResidueThreshold, &PicMaxEntropyThreshold}) {
-    for (const Filling& filling : {Filling{}, Filling{{77, 5}}, Filling{{0, 1}}}) {
-      Histogram histogram(filling);
-      float below = -1;
-      float above = -2;
-      EXPECT_EQ(select(&histogram, below, above), 0);
-      EXPECT_EQ(TakeOutcome(), "0");
-      EXPECT_EQ(below, -1.0F);
-      EXPECT_EQ(above, -2.0F);
+  auto two = HistogramWith({{50, 3}, {200, 9}});
+  ExpectedThreshold seen{0, -1, -2};
+  seen.threshold = PicMaxEntropyThreshold(&two, seen.below, seen.above);
+  EXPECT_EQ(seen, (ExpectedThreshold{0, -1, -2}));
+  seen.threshold = PicMinResidueThreshold(&two, seen.below, seen.above);
+  EXPECT_EQ(seen, (ExpectedThreshold{51, 50, 200}));
+  EXPECT_EQ(TakeOutcome(), "0");
+}
+
+// The forms that compare with no split at all.
+void CompareGains(LxBWHistogramVector& histogram) {
+  for (const unsigned mode : {PIC_THRESHOLD_MIN_RESIDUE, PIC_THRESHOLD_MAX_ENTROPY}) {
+    const auto expected = ExpectedGain(histogram.GetDataPtr(), mode, -1, -2);
+    ExpectedThreshold seen{0, -1, -2};
+    const bool residue = mode == PIC_THRESHOLD_MIN_RESIDUE;
+    const auto select = residue ? &PicMinResidueThreshold : &PicMaxEntropyThreshold;
+    seen.threshold = select(&histogram, seen.below, seen.above);
+    EXPECT_EQ(seen, expected) << residue;
+  }
+}
+
+// One depth of histogram.
+struct Depth {
+  unsigned bins;
+  void (*select)(LxBWHistogramVector*, unsigned&, float&, float&, float, unsigned, unsigned);
+  unsigned (*isodata)(LxBWHistogramVector*, unsigned, unsigned);
+
+  void Compare(LxBWHistogramVector& histogram, unsigned mode, float relative, unsigned first,
+               unsigned last) const {
+    ExpectedThreshold seen{mode, -1, -1};
+    select(&histogram, seen.threshold, seen.below, seen.above, relative, first, last);
+    const auto expected = ExpectedOf({histogram.GetDataPtr(), first, last}, bins, mode, relative);
+    EXPECT_EQ(LxGetError(), LX_OK);
+    EXPECT_EQ(seen, expected) << std::hex << mode << std::dec << " of " << first << ".." << last
+                              << ", counts "
+                              << testing::PrintToString(std::vector(
+                                     &histogram[first], &histogram[std::min(last, first + 8)] + 1));
+  }
+
+  void CompareAll(LxBWHistogramVector& histogram, unsigned first, unsigned last) const {
+    for (unsigned mode = PIC_THRESHOLD_MIN_SQUARED_DEVIATION; mode < PIC_THRESHOLD_RELATIVE;
+         ++mode) {
+      Compare(histogram, mode, -1, first, last);
+    }
+    for (const float relative : {0.0F, 0.3F, 0.5F, 1.0F}) {
+      Compare(histogram, PIC_THRESHOLD_RELATIVE, relative, first, last);
+    }
+    Compare(histogram, (first + last) / 2, -1, first, last);
+    EXPECT_EQ(isodata(&histogram, first, last),
+              ExpectedIsodata({histogram.GetDataPtr(), first, last}));
+  }
+
+  // All histograms that hold none, one, two or `many` pixels in each of five bins from `lowest` on.
+  void CompareSmallOnes(unsigned lowest, unsigned many = 5) const {
+    auto histogram = HistogramWith({}, bins);
+    for (unsigned code = 0; code < 1024 && !testing::Test::HasFailure(); ++code) {
+      for (unsigned i = 0; i < 5; ++i) {
+        histogram[lowest + i] = std::array{0U, 1U, 2U, many}[code >> (2 * i) & 3];
+      }
+      if (bins == 256) CompareGains(histogram);
+      for (unsigned first = lowest - 1; first < lowest + 5; ++first) {
+        for (unsigned last = first + 1; last <= lowest + 5; ++last) {
+          CompareAll(histogram, first, last);
+        }
+      }
     }
   }
-  float below = -1;
-  float above = -2;
-  Histogram wide({}, 65536);
-  EXPECT_EQ(PicMinResidueThreshold(nullptr, below, above), 0);
-  EXPECT_EQ(TakeOutcome(), "1601 PicMinResidueThreshold");
-  EXPECT_EQ(PicMinResidueThreshold(&wide, below, above), 0);
-  EXPECT_EQ(TakeOutcome(), "1613 PicMinResidueThreshold");
-  EXPECT_EQ(PicMaxEntropyThreshold(nullptr, below, above), 0);
-  EXPECT_EQ(TakeOutcome(), "1601 PicMaxEntropyThreshold");
-  EXPECT_EQ(PicMaxEntropyThreshold(&wide, below, above), 0);
-  EXPECT_EQ(TakeOutcome(), "1613 PicMaxEntropyThreshold");
-  EXPECT_EQ(below, -1.0F);
-  Histogram two({{50, 3}, {200, 9}});
-  EXPECT_EQ(PicMinResidueThreshold(&two, below, above), 51);
-  EXPECT_EQ(below, 50.0F);
-  EXPECT_EQ(above, 200.0F);
+};
+
+constexpr Depth kBytes = {256, &PicHistogramThreshold, &PicIsodataThreshold};
+constexpr Depth kWords = {65536, &PicHistogramThresholdBW16, &PicIsodataThresholdBW16};
+
+TEST(Threshold, EverySmallHistogram) {
+  kBytes.CompareSmallOnes(1);
+  kBytes.CompareSmallOnes(126, 70000);
+  kWords.CompareSmallOnes(65530);
+}
+
+// Counts of all sizes, whose sums are rounded at every step.
+TEST(Threshold, LargeCounts) {
+  std::mt19937 random(11);
+  auto histogram = HistogramWith({});
+  auto words = HistogramWith({}, 65536);
+  for (int round = 0; round < 200 && !testing::Test::HasFailure(); ++round) {
+    const int shift = round % 32;
+    for (unsigned i = 0; i < 256; ++i) {
+      histogram[i] = words[40000 + i] = static_cast<unsigned>(random()) >> (random() % 32) >> shift;
+    }
+    const auto first = static_cast<unsigned>(random() % 100);
+    const auto last = static_cast<unsigned>(255 - random() % 100);
+    CompareGains(histogram);
+    kBytes.CompareAll(histogram, first, last);
+    kWords.CompareAll(words, 40000 + first, 40000 + last);
+  }
 }
 
 }  // namespace
