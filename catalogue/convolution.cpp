@@ -38,17 +38,19 @@ bool IsPositive3x3(const Arguments& arguments) {
 
 // Of the plain path of grey images, by the name of the border.
 constexpr std::string_view kZeroDifference = "apart from in place, its neighbours outside are 0";
-constexpr std::string_view kReplicateDifference = "";
+constexpr std::string_view kReplicateDifference;
 
 // The three overloads of a filter from a source to a destination.
-#define LX_FILTER_ROWS(function, rule, border, name, text)                                         \
-  LX_FORM(function, void(LxROI<LxBW8>*, LxROI<LxBW8>*), .trace = name " (BW8)",                    \
-          .parameters = kParameters, .summary = text, .inPlace = InPlace::kYes, .reach = "1",      \
-          .pathsDiffer = border##Difference),                                                      \
-      LX_FORM(function, void(LxROI<LxBW16>*, LxROI<LxBW16>*), .trace = name " (BW16)",             \
-              .parameters = kParameters, .summary = text, .inPlace = InPlace::kYes, .reach = "1"), \
-      LX_FORM(function, void(LxROI<LxC24>*, LxROI<LxC24>*), .trace = #function " ( C24)",          \
-              .parameters = kParameters, .summary = text, .inPlace = InPlace::kYes, .reach = "1"),
+#define LX_FILTER_ROWS(function, rule, border, name, text)                                      \
+  LX_FORM(function, void(LxROI<LxBW8>*, LxROI<LxBW8>*), .trace = name " (BW8)",                 \
+          .parameters = kParameters, .summary = (text), .inPlace = InPlace::kYes, .reach = "1", \
+          .pathsDiffer = border##Difference),                                                   \
+      LX_FORM(function, void(LxROI<LxBW16>*, LxROI<LxBW16>*), .trace = name " (BW16)",          \
+              .parameters = kParameters, .summary = (text), .inPlace = InPlace::kYes,           \
+              .reach = "1"),                                                                    \
+      LX_FORM(function, void(LxROI<LxC24>*, LxROI<LxC24>*), .trace = #function " ( C24)",       \
+              .parameters = kParameters, .summary = (text), .inPlace = InPlace::kYes,           \
+              .reach = "1"),
 #define LX_NO_ROWS(rule, border)
 
 const std::vector<Group> kFilters = {
@@ -99,14 +101,14 @@ constexpr std::string_view kGaussianWordSteps =
 
 #define LX_SIZED(function, pixel, ...) \
   LX_FORM(function, void(LxROI<pixel>*, LxROI<pixel>*, unsigned, unsigned), __VA_ARGS__)
-#define LX_BOX(function, pixel, text, steps)                                                  \
-  LX_SIZED(function, pixel, .trace = text, .innerTraces = steps, .parameters = kBoxOrInPlace, \
-           .summary = "Mean over a box", .inPlace = InPlace::kSometimes,                      \
+#define LX_BOX(function, pixel, text, steps)                                                      \
+  LX_SIZED(function, pixel, .trace = (text), .innerTraces = (steps), .parameters = kBoxOrInPlace, \
+           .summary = "Mean over a box", .inPlace = InPlace::kSometimes,                          \
            .worksInPlace = &IsSmallBox, .reach = kWindow)
-#define LX_GAUSSIAN(pixel, text, steps)                                                          \
-  LX_SIZED(PicConvolGaussian, pixel, .trace = text, .innerTraces = steps, .parameters = kPasses, \
-           .summary = "Binomial smoothing of any size", .inPlace = InPlace::kYes,                \
-           .reach = kWindow)
+#define LX_GAUSSIAN(pixel, text, steps)                                        \
+  LX_SIZED(PicConvolGaussian, pixel, .trace = (text), .innerTraces = (steps),  \
+           .parameters = kPasses, .summary = "Binomial smoothing of any size", \
+           .inPlace = InPlace::kYes, .reach = kWindow)
 
 const std::vector<Group> kSmoothing = {
     {{{LX_ERROR_ALLOCATION_FAILED}, {LX_ERROR_DESTINATION_IS_SOURCE}},
@@ -134,12 +136,12 @@ const std::vector<Group> kSmoothing = {
 
 #define LX_KERNEL_FORM(function, pixel, ...) \
   LX_FORM(function, void(LxROI<pixel>*, LxROI<pixel>*, LxKernel*), __VA_ARGS__, .reach = "kernel")
-#define LX_ANY_KERNEL(pixel, name, steps)                                     \
-  LX_KERNEL_FORM(PicConvolKernel, pixel, .trace = name, .innerTraces = steps, \
-                 .parameters = kWithKernelOrInPlace, .summary = "Any kernel", \
+#define LX_ANY_KERNEL(pixel, name, steps)                                         \
+  LX_KERNEL_FORM(PicConvolKernel, pixel, .trace = (name), .innerTraces = (steps), \
+                 .parameters = kWithKernelOrInPlace, .summary = "Any kernel",     \
                  .inPlace = InPlace::kSometimes, .worksInPlace = &IsPositive3x3)
 #define LX_SYMMETRIC_KERNEL(pixel, name, steps)                                             \
-  LX_KERNEL_FORM(PicConvolSymmetricKernel, pixel, .trace = name, .innerTraces = steps,      \
+  LX_KERNEL_FORM(PicConvolSymmetricKernel, pixel, .trace = (name), .innerTraces = (steps),  \
                  .parameters = kWithKernel, .summary = "Symmetric kernel, from its octant", \
                  .inPlace = InPlace::kRefused)
 
