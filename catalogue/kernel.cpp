@@ -18,7 +18,7 @@ using SetsNumber = void (LxKernel::*)(short);
 
 #define LX_SETTING(name, type, text, words)                                                    \
   LX_MEMBER(LxKernel, Get##name, type (LxKernel::*)(), .parameters = "kernel " text,           \
-            .summary = words),                                                                 \
+            .summary = (words)),                                                               \
       LX_MEMBER(LxKernel, Set##name, void (LxKernel::*)(type), .parameters = "<>kernel " text, \
                 .summary = "Sets it")
 

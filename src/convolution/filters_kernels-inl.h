@@ -6,6 +6,8 @@
 #include "convolution/filters_kernels.h"
 #include "convolution/filters_rules-inl.h"
 
+// NOLINTBEGIN(misc-definitions-in-headers): a body that each file includes for a function of its own
+
 HWY_BEFORE_NAMESPACE();
 namespace lx::convolution::HWY_NAMESPACE {
 namespace {
@@ -38,3 +40,5 @@ void LX_FILTER_KERNEL(Filter filter, const Neighbourhood& map, std::size_t passe
 
 }  // namespace lx::convolution
 #endif
+
+// NOLINTEND(misc-definitions-in-headers)
