@@ -17,9 +17,14 @@ namespace {
 using lx::test::GuardedBuffer;
 using lx::test::GuardedEnd;
 using lx::test::kBinary;
+using lx::test::kKeepsBit15;
 using lx::test::MakePixel;
 using lx::test::SameBytes;
 using lx::test::TakeOutcome;
+
+struct Size {
+  int width, height;
+};
 
 template <class T>
 int RowBytes(int width) {
@@ -29,22 +34,15 @@ int RowBytes(int width) {
 template <class T>
 void FillAndCheck(LxImage<T>& image) {
   const int width = static_cast<int>(image.GetWidth());
-  const int height = static_cast<int>(image.GetHeight());
-  const auto expected = [width](int x, int y) {
-    return MakePixel<T>(static_cast<unsigned>(x + y * width));
-  };
-  for (int y = 0; y < height; ++y) {
-    for (int x = 0; x < width; ++x) {
-      if constexpr (std::is_same_v<T, LxC15>) std::memset(image.GetPixelPtr(x, y), 0xFF, 2);
-      image.SetPixel(expected(x, y), x, y);
-    }
+  const int pixels = width * static_cast<int>(image.GetHeight());
+  for (int i = 0; i < pixels; ++i) {
+    if constexpr (kKeepsBit15<T>) std::memset(image.GetPixelPtr(i % width, i / width), 0xFF, 2);
+    image.SetPixel(MakePixel<T>(static_cast<unsigned>(i)), i % width, i / width);
   }
-  for (int y = 0; y < height; ++y) {
-    for (int x = 0; x < width; ++x) {
-      T pixel = expected(x, y);
-      if constexpr (std::is_same_v<T, LxC15>) pixel.word |= 0x8000;
-      ASSERT_TRUE(SameBytes(image.GetPixel(x, y), pixel)) << x << ' ' << y;
-    }
+  for (int i = 0; i < pixels; ++i) {
+    T pixel = MakePixel<T>(static_cast<unsigned>(i));
+    if constexpr (kKeepsBit15<T>) pixel.word |= 0x8000;
+    ASSERT_TRUE(SameBytes(image.GetPixel(i % width, i / width), pixel)) << i;
   }
 }
 
@@ -71,13 +69,9 @@ TYPED_TEST(Image, OwnsRowsThatNeitherOverlapNorAlias) {
 TYPED_TEST(Image, RefusesSizesThatCannotBe) {
   LxImage<TypeParam> image(6, 4);
   const void* const address = image.GetPixelPtr(0, 0);
-  constexpr std::array<std::array<int, 2>, 6> kBad = {{{-1, 1},
-                                                       {1, -1},
-                                                       {INT_MIN, INT_MIN},
-                                                       {INT_MIN, 0},
-                                                       {INT_MAX, INT_MAX},
-                                                       {INT_MAX - 63, INT_MAX}}};
-  for (const auto& [width, height] : kBad) {
+  for (const auto& [width, height] :
+       {Size{-1, 1}, Size{1, -1}, Size{INT_MIN, INT_MIN}, Size{INT_MIN, 0}, Size{INT_MAX, INT_MAX},
+        Size{INT_MAX - 63, INT_MAX}}) {
     image.SetSize(width, height);
     EXPECT_EQ(TakeOutcome(), "1303 LxImage::SetSize") << width << " x " << height;
     EXPECT_EQ(image.GetPixelPtr(0, 0), address);
@@ -119,8 +113,7 @@ TYPED_TEST(Image, EmptyIsAttachedOnceItHasASize) {
   LxImage<TypeParam> image;
   image.Check();
   EXPECT_EQ(TakeOutcome(), "1400");
-  constexpr std::array<std::array<int, 2>, 4> kEmpty = {{{0, 0}, {0, 5}, {5, 0}, {0, INT_MAX}}};
-  for (const auto& [width, height] : kEmpty) {
+  for (const auto& [width, height] : {Size{0, 0}, Size{0, 5}, Size{5, 0}, Size{0, INT_MAX}}) {
     image.SetSize(width, height);
     EXPECT_NE(image.GetPixelPtr(0, 0), nullptr);
     EXPECT_NE(image.GetIdentity(), 0U);
