@@ -49,7 +49,10 @@ void FillAndCheck(LxImage<T>& image) {
 template <class T>
 class Image : public testing::Test {
  protected:
-  Image() { LxOk(); }
+  Image() : live(lx::test::LiveAllocations()) { LxOk(); }
+  ~Image() override { EXPECT_EQ(lx::test::LiveAllocations(), live); }
+
+  std::int64_t live;
 };
 TYPED_TEST_SUITE(Image, lx::test::PixelTypes);
 
@@ -87,26 +90,22 @@ TYPED_TEST(Image, RefusesSizesThatCannotBe) {
 }
 
 TYPED_TEST(Image, SurvivesAFailedAllocation) {
-  const auto live = lx::test::LiveAllocations();
-  {
-    LxImage<TypeParam> image(6, 4);
-    const auto allocations = lx::test::AllocationCount();
-    image.SetSize(6, 4);
-    EXPECT_EQ(lx::test::AllocationCount(), allocations);
-    const void* const address = image.GetPixelPtr(0, 0);
-    LxImage<TypeParam> model(9, 9);
-    const auto unchanged = [&] {
-      EXPECT_EQ(TakeOutcome(), "1303 LxImage::SetSize");
-      EXPECT_EQ(image.GetPixelPtr(0, 0), address);
-      EXPECT_EQ(image.GetWidth(), 6U);
-    };
-    EXPECT_EQ(lx::test::FailEachAllocation([&] { image.SetSize(&model); }, unchanged), 1);
-    EXPECT_EQ(image.GetHeight(), 9U);
-    EXPECT_EQ(lx::test::LiveAllocations(), live + 2);
-    const auto failed = [] { EXPECT_EQ(TakeOutcome(), "1303 LxImage::LxImage"); };
-    EXPECT_EQ(lx::test::FailEachAllocation([] { LxImage<TypeParam>(3, 3); }, failed), 1);
-  }
-  EXPECT_EQ(lx::test::LiveAllocations(), live);
+  LxImage<TypeParam> image(6, 4);
+  const auto allocations = lx::test::AllocationCount();
+  image.SetSize(6, 4);
+  EXPECT_EQ(lx::test::AllocationCount(), allocations);
+  const void* const address = image.GetPixelPtr(0, 0);
+  LxImage<TypeParam> model(9, 9);
+  const auto unchanged = [&] {
+    EXPECT_EQ(TakeOutcome(), "1303 LxImage::SetSize");
+    EXPECT_EQ(image.GetPixelPtr(0, 0), address);
+    EXPECT_EQ(image.GetWidth(), 6U);
+  };
+  EXPECT_EQ(lx::test::FailEachAllocation([&] { image.SetSize(&model); }, unchanged), 1);
+  EXPECT_EQ(image.GetHeight(), 9U);
+  EXPECT_EQ(lx::test::LiveAllocations(), this->live + 2);
+  const auto failed = [] { EXPECT_EQ(TakeOutcome(), "1303 LxImage::LxImage"); };
+  EXPECT_EQ(lx::test::FailEachAllocation([] { LxImage<TypeParam>(3, 3); }, failed), 1);
 }
 
 TYPED_TEST(Image, EmptyIsAttachedOnceItHasASize) {
@@ -162,24 +161,19 @@ TYPED_TEST(Image, RefusesViewsThatCannotBe) {
 }
 
 TYPED_TEST(Image, AViewIsOnlyReplacedOnPurpose) {
-  const auto live = lx::test::LiveAllocations();
-  {
-    std::array<std::uint8_t, 64> memory{};
-    LxImage<TypeParam> image(2, 2);
-    image.Attach(memory.data(), 2, 2, 32);
-    EXPECT_EQ(lx::test::LiveAllocations(), live);
-    LxImage<TypeParam> same(2, 2);
-    LxImage<TypeParam> other(3, 2);
-    image.SetSize(&same);
-    EXPECT_EQ(TakeOutcome(), "0");
-    image.SetSize(&other);
-    EXPECT_EQ(TakeOutcome(), "1403 LxImage::SetSize");
-    EXPECT_EQ(image.GetPixelPtr(0, 0), memory.data());
-    image.SetSize(2, 2);
-    EXPECT_NE(image.GetPixelPtr(0, 0), memory.data());
-    EXPECT_EQ(lx::test::LiveAllocations(), live + 3);
-  }
-  EXPECT_EQ(lx::test::LiveAllocations(), live);
+  std::array<std::uint8_t, 64> memory{};
+  LxImage<TypeParam> image(2, 2);
+  image.Attach(memory.data(), 2, 2, 32);
+  EXPECT_EQ(lx::test::LiveAllocations(), this->live);
+  LxImage<TypeParam> same(2, 2);
+  LxImage<TypeParam> other(3, 2);
+  image.SetSize(&same);
+  EXPECT_EQ(TakeOutcome(), "0");
+  image.SetSize(&other);
+  EXPECT_EQ(TakeOutcome(), "1403 LxImage::SetSize");
+  EXPECT_EQ(image.GetPixelPtr(0, 0), memory.data());
+  image.SetSize(2, 2);
+  EXPECT_NE(image.GetPixelPtr(0, 0), memory.data());
 }
 
 }  // namespace
