@@ -55,7 +55,7 @@ Bytes PngSamples(const std::string& path) {
   png_init_io(png, file.get());
   png_read_png(png, info, PNG_TRANSFORM_IDENTITY, nullptr);
   const unsigned char* const row = png_get_rows(png, info)[0];
-  const Bytes bytes(row, row + png_get_rowbytes(png, info));
+  Bytes bytes(row, row + png_get_rowbytes(png, info));
   png_destroy_read_struct(&png, &info, nullptr);
   return bytes;
 }

@@ -68,7 +68,7 @@ TEST(Synth, NoiseAndLightAreAsAsked) {
     const int level = clean.Row(i / 600)[i % 600];
     // Away from the ends of the range, where the noise is cut.
     if (level < 30 || level > 225) continue;
-    const double difference = noisy.Row(i / 600)[i % 600] - level;
+    const int difference = noisy.Row(i / 600)[i % 600] - level;
     sum += difference;
     squares += difference * difference;
     ++count;
