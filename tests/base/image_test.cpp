@@ -17,9 +17,14 @@ namespace {
 using lx::test::GuardedBuffer;
 using lx::test::GuardedEnd;
 using lx::test::kBinary;
+using lx::test::kKeepsBit15;
 using lx::test::MakePixel;
 using lx::test::SameBytes;
 using lx::test::TakeOutcome;
+
+struct Size {
+  int width, height;
+};
 
 template <class T>
 int RowBytes(int width) {
@@ -29,29 +34,25 @@ int RowBytes(int width) {
 template <class T>
 void FillAndCheck(LxImage<T>& image) {
   const int width = static_cast<int>(image.GetWidth());
-  const int height = static_cast<int>(image.GetHeight());
-  const auto expected = [width](int x, int y) {
-    return MakePixel<T>(static_cast<unsigned>(x + y * width));
-  };
-  for (int y = 0; y < height; ++y) {
-    for (int x = 0; x < width; ++x) {
-      if constexpr (std::is_same_v<T, LxC15>) std::memset(image.GetPixelPtr(x, y), 0xFF, 2);
-      image.SetPixel(expected(x, y), x, y);
-    }
+  const int pixels = width * static_cast<int>(image.GetHeight());
+  for (int i = 0; i < pixels; ++i) {
+    if constexpr (kKeepsBit15<T>) std::memset(image.GetPixelPtr(i % width, i / width), 0xFF, 2);
+    image.SetPixel(MakePixel<T>(static_cast<unsigned>(i)), i % width, i / width);
   }
-  for (int y = 0; y < height; ++y) {
-    for (int x = 0; x < width; ++x) {
-      T pixel = expected(x, y);
-      if constexpr (std::is_same_v<T, LxC15>) pixel.word |= 0x8000;
-      ASSERT_TRUE(SameBytes(image.GetPixel(x, y), pixel)) << x << ' ' << y;
-    }
+  for (int i = 0; i < pixels; ++i) {
+    T pixel = MakePixel<T>(static_cast<unsigned>(i));
+    if constexpr (kKeepsBit15<T>) pixel.word |= 0x8000;
+    ASSERT_TRUE(SameBytes(image.GetPixel(i % width, i / width), pixel)) << i;
   }
 }
 
 template <class T>
 class Image : public testing::Test {
  protected:
-  Image() { LxOk(); }
+  Image() : live(lx::test::LiveAllocations()) { LxOk(); }
+  ~Image() override { EXPECT_EQ(lx::test::LiveAllocations(), live); }
+
+  std::int64_t live;
 };
 TYPED_TEST_SUITE(Image, lx::test::PixelTypes);
 
@@ -71,13 +72,9 @@ TYPED_TEST(Image, OwnsRowsThatNeitherOverlapNorAlias) {
 TYPED_TEST(Image, RefusesSizesThatCannotBe) {
   LxImage<TypeParam> image(6, 4);
   const void* const address = image.GetPixelPtr(0, 0);
-  constexpr std::array<std::array<int, 2>, 6> kBad = {{{-1, 1},
-                                                       {1, -1},
-                                                       {INT_MIN, INT_MIN},
-                                                       {INT_MIN, 0},
-                                                       {INT_MAX, INT_MAX},
-                                                       {INT_MAX - 63, INT_MAX}}};
-  for (const auto& [width, height] : kBad) {
+  for (const auto& [width, height] :
+       {Size{-1, 1}, Size{1, -1}, Size{INT_MIN, INT_MIN}, Size{INT_MIN, 0}, Size{INT_MAX, INT_MAX},
+        Size{INT_MAX - 63, INT_MAX}}) {
     image.SetSize(width, height);
     EXPECT_EQ(TakeOutcome(), "1303 LxImage::SetSize") << width << " x " << height;
     EXPECT_EQ(image.GetPixelPtr(0, 0), address);
@@ -93,34 +90,29 @@ TYPED_TEST(Image, RefusesSizesThatCannotBe) {
 }
 
 TYPED_TEST(Image, SurvivesAFailedAllocation) {
-  const auto live = lx::test::LiveAllocations();
-  {
-    LxImage<TypeParam> image(6, 4);
-    const auto allocations = lx::test::AllocationCount();
-    image.SetSize(6, 4);
-    EXPECT_EQ(lx::test::AllocationCount(), allocations);
-    const void* const address = image.GetPixelPtr(0, 0);
-    LxImage<TypeParam> model(9, 9);
-    const auto unchanged = [&] {
-      EXPECT_EQ(TakeOutcome(), "1303 LxImage::SetSize");
-      EXPECT_EQ(image.GetPixelPtr(0, 0), address);
-      EXPECT_EQ(image.GetWidth(), 6U);
-    };
-    EXPECT_EQ(lx::test::FailEachAllocation([&] { image.SetSize(&model); }, unchanged), 1);
-    EXPECT_EQ(image.GetHeight(), 9U);
-    EXPECT_EQ(lx::test::LiveAllocations(), live + 2);
-    const auto failed = [] { EXPECT_EQ(TakeOutcome(), "1303 LxImage::LxImage"); };
-    EXPECT_EQ(lx::test::FailEachAllocation([] { LxImage<TypeParam>(3, 3); }, failed), 1);
-  }
-  EXPECT_EQ(lx::test::LiveAllocations(), live);
+  LxImage<TypeParam> image(6, 4);
+  const auto allocations = lx::test::AllocationCount();
+  image.SetSize(6, 4);
+  EXPECT_EQ(lx::test::AllocationCount(), allocations);
+  const void* const address = image.GetPixelPtr(0, 0);
+  LxImage<TypeParam> model(9, 9);
+  const auto unchanged = [&] {
+    EXPECT_EQ(TakeOutcome(), "1303 LxImage::SetSize");
+    EXPECT_EQ(image.GetPixelPtr(0, 0), address);
+    EXPECT_EQ(image.GetWidth(), 6U);
+  };
+  EXPECT_EQ(lx::test::FailEachAllocation([&] { image.SetSize(&model); }, unchanged), 1);
+  EXPECT_EQ(image.GetHeight(), 9U);
+  EXPECT_EQ(lx::test::LiveAllocations(), this->live + 2);
+  const auto failed = [] { EXPECT_EQ(TakeOutcome(), "1303 LxImage::LxImage"); };
+  EXPECT_EQ(lx::test::FailEachAllocation([] { LxImage<TypeParam>(3, 3); }, failed), 1);
 }
 
 TYPED_TEST(Image, EmptyIsAttachedOnceItHasASize) {
   LxImage<TypeParam> image;
   image.Check();
   EXPECT_EQ(TakeOutcome(), "1400");
-  constexpr std::array<std::array<int, 2>, 4> kEmpty = {{{0, 0}, {0, 5}, {5, 0}, {0, INT_MAX}}};
-  for (const auto& [width, height] : kEmpty) {
+  for (const auto& [width, height] : {Size{0, 0}, Size{0, 5}, Size{5, 0}, Size{0, INT_MAX}}) {
     image.SetSize(width, height);
     EXPECT_NE(image.GetPixelPtr(0, 0), nullptr);
     EXPECT_NE(image.GetIdentity(), 0U);
@@ -169,24 +161,19 @@ TYPED_TEST(Image, RefusesViewsThatCannotBe) {
 }
 
 TYPED_TEST(Image, AViewIsOnlyReplacedOnPurpose) {
-  const auto live = lx::test::LiveAllocations();
-  {
-    std::array<std::uint8_t, 64> memory{};
-    LxImage<TypeParam> image(2, 2);
-    image.Attach(memory.data(), 2, 2, 32);
-    EXPECT_EQ(lx::test::LiveAllocations(), live);
-    LxImage<TypeParam> same(2, 2);
-    LxImage<TypeParam> other(3, 2);
-    image.SetSize(&same);
-    EXPECT_EQ(TakeOutcome(), "0");
-    image.SetSize(&other);
-    EXPECT_EQ(TakeOutcome(), "1403 LxImage::SetSize");
-    EXPECT_EQ(image.GetPixelPtr(0, 0), memory.data());
-    image.SetSize(2, 2);
-    EXPECT_NE(image.GetPixelPtr(0, 0), memory.data());
-    EXPECT_EQ(lx::test::LiveAllocations(), live + 3);
-  }
-  EXPECT_EQ(lx::test::LiveAllocations(), live);
+  std::array<std::uint8_t, 64> memory{};
+  LxImage<TypeParam> image(2, 2);
+  image.Attach(memory.data(), 2, 2, 32);
+  EXPECT_EQ(lx::test::LiveAllocations(), this->live);
+  LxImage<TypeParam> same(2, 2);
+  LxImage<TypeParam> other(3, 2);
+  image.SetSize(&same);
+  EXPECT_EQ(TakeOutcome(), "0");
+  image.SetSize(&other);
+  EXPECT_EQ(TakeOutcome(), "1403 LxImage::SetSize");
+  EXPECT_EQ(image.GetPixelPtr(0, 0), memory.data());
+  image.SetSize(2, 2);
+  EXPECT_NE(image.GetPixelPtr(0, 0), memory.data());
 }
 
 }  // namespace

@@ -18,6 +18,10 @@ using PixelTypes =
 template <class T>
 constexpr bool kBinary = std::is_same_v<T, int>;
 
+/// Whether SetPixel() leaves the topmost bit of a pixel as it was.
+template <class T>
+constexpr bool kKeepsBit15 = std::is_same_v<T, LxC15>;
+
 /// Pixel number `seed` of a sequence with few repetitions.
 template <class T>
 T MakePixel(unsigned seed) {

@@ -4,6 +4,7 @@
 #include <array>
 #include <climits>
 #include <functional>
+#include <tuple>
 
 #include "lxpic/base/image.h"
 #include "support/allocation_failure.h"
@@ -13,9 +14,10 @@ namespace {
 
 using lx::test::TakeOutcome;
 
-std::uint32_t Position(int x, int y) {
-  return (static_cast<std::uint32_t>(y) << 16) | (static_cast<std::uint32_t>(x) & 0xFFFF);
-}
+/// x, y and length of a run.
+using Place = std::array<int, 3>;
+
+auto FieldsOf(const LxRun& run) { return std::tuple(run.start, run.end, run.position); }
 
 template <class T>
 class Runs : public testing::Test {
@@ -27,7 +29,7 @@ class Runs : public testing::Test {
     const auto first = reinterpret_cast<std::uintptr_t>(region.GetPixelPtr(x, y));
     const auto origin = absolute ? 0 : reinterpret_cast<std::uintptr_t>(region.GetPixelPtr(0, 0));
     return {first - origin, first - origin + static_cast<unsigned>(length) * sizeof(T),
-            Position(x, y)};
+            static_cast<std::uint32_t>(y << 16 | x)};
   }
 
   LxImage<T> image{50, 40};
@@ -39,20 +41,16 @@ TYPED_TEST_SUITE(Runs, RunTypes);
 TYPED_TEST(Runs, AreTakenInBothForms) {
   for (const bool absolute : {false, true}) {
     LxVectorTemplate<LxRun> runs;
-    runs.AddElement(this->Run(0, 0, 20, absolute));
-    runs.AddElement(this->Run(19, 9, 1, absolute));
-    runs.AddElement(this->Run(20, 3, 0, absolute));
+    for (const auto& [x, y, length] : {Place{0, 0, 20}, Place{19, 9, 1}, Place{20, 3, 0}}) {
+      runs.AddElement(this->Run(x, y, length, absolute));
+    }
     this->region.SetRuns(runs, absolute);
     this->region.AddRun(4, 5, 6);
     this->region.AddRun(4, 5, 0);
     ASSERT_EQ(TakeOutcome(), "0");
     EXPECT_EQ(this->region.RunsAreAbsolute(), absolute);
     ASSERT_EQ(this->region.GetRuns().GetNumElements(), 5U);
-    const LxRun added = this->region.GetRuns()[3];
-    const LxRun expected = this->Run(4, 5, 6, absolute);
-    EXPECT_EQ(added.start, expected.start);
-    EXPECT_EQ(added.end, expected.end);
-    EXPECT_EQ(added.position, expected.position);
+    EXPECT_EQ(FieldsOf(this->region.GetRuns()[3]), FieldsOf(this->Run(4, 5, 6, absolute)));
   }
   this->region.SetRuns({}, false);
   EXPECT_EQ(this->region.GetRuns().GetNumElements(), 0U);
@@ -61,20 +59,15 @@ TYPED_TEST(Runs, AreTakenInBothForms) {
 TYPED_TEST(Runs, OutsideTheRegionAreRefused) {
   this->region.AddRun(1, 1, 1);
   const auto kept = this->region.GetRuns()[0].start;
-  constexpr std::array<std::array<int, 3>, 8> kBad = {{{-1, 0, 1},
-                                                       {0, -1, 1},
-                                                       {0, 0, -1},
-                                                       {0, 0, 21},
-                                                       {20, 0, 1},
-                                                       {21, 0, 0},
-                                                       {0, 10, 1},
-                                                       {INT_MIN, INT_MAX, INT_MAX}}};
-  for (const auto& [x, y, length] : kBad) {
+  for (const auto& [x, y, length] :
+       {Place{-1, 0, 1}, Place{0, -1, 1}, Place{0, 0, -1}, Place{0, 0, 21}, Place{20, 0, 1},
+        Place{21, 0, 0}, Place{0, 10, 1}, Place{INT_MIN, INT_MAX, INT_MAX}}) {
     this->region.AddRun(x, y, length);
     EXPECT_EQ(TakeOutcome(), "1007 LxROI::AddRun") << x << ' ' << y << ' ' << length;
   }
   // Runs whose bytes and position disagree, or that are no whole pixels of one row.
-  const LxRun good = this->Run(5, 5, 4, false);
+  LxVectorTemplate<LxRun> runs;
+  for (int i = 0; i < 2; ++i) runs.AddElement(this->Run(5, 5, 4, false));
   const std::array<std::function<void(LxRun&)>, 8> spoil = {
       // Half a pixel too many, or for pixels of one byte a whole row.
       [](LxRun& run) { run.end += sizeof(TypeParam) > 1 ? 1 : 20; },
@@ -86,16 +79,12 @@ TYPED_TEST(Runs, OutsideTheRegionAreRefused) {
       [](LxRun& run) { run.end = UINTPTR_MAX; },
       [](LxRun& run) { run.position = 0xFFFFFFFF; }};
   for (const auto& change : spoil) {
-    LxVectorTemplate<LxRun> runs;
-    runs.AddElement(good);
-    runs.AddElement(good);
-    change(runs[1]);
-    this->region.SetRuns(runs, false);
+    LxVectorTemplate<LxRun> spoilt = runs;
+    change(spoilt[1]);
+    this->region.SetRuns(spoilt, false);
     EXPECT_EQ(TakeOutcome(), "1007 LxROI::SetRuns") << &change - spoil.data();
   }
-  LxVectorTemplate<LxRun> offsets;
-  offsets.AddElement(good);
-  this->region.SetRuns(offsets, true);
+  this->region.SetRuns(runs, true);
   EXPECT_EQ(TakeOutcome(), "1007 LxROI::SetRuns");
   EXPECT_FALSE(this->region.RunsAreAbsolute());
   ASSERT_EQ(this->region.GetRuns().GetNumElements(), 1U);
@@ -108,12 +97,8 @@ TEST(RunsOf, BottomUpImages) {
   LxImage<LxBW16> image;
   image.Attach(&pixels[8], 4, 3, -8);
   image.AddRun(1, 2, 3);
-  ASSERT_EQ(TakeOutcome(), "0");
-  const LxRun run = image.GetRuns()[0];
-  EXPECT_EQ(reinterpret_cast<std::uintptr_t>(&pixels[8]) + run.start,
-            reinterpret_cast<std::uintptr_t>(&pixels[1]));
-  LxVectorTemplate<LxRun> copy(image.GetRuns());
-  image.SetRuns(copy, false);
+  EXPECT_EQ(image.GetRuns()[0].start, 0 - 7 * sizeof(LxBW16));
+  image.SetRuns(LxVectorTemplate<LxRun>(image.GetRuns()), false);
   EXPECT_EQ(TakeOutcome(), "0");
 }
 

@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <climits>
 #include <vector>
 
@@ -14,6 +13,7 @@
 namespace {
 
 using lx::test::kBinary;
+using lx::test::kKeepsBit15;
 using lx::test::MakePixel;
 using lx::test::SameBytes;
 using lx::test::TakeOutcome;
@@ -57,11 +57,9 @@ TYPED_TEST(Region, PixelsAreWhereTheImageHasThem) {
   auto* const base = static_cast<std::uint8_t*>(this->image.GetPixelPtr(0, 0));
   const std::ptrdiff_t pitch = this->image.GetPitch();
   for (int y = 0; y < this->kHeight; ++y) {
-    for (int x = 0; x < this->kWidth; ++x) {
-      // A fresh LxC15 image has unknown bits 15, which SetPixel keeps.
-      if constexpr (!std::is_same_v<TypeParam, LxC15>) {
-        ASSERT_TRUE(SameBytes(ReadMemory<TypeParam>(base, pitch, x, y), this->Expected(x, y)));
-      }
+    // What a fresh image holds in the kept bits is unknown.
+    for (int x = 0; x < this->kWidth && !kKeepsBit15<TypeParam>; ++x) {
+      ASSERT_TRUE(SameBytes(ReadMemory<TypeParam>(base, pitch, x, y), this->Expected(x, y)));
     }
   }
   for (int y = -8; y < 20; ++y) {
@@ -89,9 +87,7 @@ TYPED_TEST(Region, WritesOnePixelAndNoOther) {
       TypeParam pixel = MakePixel<TypeParam>(static_cast<unsigned>(x * 31 + y));
       this->grandchild.SetPixel(pixel, x, y);
       if (x >= 0 && x < 19 && y >= 0 && y < 9) {
-        if constexpr (std::is_same_v<TypeParam, LxC15>) {
-          pixel.word = static_cast<std::uint16_t>((pixel.word & 0x7FFF) | 0x8000);
-        }
+        if constexpr (kKeepsBit15<TypeParam>) pixel.word |= 0x8000;
         ASSERT_TRUE(
             SameBytes(ReadMemory<TypeParam>(base, this->image.GetPitch(), x + 11, y + 7), pixel));
         TypeParam old;
@@ -115,27 +111,23 @@ TYPED_TEST(Region, DistancesDescribeTheWalkFromRowToRow) {
     EXPECT_EQ(region->GetIdentity(), this->image.GetIdentity());
     const auto* const next = static_cast<std::uint8_t*>(region->GetPixelPtr(0, 1));
     const int width = static_cast<int>(region->GetWidth());
-    const auto* const pastRow =
-        kBinary<TypeParam> ? static_cast<std::uint8_t*>(region->GetPixelPtr(width - 1, 0)) + 1
-                           : static_cast<std::uint8_t*>(region->GetPixelPtr(width, 0));
-    EXPECT_EQ(next - pastRow, region->GetRowSkip());
+    constexpr int kStep = kBinary<TypeParam> ? 1 : static_cast<int>(sizeof(TypeParam));
+    const auto* const last = static_cast<std::uint8_t*>(region->GetPixelPtr(width - 1, 0));
+    EXPECT_EQ(next - last, region->GetRowSkip() + kStep);
   }
   LxImage<TypeParam> other(1, 1);
   EXPECT_NE(other.GetIdentity(), this->image.GetIdentity());
 }
 
 TYPED_TEST(Region, PlacementOutsideTheParentIsRefused) {
-  constexpr std::array<std::array<int, 4>, 9> kBad = {{{-1, 0, 5, 5},
-                                                       {0, -1, 5, 5},
-                                                       {0, 0, -1, 5},
-                                                       {0, 0, 5, -1},
-                                                       {12, 0, 19, 5},
-                                                       {0, 7, 5, 9},
-                                                       {31, 0, 0, 0},
-                                                       {INT_MAX, 0, INT_MAX, 1},
-                                                       {1, 1, 1, INT_MAX}}};
+  struct Place {
+    int x, y, width, height;
+  };
   const void* const address = this->grandchild.GetPixelPtr(0, 0);
-  for (const auto& [x, y, width, height] : kBad) {
+  for (const auto& [x, y, width, height] :
+       {Place{-1, 0, 5, 5}, Place{0, -1, 5, 5}, Place{0, 0, -1, 5}, Place{0, 0, 5, -1},
+        Place{12, 0, 19, 5}, Place{0, 7, 5, 9}, Place{31, 0, 0, 0}, Place{INT_MAX, 0, INT_MAX, 1},
+        Place{1, 1, 1, INT_MAX}}) {
     this->grandchild.SetPlacement(x, y, width, height);
     EXPECT_EQ(TakeOutcome(), "1007 LxROI::SetPlacement");
     EXPECT_EQ(this->grandchild.GetPixelPtr(0, 0), address);
@@ -203,8 +195,6 @@ TYPED_TEST(Region, ComparesSizes) {
   LxImage<LxBW8> same(30, 15);
   LxImage<LxBW8> wider(31, 15);
   LxImage<LxBW8> taller(30, 16);
-  this->child.CheckSize(&same);
-  EXPECT_EQ(TakeOutcome(), "0");
   for (LxGenericROI* other : {&wider, &taller}) {
     this->child.CheckSize(other);
     EXPECT_EQ(TakeOutcome(), "1403");

@@ -54,10 +54,10 @@ TEST(Settings, EveryThreadHasItsOwnBlock) {
   auto* const mine = static_cast<lx::ThreadBlock*>(LxGetTLSPtr());
   EXPECT_EQ(mine->overlayColour, (LxC24{0, 0, 255}));
   mine->overlayColour = {1, 2, 3};
-  std::thread([mine] {
+  std::thread([] {
     auto* const theirs = static_cast<lx::ThreadBlock*>(LxGetTLSPtr());
-    EXPECT_NE(theirs, mine);
     EXPECT_EQ(theirs->overlayColour, (LxC24{0, 0, 255}));
+    theirs->overlayColour = {4, 5, 6};
   }).join();
   EXPECT_EQ(LxGetTLSPtr(), mine);
   EXPECT_EQ(mine->overlayColour, (LxC24{1, 2, 3}));

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <stdexcept>
 #include <vector>
 
@@ -18,6 +19,7 @@ using lx::test::GuardedBuffer;
 using lx::test::GuardedEnd;
 using lx::test::PathScope;
 using lx::test::TakeOutcome;
+using Bytes = std::vector<std::uint8_t>;
 
 struct Rotate : LxColorLookup {
   void Transform(LxC24 colour, LxC24& result) override {
@@ -25,133 +27,109 @@ struct Rotate : LxColorLookup {
   }
 };
 
-std::uint8_t ByteOf(LxC24 colour, unsigned index) {
-  return index == 0 ? colour.c0 : index == 1 ? colour.c1 : colour.c2;
-}
+/// A view of one size over guarded noise, rows `gap` bytes apart.
+template <class T>
+struct View {
+  View(int width, int height, int gap, GuardedEnd end)
+      : pitch(width * static_cast<int>(sizeof(T)) + gap),
+        memory(static_cast<std::size_t>(height == 0 ? 0 : pitch * height - gap), end) {
+    unsigned level = sizeof(T);
+    for (std::size_t i = 0; i < memory.GetSize(); ++i) {
+      level = level * 1664525 + 1013904223;
+      memory.GetData()[i] = static_cast<std::uint8_t>(level >> 24);
+    }
+    image.Attach(memory.GetData(), width, height, pitch);
+  }
+  Bytes Snapshot() const { return {memory.GetData(), memory.GetData() + memory.GetSize()}; }
 
-void FillNoise(const GuardedBuffer& buffer, unsigned seed) {
-  for (std::size_t i = 0; i < buffer.GetSize(); ++i) {
-    seed = seed * 1664525 + 1013904223;
-    buffer.GetData()[i] = static_cast<std::uint8_t>(seed >> 24);
-  }
-}
-
-/// A colour view and a grey view of one size over guarded memory, rows `gap` bytes apart.
-struct Scene {
-  Scene(int width, int height, int gap, GuardedEnd end)
-      : colourBytes(Bytes(3 * width, height, gap), end), greyBytes(Bytes(width, height, gap), end) {
-    FillNoise(colourBytes, 1);
-    FillNoise(greyBytes, 2);
-    colour.Attach(colourBytes.GetData(), width, height, 3 * width + gap);
-    grey.Attach(greyBytes.GetData(), width, height, width + gap);
-  }
-  static std::size_t Bytes(int row, int height, int gap) {
-    return static_cast<std::size_t>(height == 0 ? 0 : (row + gap) * (height - 1) + row);
-  }
-  GuardedBuffer colourBytes, greyBytes;
-  LxImage<LxC24> colour;
-  LxImage<LxBW8> grey;
+  int pitch;
+  GuardedBuffer memory;
+  LxImage<T> image;
 };
 
-std::vector<std::uint8_t> Snapshot(const GuardedBuffer& buffer) {
-  return {buffer.GetData(), buffer.GetData() + buffer.GetSize()};
-}
-
+/// Calls `check` with views of many sizes and the index of a component, on every path.
 template <class Check>
-void ForEachScene(Check check) {
-  for (const GuardedEnd end : {GuardedEnd::kFirst, GuardedEnd::kLast}) {
-    for (const int gap : {0, 5}) {
-      for (const int height : {0, 1, 3}) {
-        for (int width = 0; width < 260; width += width < 70 ? 1 : 13) {
-          Scene scene(width, height, gap, end);
-          for (unsigned index = 0; index < 3; ++index) check(scene, width, height, gap, index);
-        }
-      }
-    }
-  }
-}
-
-/// ForEachScene() on every path through the library.
-template <class Check>
-void ForEachSceneAndPath(Check check) {
+void ForEachScene(GuardedEnd end, Check check) {
+  LxOk();
   for (const ExecutionPath& path : ExecutionPaths()) {
     SCOPED_TRACE(path.name);
     const PathScope scope(path);
-    ForEachScene(check);
+    for (int scene = 0; scene < 6 * 260; ++scene) {
+      const int width = scene % 260;
+      const int height = scene / 260 % 3;
+      const int gap = scene / 780 * 5;
+      View<LxC24> colour(width, height, gap, end);
+      View<LxBW8> grey(width, height, gap, end);
+      for (unsigned index = 0; index < 3; ++index) check(colour, grey, index);
+      ASSERT_EQ(TakeOutcome(), "0") << width << " x " << height;
+    }
     EXPECT_EQ(scope.Dispatched(), path.fast);
   }
 }
 
-TEST(Component, IsExtractedFromEveryPixel) {
-  LxOk();
+/// Calls `visit` with the offsets of every colour and grey pixel.
+template <class Visit>
+void ForEachPixel(const View<LxC24>& colour, const View<LxBW8>& grey, Visit visit) {
+  for (int y = 0; y < static_cast<int>(grey.image.GetHeight()); ++y) {
+    for (int x = 0; x < static_cast<int>(grey.image.GetWidth()); ++x) {
+      visit(static_cast<std::size_t>(y * colour.pitch + 3 * x),
+            static_cast<std::size_t>(y * grey.pitch + x));
+    }
+  }
+}
+
+class Component : public testing::TestWithParam<GuardedEnd> {};
+INSTANTIATE_TEST_SUITE_P(Ends, Component, testing::Values(GuardedEnd::kFirst, GuardedEnd::kLast));
+
+TEST_P(Component, IsInsertedAndExtracted) {
   Rotate rotate;
-  ForEachSceneAndPath([&](Scene& scene, int width, int height, int gap, unsigned index) {
-    for (LxColorLookup* lookup :
-         {static_cast<LxColorLookup*>(nullptr), static_cast<LxColorLookup*>(&rotate)}) {
-      std::vector<std::uint8_t> expected = Snapshot(scene.greyBytes);
-      for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
-          const LxC24 c = scene.colour.GetPixel(x, y);
-          const LxC24 seen =
-              lookup == nullptr ? c : LxC24{c.c1, c.c2, static_cast<std::uint8_t>(255 - c.c0)};
-          expected[static_cast<std::size_t>(y * (width + gap) + x)] = ByteOf(seen, index);
-        }
-      }
-      TintGetComponent(&scene.colour, &scene.grey, index, lookup);
-      ASSERT_EQ(TakeOutcome(), "0");
-      ASSERT_EQ(Snapshot(scene.greyBytes), expected) << width << " x " << height;
-    }
+  ForEachScene(GetParam(), [&](View<LxC24>& colour, View<LxBW8>& grey, unsigned index) {
+    Bytes pixels = colour.Snapshot();
+    Bytes plane = grey.Snapshot();
+    ForEachPixel(colour, grey, [&](auto c, auto g) { pixels[c + index] = plane[g]; });
+    TintSetComponent(&grey.image, &colour.image, index);
+    ASSERT_EQ(colour.Snapshot(), pixels);
+
+    const unsigned next = (index + 1) % 3;
+    ForEachPixel(colour, grey, [&](auto c, auto g) { plane[g] = pixels[c + next]; });
+    TintGetComponent(&colour.image, &grey.image, next, nullptr);
+    ASSERT_EQ(grey.Snapshot(), plane);
+
+    const unsigned flip = index == 2 ? 255 : 0;
+    ForEachPixel(colour, grey, [&](auto c, auto g) {
+      plane[g] = static_cast<std::uint8_t>(pixels[c + next] ^ flip);
+    });
+    TintGetComponent(&colour.image, &grey.image, index, &rotate);
+    ASSERT_EQ(grey.Snapshot(), plane);
   });
 }
 
-TEST(Component, IsInsertedAndTheOthersStay) {
-  LxOk();
-  ForEachSceneAndPath([](Scene& scene, int width, int height, int gap, unsigned index) {
-    std::vector<std::uint8_t> expected = Snapshot(scene.colourBytes);
-    for (int y = 0; y < height; ++y) {
-      for (int x = 0; x < width; ++x) {
-        expected[static_cast<std::size_t>(y * (3 * width + gap) + 3 * x) + index] =
-            scene.grey.GetPixel(x, y);
-      }
-    }
-    TintSetComponent(&scene.grey, &scene.colour, index);
-    ASSERT_EQ(TakeOutcome(), "0");
-    ASSERT_EQ(Snapshot(scene.colourBytes), expected) << width << " x " << height;
-  });
-}
-
-TEST(Component, ArgumentsAreCheckedInOrder) {
+TEST(ComponentArguments, AreCheckedInOrder) {
   LxImage<LxC24> colour(4, 4);
   LxImage<LxBW8> grey(4, 4);
   LxImage<LxBW8> wide(5, 4);
   LxImage<LxBW8> noGrey;
   LxImage<LxC24> noColour;
   grey.SetPixel(77, 1, 1);
-  const auto get = [](LxROI<LxC24>* source, LxROI<LxBW8>* plane, unsigned index) {
-    LxSetError(LX_ERROR_INTERNAL);
-    TintGetComponent(source, plane, index, nullptr);
-    return TakeOutcome();
+  struct Row {
+    LxROI<LxC24>* colour;
+    LxROI<LxBW8>* plane;
+    unsigned index;
+    std::string error;
   };
-  const auto set = [](LxROI<LxBW8>* plane, LxROI<LxC24>* target, unsigned index) {
-    LxSetError(LX_ERROR_INTERNAL);
-    TintSetComponent(plane, target, index);
-    return TakeOutcome();
-  };
-  EXPECT_EQ(get(nullptr, &wide, 3), "1400 TintGetComponent");
-  EXPECT_EQ(get(&noColour, &wide, 3), "1400 TintGetComponent");
-  EXPECT_EQ(get(&colour, nullptr, 3), "1400 TintGetComponent");
-  EXPECT_EQ(get(&colour, &noGrey, 3), "1400 TintGetComponent");
-  EXPECT_EQ(get(&colour, &wide, 3), "1403 TintGetComponent");
-  EXPECT_EQ(get(&colour, &grey, 3), "1013 TintGetComponent");
+  for (const Row& row : {Row{nullptr, &wide, 3, "1400"}, Row{&noColour, &wide, 3, "1400"},
+                         Row{&colour, nullptr, 3, "1400"}, Row{&colour, &noGrey, 3, "1400"},
+                         Row{&colour, &wide, 3, "1403"}, Row{&colour, &grey, 3, "1013"},
+                         Row{&colour, &grey, 0xFFFFFFFF, "1013"}}) {
+    TintGetComponent(row.colour, row.plane, row.index, nullptr);
+    EXPECT_EQ(TakeOutcome(), row.error + " TintGetComponent");
+    TintSetComponent(row.plane, row.colour, row.index);
+    EXPECT_EQ(TakeOutcome(), row.error + " TintSetComponent");
+  }
   EXPECT_EQ(grey.GetPixel(1, 1), 77);
-  EXPECT_EQ(get(&colour, &grey, 2), "0");
-  EXPECT_EQ(set(nullptr, &colour, 3), "1400 TintSetComponent");
-  EXPECT_EQ(set(&noGrey, &colour, 3), "1400 TintSetComponent");
-  EXPECT_EQ(set(&grey, nullptr, 3), "1400 TintSetComponent");
-  EXPECT_EQ(set(&grey, &noColour, 3), "1400 TintSetComponent");
-  EXPECT_EQ(set(&wide, &colour, 3), "1403 TintSetComponent");
-  EXPECT_EQ(set(&grey, &colour, 0xFFFFFFFF), "1013 TintSetComponent");
-  EXPECT_EQ(set(&grey, &colour, 0), "0");
+  LxSetError(LX_ERROR_INTERNAL);
+  TintSetComponent(&grey, &colour, 0);
+  EXPECT_EQ(TakeOutcome(), "0");
 }
 
 struct Throwing : LxColorLookup {

@@ -58,11 +58,10 @@ TEST_F(Batch, InputsNeverCollideInTheFolder) {
 
 // The overlay colour that a chain sets holds for the rest of that chain only.
 TEST_F(Batch, ImagesDoNotInfluenceEachOther) {
-  const std::vector<std::string> steps = {"oper", "overlay", "@", "set-overlay-color", "1,2,3"};
-  std::vector<std::string> arguments = {a, WriteGrey("d.png", 2, {1, 2})};
-  arguments.insert(arguments.end(), steps.begin(), steps.end());
-  arguments.insert(arguments.end(), {"-o", Path("colours/")});
-  ASSERT_EQ(Tool(arguments).code, kFine);
+  ASSERT_EQ(Tool({a, WriteGrey("d.png", 2, {1, 2}), "oper", "overlay", "@", "set-overlay-color",
+                  "1,2,3", "-o", Path("colours/")})
+                .code,
+            kFine);
   for (const char* const name : {"colours/a.png", "colours/d.png"}) {
     EXPECT_EQ(ReadImage(Path(name)).As<LxC24>().GetPixel(0, 0), (LxC24{0, 0, 255})) << name;
   }
@@ -80,12 +79,15 @@ TEST_F(Batch, WrongCommandLinesAreTold) {
       Failing({"copy", "bw8", "7", "-o", Path("o.png")}),
       "2 lxpic: copy: there is no image yet: write the size behind the name, for instance 'copy "
       "640x480'\n");
-  EXPECT_EQ(Tool({a, "-o", Path("o.xyz")}).code, kWrongUsage);
-  EXPECT_EQ(Tool({"copy", "bw8", "4x4", "7", "-o", folder.string() + "/"}).code, kWrongUsage);
-  EXPECT_EQ(Tool({a, "--nonsense"}).code, kWrongUsage);
-  EXPECT_EQ(Tool({"help", "lutt"}).code, kWrongUsage);
-  EXPECT_EQ(Tool({"demo", a, "-o", Path("d")}).code, kWrongUsage);
-  EXPECT_EQ(Tool({"synth", "bord", "-o", Path("s.png")}).code, kWrongUsage);
+  for (const std::vector<std::string>& wrong :
+       {std::vector<std::string>{a, "-o", Path("o.xyz")},
+        {a, "--nonsense"},
+        {"help", "lutt"},
+        {"copy", "bw8", "4x4", "7", "-o", folder.string() + "/"},
+        {"demo", a, "-o", Path("d")},
+        {"synth", "bord", "-o", Path("s.png")}}) {
+    EXPECT_EQ(Tool(wrong).code, kWrongUsage) << wrong.back();
+  }
   EXPECT_EQ(Failing({Path("no.png"), "copy", "-o", Path("o.png")}),
             "3 lxpic: " + Path("no.png") + ": cannot be opened: No such file or directory\n");
 }

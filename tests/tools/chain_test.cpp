@@ -8,14 +8,12 @@
 namespace lx::tool {
 namespace {
 
-using Levels8 = std::vector<int>;
-
 class ChainTest : public ToolTest {
  protected:
   ChainTest() : part(WriteGrey("part.png", 4, {0, 1, 40, 100, 120, 200, 254, 255})) {}
 
   // Runs `steps` on the part and returns the grey levels of the result.
-  Levels8 After(std::vector<std::string> steps) const {
+  std::vector<int> After(std::vector<std::string> steps) const {
     steps.insert(steps.begin(), part);
     steps.insert(steps.end(), {"-o", Path("out.png")});
     const Run run = Tool(steps);
@@ -26,9 +24,9 @@ class ChainTest : public ToolTest {
 
   // What `rule` makes of each level of the part.
   template <class Rule>
-  static Levels8 Expected(Rule rule) {
-    Levels8 levels = {0, 1, 40, 100, 120, 200, 254, 255};
-    for (int& level : levels) level = std::clamp(rule(level), 0, 255);
+  static std::vector<int> Expected(Rule rule) {
+    std::vector<int> levels = {0, 1, 40, 100, 120, 200, 254, 255};
+    for (int& level : levels) level = std::clamp(static_cast<int>(rule(level)), 0, 255);
     return levels;
   }
 
@@ -51,8 +49,8 @@ TEST_F(ChainTest, UnderscorePutsTheImageBehindTheOtherOperand) {
   EXPECT_EQ(After({"oper", "subtract", "100", "_"}), Expected([](int v) { return 100 - v; }));
   EXPECT_EQ(After({"oper", "subtract", "_", "100"}), Expected([](int v) { return v - 100; }));
   const std::string golden = WriteGrey("golden.png", 4, {9, 9, 50, 90, 120, 0, 255, 0});
-  EXPECT_EQ(After({"oper", "subtract", golden}), (Levels8{0, 0, 0, 10, 0, 200, 0, 255}));
-  EXPECT_EQ(After({"oper", "subtract", golden, "_"}), (Levels8{9, 8, 10, 0, 0, 0, 1, 0}));
+  EXPECT_EQ(After({"oper", "subtract", golden}), (std::vector<int>{0, 0, 0, 10, 0, 200, 0, 255}));
+  EXPECT_EQ(After({"oper", "subtract", golden, "_"}), (std::vector<int>{9, 8, 10, 0, 0, 0, 1, 0}));
 }
 
 TEST_F(ChainTest, ImagesAreStoredAndNamedAgain) {
@@ -77,41 +75,38 @@ TEST_F(ChainTest, ADestinationThatKeepsPixelsStartsAsTheCurrentImage) {
 }
 
 TEST_F(ChainTest, ColoursAreRedGreenBlue) {
-  ASSERT_EQ(Tool({"copy", "c24", "3x2", "10,20,30", "-o", Path("c.png")}).code, kFine);
-  const auto pixel = [&] { return ReadImage(Path("c.png")).As<LxC24>().GetPixel(2, 1); };
-  EXPECT_EQ(pixel(), (LxC24{30, 20, 10}));
-  ASSERT_EQ(Tool({Path("c.png"), "gain-offset", "2,1,0", "0,0,7", "-o", Path("c.png")}).code,
-            kFine);
-  EXPECT_EQ(pixel(), (LxC24{7, 20, 20}));
+  const auto pixel = [&](std::vector<std::string> chain) {
+    chain.insert(chain.end(), {"-o", Path("c.png")});
+    EXPECT_EQ(Tool(chain).code, kFine);
+    return ReadImage(Path("c.png")).As<LxC24>().GetPixel(2, 1);
+  };
+  EXPECT_EQ(pixel({"copy", "c24", "3x2", "10,20,30"}), (LxC24{30, 20, 10}));
+  EXPECT_EQ(pixel({Path("c.png"), "gain-offset", "2,1,0", "0,0,7"}), (LxC24{7, 20, 20}));
   // Stored as 5, 6 and 5 bits.
-  ASSERT_EQ(Tool({"copy", "c16", "3x2", "255,0,8", "-o", Path("c.png")}).code, kFine);
-  EXPECT_EQ(pixel(), (LxC24{8, 0, 248}));
-  ASSERT_EQ(
-      Tool({part, "set-overlay-color", "1,2,3", "oper", "overlay", "@", "-o", Path("c.png")}).code,
-      kFine);
-  EXPECT_EQ(pixel(), (LxC24{3, 2, 1}));
+  EXPECT_EQ(pixel({"copy", "c16", "3x2", "255,0,8"}), (LxC24{8, 0, 248}));
+  EXPECT_EQ(pixel({part, "set-overlay-color", "1,2,3", "oper", "overlay", "@"}), (LxC24{3, 2, 1}));
 }
 
 TEST_F(ChainTest, TablesHaveNamesOrAreFiles) {
   for (const char* const step : {"lut", "transform"}) {
-    EXPECT_EQ(After({step, "identity"}), Expected([](int v) { return v; })) << step;
-    EXPECT_EQ(After({step, "invert"}), Expected([](int v) { return 255 - v; })) << step;
-    EXPECT_EQ(After({step, "threshold:120"}), Expected([](int v) { return v >= 120 ? 255 : 0; }))
-        << step;
-    EXPECT_EQ(After({step, "gamma:2"}), Expected([](int v) {
-                return static_cast<int>(std::lround(255 * std::sqrt(v / 255.0)));
-              }))
-        << step;
+    const auto expect = [&](const char* table, auto rule) {
+      EXPECT_EQ(After({step, table}), Expected(rule)) << step << " " << table;
+    };
+    expect("identity", [](int v) { return v; });
+    expect("invert", [](int v) { return 255 - v; });
+    expect("threshold:120", [](int v) { return v >= 120 ? 255 : 0; });
+    expect("gamma:2", [](int v) { return std::lround(255 * std::sqrt(v / 255.0)); });
   }
   std::string numbers;
   for (int v = 0; v < 256; ++v) numbers += std::to_string(v / 2) + (v % 8 == 7 ? "\n" : ", ");
   EXPECT_EQ(After({"lut", Write("half.txt", numbers)}), Expected([](int v) { return v / 2; }));
-  EXPECT_EQ(Tool({part, "lut", Write("bad.txt", "1 2 256"), "-o", Path("o.png")}).code,
-            kFileFailed);
-  EXPECT_EQ(Tool({part, "transform", Write("few.txt", "1 2"), "-o", Path("o.png")}).code,
-            kWrongUsage);
+  const auto run = [&](const char* step, const char* entries) {
+    return Tool({part, step, Write("table.txt", entries), "-o", Path("o.png")});
+  };
+  EXPECT_EQ(run("lut", "1 2 256").code, kFileFailed);
+  EXPECT_EQ(run("transform", "1 2").code, kWrongUsage);
   // Too few entries reach the library, which refuses them.
-  const Run few = Tool({part, "lut", Write("few.txt", "1 2 3"), "-o", Path("o.png")});
+  const Run few = run("lut", "1 2 3");
   EXPECT_EQ(few.code, kOperationFailed);
   EXPECT_EQ(few.err, "lxpic: " + part +
                          ": lut: the vector has the wrong number of elements (1613); trace: "
@@ -139,11 +134,11 @@ TEST_F(ChainTest, KernelsAreRowsOrPresetsWithSettings) {
 
 TEST_F(ChainTest, DepthsAndFurtherResultsAreReached) {
   EXPECT_EQ(After({"convert", "bw16", "8"}),
-            (Levels8{0, 256, 10240, 25600, 30720, 51200, 65024, 65280}));
+            (std::vector<int>{0, 256, 10240, 25600, 30720, 51200, 65024, 65280}));
   EXPECT_EQ(After({"convert", "bw32", "8", "convert", "bw8", "8"}),
             Expected([](int v) { return v; }));
   EXPECT_EQ(After({"oper", "bw16", "multiply", part}),
-            (Levels8{0, 1, 1600, 10000, 14400, 40000, 64516, 65025}));
+            (std::vector<int>{0, 1, 1600, 10000, 14400, 40000, 64516, 65025}));
   // Colour and alpha are taken apart again; the alpha is stored under a name.
   EXPECT_EQ(After({"store", "a", "convert", "c24", "convert", "c24a", "@a", "convert", "c24",
                    "alpha", "oper", "multiply", "@alpha", "convert", "bw8"}),
@@ -151,9 +146,7 @@ TEST_F(ChainTest, DepthsAndFurtherResultsAreReached) {
 }
 
 TEST_F(ChainTest, VectorsArePrinted) {
-  const Run run = Tool({"vect1c2", "add", "u8:1,200,255", "100"});
-  EXPECT_EQ(run.code, kFine) << run.err;
-  EXPECT_EQ(run.out, "destination 101,255,255\n");
+  EXPECT_EQ(Tool({"vect1c2", "add", "u8:1,200,255", "100"}).out, "destination 101,255,255\n");
   EXPECT_EQ(Tool({"vect1c2", "divide", "1,2", "0"}).code, kOperationFailed);
   EXPECT_EQ(Tool({"vect1c2", "add", "u8:1,256", "1"}).code, kWrongUsage);
 }

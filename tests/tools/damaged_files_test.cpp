@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // A damaged file gives exit code 3 and a message that names it, and nothing worse.
+#include <algorithm>
+
 #include "tools/tool_fixture.h"
 
 namespace lx::tool {
@@ -14,9 +16,9 @@ class DamagedFiles : public ToolTest {
   std::string Valid(const std::string& name) const {
     ImageValue image(name == "a.ppm" ? Pixel::kC24 : Pixel::kBW8, 24, 18);
     for (int y = 0; y < 18; ++y) {
-      for (std::size_t i = 0; i < image.RowBytes(); ++i) {
-        image.Row(y)[i] = static_cast<unsigned char>(37 * y + (11 + y) * static_cast<int>(i));
-      }
+      int level = 37 * y;
+      std::generate_n(image.Row(y), image.RowBytes(),
+                      [&] { return static_cast<unsigned char>(level += 11 + y); });
     }
     WriteImage(Path(name), image);
     return Content(Path(name));

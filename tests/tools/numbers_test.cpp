@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // What chains leave besides images: kept under names, printed, written as tables and drawn.
 
-#include <algorithm>
 #include <cmath>
 #include <map>
-#include <set>
 
 #include "tools/lxpic/common/jobs.h"
 #include "tools/lxpic/report/plot.h"
@@ -60,6 +58,13 @@ TEST(Table, VectorsAreShortInTextAndWholeElsewhere) {
 class Values : public ToolTest {
  protected:
   Values() : a(WriteGrey("a.png", 2, {1, 2})), b(WriteGrey("b.png", 2, {3, 4})) {}
+
+  // Runs `chain` with `options` behind it.
+  static Run With(std::vector<std::string> chain, const std::vector<std::string>& options) {
+    chain.insert(chain.end(), options.begin(), options.end());
+    return Tool(chain);
+  }
+
   std::string a;
   std::string b;
 };
@@ -103,10 +108,8 @@ TEST_F(Values, OfHistogramsBecomeThresholdsAndTables) {
 }
 
 TEST_F(Values, GoWhereTheOptionsSay) {
-  const std::vector<std::string> chain = {a, b, "vect1c2", "add", "u8:1,2", "3"};
-  const auto run = [&](std::vector<std::string> options) {
-    options.insert(options.begin(), chain.begin(), chain.end());
-    return Tool(options);
+  const auto run = [&](const std::vector<std::string>& options) {
+    return With({a, b, "vect1c2", "add", "u8:1,2", "3"}, options);
   };
   EXPECT_TRUE(run({}).out.starts_with("file")) << run({}).out;
   EXPECT_TRUE(Contains(run({}).out, a + "  4,5\n"));
@@ -121,10 +124,8 @@ TEST_F(Values, GoWhereTheOptionsSay) {
 }
 
 TEST_F(Values, VectorsAreDrawn) {
-  const std::vector<std::string> chain = {a, "vect1c2", "add", "u8:1,200,7", "3"};
-  const auto run = [&](std::vector<std::string> options) {
-    options.insert(options.begin(), chain.begin(), chain.end());
-    return Tool(options);
+  const auto run = [&](const std::vector<std::string>& options) {
+    return With({a, "vect1c2", "add", "u8:1,200,7", "3"}, options);
   };
   EXPECT_EQ(run({"-o", Path("p.svg")}).code, kFine);
   EXPECT_TRUE(Contains(Content(Path("p.svg")), "<svg"));
@@ -144,71 +145,58 @@ TEST_F(Values, VectorsAreDrawn) {
   EXPECT_EQ(run({"-o", Path("s.png"), "--plot", Path("s.png")}).code, kWrongUsage);
 }
 
-// Where a drawing has ink: the blue of bars and lines.
-std::set<std::pair<int, int>> BlueOf(const ImageValue& image) {
-  std::set<std::pair<int, int>> blue;
-  for (int y = 0; y < image.Height(); ++y) {
-    for (int x = 0; x < image.Width(); ++x) {
-      const LxC24 pixel = image.As<LxC24>().GetPixel(x, y);
-      if (pixel.c0 > pixel.c2 + 80) blue.insert({x, y});
-    }
+// The rows where each column of a drawing has the blue of bars and lines.
+std::map<int, std::vector<int>> InkOf(const ImageValue& image) {
+  std::map<int, std::vector<int>> ink;
+  for (int i = 0; i < image.Width() * image.Height(); ++i) {
+    const int x = i % image.Width();
+    const LxC24 pixel = image.As<LxC24>().GetPixel(x, i / image.Width());
+    if (pixel.c0 > pixel.c2 + 80) ink[x].push_back(i / image.Width());
   }
-  return blue;
+  return ink;
 }
 
-TEST_F(Values, DrawingsShowWhatTheyShould) {
-  // Bars of 1 and 3 counts of 4: three quarters of one's height in the second half.
-  WritePlot(Path("h.png"), {"histogram", {true, Numbers::Drawing::kBars, {""}, {1, 4}}});
-  const auto bars = BlueOf(ReadImage(Path("h.png")));
-  std::map<int, int> heights;
-  for (const auto& [x, y] : bars) ++heights[x];
-  ASSERT_GT(heights.size(), 300U);
-  const int low = heights.begin()->second;
-  const int high = heights.rbegin()->second;
-  EXPECT_NEAR(high, 4 * low, 4);
+int InkIn(const auto& column) { return static_cast<int>(column->second.size()); }
 
-  // A closed square of 10 x 10 pixels keeps its shape.
-  const Numbers square{
-      true, Numbers::Drawing::kClosedPath, {"x", "y"}, {20, 30, 29, 30, 29, 39, 20, 39}};
-  WritePlot(Path("c.png"), {"contour", square});
-  const auto line = BlueOf(ReadImage(Path("c.png")));
-  ASSERT_FALSE(line.empty());
-  int top = line.begin()->second;
-  int bottom = top;
-  std::map<int, int> columns;
-  for (const auto& [x, y] : line) {
-    top = std::min(top, y);
-    bottom = std::max(bottom, y);
-    ++columns[x];
-  }
-  const int width = columns.rbegin()->first - columns.begin()->first;
-  EXPECT_NEAR(width, bottom - top, 2);
-  // The left side is drawn because the path is closed.
-  EXPECT_GT(columns.begin()->second + std::next(columns.begin())->second, width);
+TEST_F(Values, DrawingsShowWhatTheyShould) {
+  const auto drawn = [&](Numbers::Drawing drawing, std::vector<std::string> parts,
+                         std::vector<double> values) {
+    WritePlot(Path("p.png"), {"name", {true, drawing, std::move(parts), std::move(values)}});
+    return InkOf(ReadImage(Path("p.png")));
+  };
+  // Bars of 1 and 4 counts.
+  const auto bars = drawn(Numbers::Drawing::kBars, {""}, {1, 4});
+  ASSERT_GT(bars.size(), 300U);
+  EXPECT_NEAR(InkIn(bars.rbegin()), 4 * InkIn(bars.begin()), 4);
+
+  // A closed square of 10 x 10 pixels keeps its shape, and its left side is drawn.
+  const auto square =
+      drawn(Numbers::Drawing::kClosedPath, {"x", "y"}, {20, 30, 29, 30, 29, 39, 20, 39});
+  ASSERT_FALSE(square.empty());
+  const int width = square.rbegin()->first - square.begin()->first;
+  const auto& middle = std::next(square.begin(), width / 2)->second;
+  EXPECT_NEAR(width, middle.back() - middle.front(), 2);
+  EXPECT_GT(InkIn(square.begin()) + InkIn(std::next(square.begin())), width);
 
   // Nothing, one element, and what is no number can be drawn too.
   for (const auto& values : {std::vector<double>{}, {5}, {NAN, INFINITY}, {1e300, -1e300}}) {
-    EXPECT_NO_THROW(WritePlot(Path("p.png"), {"profile", Profile(values)}));
+    EXPECT_NO_THROW(drawn(Numbers::Drawing::kLine, {""}, values));
   }
-  EXPECT_NO_THROW(WritePlot(Path("p.png"), {"p", {true, Numbers::Drawing::kPath, {"x", "y"}, {}}}));
-  EXPECT_THROW(WritePlot(Path("no/such/p.png"), {"profile", Profile({1})}), Failure);
-  EXPECT_THROW(WritePlot(Path("no/such/p.svg"), {"profile", Profile({1})}), Failure);
+  EXPECT_NO_THROW(drawn(Numbers::Drawing::kPath, {"x", "y"}, {}));
+  for (const char* const name : {"no/such/p.png", "no/such/p.svg"}) {
+    EXPECT_THROW(WritePlot(Path(name), {"profile", Profile({1})}), Failure);
+  }
 }
 
 TEST_F(Values, JobsChangeNothingThatIsSeen) {
   const auto name = [](int i) { return std::to_string(i) + ".png"; };
-  std::vector<std::string> arguments;
+  std::vector<std::string> inputs;
   for (int i = 0; i < 12; ++i) {
-    arguments.push_back(i == 5 ? Write(name(i), "no image") : WriteGrey(name(i), 2, {i, 2 * i}));
-  }
-  for (const char* const word : {"lut", "invert", "transform", "invert", "store", "x", "vect1c2",
-                                 "add", "1,2", "3", "oper", "add", "@"}) {
-    arguments.emplace_back(word);
+    inputs.push_back(i == 5 ? Write(name(i), "no image") : WriteGrey(name(i), 2, {i, 2 * i}));
   }
   const auto run = [&](const std::string& jobs) {
-    auto all = arguments;
-    all.insert(all.end(), {"--jobs", jobs, "-o", Path("out" + jobs + "/")});
-    return Tool(all);
+    return With(inputs, {"lut", "invert", "transform", "invert", "store", "x", "vect1c2", "add",
+                         "1,2", "3", "oper", "add", "@", "--jobs", jobs, "-o", Path(jobs + "/")});
   };
   const Run one = run("1");
   const Run four = run("4");
@@ -218,7 +206,7 @@ TEST_F(Values, JobsChangeNothingThatIsSeen) {
   EXPECT_EQ(four.err, one.err);
   for (int i = 0; i < 12; ++i) {
     if (i == 5) continue;
-    EXPECT_EQ(LevelsOf(Path("out4/" + name(i))), (std::vector<int>{2 * i, 4 * i})) << i;
+    EXPECT_EQ(LevelsOf(Path("4/" + name(i))), (std::vector<int>{2 * i, 4 * i})) << i;
   }
 }
 

@@ -2,14 +2,11 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
+#include "support/temporary_folder.h"
 #include "tools/lxpic/chain/chain.h"
 #include "tools/lxpic/chain/overloads.h"
 #include "tools/lxpic/command/commands.h"
@@ -19,43 +16,22 @@
 
 namespace lx::tool {
 
-/// A test with a folder of its own, which is gone afterwards.
-class ToolTest : public testing::Test {
+class ToolTest : public testing::Test, protected test::TemporaryFolder {
  protected:
-  ToolTest() {
-    std::string name = (std::filesystem::temp_directory_path() / "lxpic-XXXXXX").string();
-    folder = mkdtemp(name.data());
-  }
-  ~ToolTest() override {
-    std::error_code ignored;
-    std::filesystem::remove_all(folder, ignored);
-  }
-
-  std::string Path(const std::string& name) const { return (folder / name).string(); }
-
-  std::string Write(const std::string& name, const std::string& content) const {
-    std::ofstream(Path(name), std::ios::binary) << content;
-    return Path(name);
-  }
-
-  static std::string Content(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
-
   /// A grey image file whose pixels are listed row by row.
   std::string WriteGrey(const std::string& name, int width, const std::vector<int>& levels) const {
-    ImageValue image(Pixel::kBW8, width, static_cast<int>(levels.size()) / width);
-    for (std::size_t i = 0; i < levels.size(); ++i) {
-      const int x = static_cast<int>(i) % width;
-      const int y = static_cast<int>(i) / width;
-      image.As<LxBW8>().SetPixel(static_cast<std::uint8_t>(levels[i]), x, y);
+    const int count = static_cast<int>(levels.size());
+    ImageValue image(Pixel::kBW8, width, count / width);
+    for (int i = 0; i < count; ++i) {
+      image.Row(i / width)[i % width] =
+          static_cast<unsigned char>(levels[static_cast<std::size_t>(i)]);
     }
     WriteImage(Path(name), image);
     return Path(name);
   }
 
-  static std::vector<int> Levels(const ImageValue& image) {
+  static std::vector<int> LevelsOf(const std::string& path) {
+    const ImageValue image = ReadImage(path);
     std::vector<int> levels;
     for (int y = 0; y < image.Height(); ++y) {
       for (int x = 0; x < image.Width(); ++x) {
@@ -66,8 +42,6 @@ class ToolTest : public testing::Test {
     }
     return levels;
   }
-
-  static std::vector<int> LevelsOf(const std::string& path) { return Levels(ReadImage(path)); }
 
   struct Run {
     int code;
@@ -83,8 +57,6 @@ class ToolTest : public testing::Test {
     std::fflush(stdout);
     return {code, testing::internal::GetCapturedStdout(), testing::internal::GetCapturedStderr()};
   }
-
-  std::filesystem::path folder;
 };
 
 inline Value FindNoValue(const std::string& word) {

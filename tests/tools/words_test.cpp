@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <utility>
 
 namespace lx::tool {
 namespace {
@@ -20,10 +21,8 @@ TEST(Words, NumbersFillTheWholeWord) {
 }
 
 TEST(Words, SizesHaveTwoPositiveSides) {
-  const auto size = ReadSize("640x48");
-  ASSERT_TRUE(size);
-  EXPECT_EQ(size->width, 640);
-  EXPECT_EQ(size->height, 48);
+  const Size size = ReadSize("640x48").value();
+  EXPECT_EQ(std::pair(size.width, size.height), std::pair(640, 48));
   for (const char* word :
        {"x", "640", "640x", "x48", "0x48", "-1x4", "640x48x2", "99999999999x1"}) {
     EXPECT_FALSE(ReadSize(word)) << word;
