@@ -8,6 +8,7 @@ namespace lx::bench {
 
 const Family& FamilyOf(const Operation& operation) {
   static const std::map<std::string, const Family*> families = {
+      {"colour", &kPointFamily},
       {"point", &kPointFamily},
       {"convolution", &kConvolutionFamily},
       {"histogram", &kHistogramFamily}};

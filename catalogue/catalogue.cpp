@@ -56,8 +56,8 @@ const Refusal* Operation::FindRefusal(LX_ERRORS code) const {
 const std::vector<Operation>& All() {
   static const std::vector<Operation> operations = [] {
     std::vector<Operation> all;
-    for (const auto family :
-         {ArithmeticOperations, PointOperations, ConvolutionOperations, HistogramOperations}) {
+    for (const auto family : {ColourOperations, ArithmeticOperations, PointOperations,
+                              ConvolutionOperations, HistogramOperations}) {
       for (Operation& each : family()) all.push_back(std::move(each));
     }
     return all;
@@ -121,6 +121,22 @@ std::unique_ptr<LxGenericROI> MakeImage(Pixel pixel, int width, int height) {
   return VisitPixel(pixel, [&](auto tag) -> std::unique_ptr<LxGenericROI> {
     return std::make_unique<LxImage<typename decltype(tag)::Type>>(width, height);
   });
+}
+
+bool IsPointer(Kind kind) { return !std::holds_alternative<double>(NullOf(kind)); }
+
+Argument NullOf(Kind kind) {
+  switch (kind) {
+#define LX_NULL(name, type) \
+  case Kind::name:          \
+    return static_cast<type>(nullptr);
+    LX_POINTER_KINDS(LX_NULL)
+#undef LX_NULL
+    case Kind::kRegion:
+      return static_cast<LxGenericROI*>(nullptr);
+    default:
+      return 0.0;
+  }
 }
 
 std::string_view PixelName(Pixel pixel) {

@@ -48,6 +48,7 @@ using WordFunction = unsigned short (*)(unsigned short);
   X(kDrawTarget, HDC)                                \
   X(kVector, LxVector*)                              \
   X(kKernel, LxKernel*)                              \
+  X(kColourLookup, LxColorLookup*)                   \
   X(kCoefficients, float*)
 
 /// What a parameter is; deduced from the function's own type.
@@ -77,6 +78,11 @@ constexpr bool IsVector(Kind kind) {
   return kind == Kind::kByteVector || kind == Kind::kWordVector || kind == Kind::kHistogramVector ||
          kind == Kind::kVector;
 }
+
+/// Whether values of the kind are addresses, regions' among them.
+bool IsPointer(Kind kind);
+/// A null for a parameter of such a kind.
+Argument NullOf(Kind kind);
 
 constexpr bool IsNumber(Kind kind) { return kind == Kind::kInteger || kind == Kind::kReal; }
 

@@ -83,18 +83,20 @@ const std::vector<Group> kGroups = {
               .parameters = "source >destination gain~1.4:-8..8 offset~-20:-65535..65535",
               .summary = "gain * v + offset, clamped", .inPlace = InPlace::kYes)}},
     {{},
-     {LX_FORM(PicOverlay, void(LxROI<LxC24>*, LxROI<LxC16>*, int, int, LxC24),
-              .trace = "PicOverlay ( C24 on C16 Image)",
-              .parameters =
-                  "source <>destination(free) x=0~0,-8,-3,1,5,9,12,16,-100000,100000:-100..100 "
-                  "y=0~0,-2,-1,1,2,3,-100000,100000:-100..100 key-color=0",
-              .summary = "Draws what differs from the key colour"),
-      LX_FORM(PicOverlay, void(LxROI<LxC24>*, LxROI<LxC15>*, int, int, LxC24),
-              .trace = "PicOverlay ( C24 on C15 Image)",
-              .parameters =
-                  "source <>destination(free) x=0~0,-8,-3,1,5,9,12,16,-100000,100000:-100..100 "
-                  "y=0~0,-2,-1,1,2,3,-100000,100000:-100..100 key-color=0",
-              .summary = "Draws what differs from the key colour")}},
+     {LX_FORM(
+          PicOverlay, void(LxROI<LxC24>*, LxROI<LxC16>*, int, int, LxC24),
+          .trace = "PicOverlay ( C24 on C16 Image)",
+          .parameters =
+              "source <>destination(free) x=0~0,-8,-3,1,5,9,12,16,-2147483648,2147483647:-100..100 "
+              "y=0~0,-2,-1,1,2,3,-2147483648,2147483647:-100..100 key-color=0",
+          .summary = "Draws what differs from the key colour"),
+      LX_FORM(
+          PicOverlay, void(LxROI<LxC24>*, LxROI<LxC15>*, int, int, LxC24),
+          .trace = "PicOverlay ( C24 on C15 Image)",
+          .parameters =
+              "source <>destination(free) x=0~0,-8,-3,1,5,9,12,16,-2147483648,2147483647:-100..100 "
+              "y=0~0,-2,-1,1,2,3,-2147483648,2147483647:-100..100 key-color=0",
+          .summary = "Draws what differs from the key colour")}},
     {{},
      {LX_FORM(PicConvert, void(LxROI<LxC24>*, LxROI<LxC15>*), .trace = "PicConvert ( C24 to C15)",
               .parameters = "source >destination", .summary = "C24 to C15"),

@@ -73,6 +73,7 @@ std::vector<Operation> Describe(std::string_view family, const std::vector<Group
   }
 
 /// The families' tables.
+std::vector<Operation> ColourOperations();
 std::vector<Operation> ArithmeticOperations();
 std::vector<Operation> PointOperations();
 std::vector<Operation> ConvolutionOperations();

@@ -6,38 +6,6 @@
 namespace lx::test {
 namespace {
 
-// With all left neighbours missing the response of a level is four times itself.
-TEST(Filters, OnlyTheirPlainTwoImagePathHasAZeroBorder) {
-  const int wasFast = LxGetMMX();
-  for (const int fast : {0, 1}) {
-    LxSetMMX(fast);
-    Filled<LxBW8> grey(5, 4, 100);
-    Filled<LxBW8> result(5, 4, 7);
-    PicConvolSobelX(&grey, &result);
-    EXPECT_EQ(result.GetPixel(0, 1), fast == 1 ? 0 : 255);
-    EXPECT_EQ(result.GetPixel(0, 0), fast == 1 ? 0 : 255);
-    EXPECT_EQ(result.GetPixel(2, 0), 0);
-    PicConvolPrewittX(&grey, &result);
-    EXPECT_EQ(result.GetPixel(0, 1), 0);
-    PicConvolSobelX(&grey, nullptr);
-    EXPECT_EQ(grey.GetPixel(0, 1), 0);
-
-    Filled<LxBW16> deep(5, 4, 100);
-    Filled<LxBW16> deepResult(5, 4, 7);
-    PicConvolSobelX(&deep, &deepResult);
-    EXPECT_EQ(deepResult.GetPixel(0, 1), 400);
-    EXPECT_EQ(deepResult.GetPixel(0, 0), 300);
-    PicConvolSobelX(&deep, &deep);
-    EXPECT_EQ(deep.GetPixel(0, 1), 0);
-
-    Filled<LxC24> colour(5, 4, {100, 50, 25});
-    Filled<LxC24> colourResult(5, 4, {7, 7, 7});
-    PicConvolSobelX(&colour, &colourResult);
-    EXPECT_EQ(colourResult.GetPixel(0, 0), (LxC24{0, 0, 0}));
-  }
-  LxSetMMX(wasFast);
-}
-
 TEST(Filters, KnownResults) {
   LxImage<LxBW8> image(20, 5);
   LxImage<LxBW8> result(20, 5);

@@ -76,35 +76,6 @@ TEST(KernelConvolution, ValuesBeyondEveryRange) {
   EXPECT_EQ(result.GetPixel(0, 0), 255);
 }
 
-// Window columns x - 2 to x + 1: one more to the left and to the top.
-TEST(KernelConvolution, EvenWindowsReachFartherToTheTopLeft) {
-  const auto kernel = MakeKernel(4, std::vector<float>(16, 1.0F));
-  kernel->SetGain(16);
-  Filled<LxBW8> image(9, 9, 0);
-  LxImage<LxBW8> result(9, 9);
-  image.SetPixel(100, 4, 4);
-  PicConvolKernel(&image, &result, kernel.get());
-  for (int y = 0; y < 9; ++y) {
-    for (int x = 0; x < 9; ++x) {
-      const bool sees = x >= 3 && x <= 6 && y >= 3 && y <= 6;
-      EXPECT_EQ(result.GetPixel(x, y), sees ? 100 : 0) << x << " " << y;
-    }
-  }
-}
-
-TEST(KernelConvolution, OnlyTheRealWayHasAnOutside) {
-  Filled<LxBW8> image(9, 9, 160);
-  Filled<LxBW8> result(9, 9, 0);
-  LxKernel kernel(KERNEL_GAUSSIAN);
-  for (const short rectifier : {short{2}, short{3}, short{0}}) {
-    kernel.SetRectifier(rectifier);
-    PicConvolKernel(&image, &result, &kernel);
-    EXPECT_EQ(result.GetPixel(0, 0), rectifier == 0 ? 90 : 160);
-    EXPECT_EQ(result.GetPixel(4, 8), rectifier == 0 ? 120 : 160);
-    EXPECT_EQ(result.GetPixel(4, 4), 160);
-  }
-}
-
 TEST(KernelConvolution, LargeKernelsAndOnesLargerThanTheImage) {
   for (const char* const pixel : {"LxBW8", "LxBW16", "LxC24"}) {
     const Operation& operation = OperationOn("PicConvolKernel", pixel);

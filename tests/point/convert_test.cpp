@@ -7,13 +7,13 @@ namespace lx::test {
 namespace {
 
 // Converts one pixel over an old one.
-template <class To, class From, class... Shift>
-To Converted(From pixel, To old, Shift... shift) {
+template <class To, class From>
+To Converted(From pixel, To old) {
   LxImage<From> source(1, 1);
   LxImage<To> destination(1, 1);
   *static_cast<From*>(source.GetPixelPtr(0, 0)) = pixel;
   *static_cast<To*>(destination.GetPixelPtr(0, 0)) = old;
-  PicConvert(&source, &destination, shift...);
+  PicConvert(&source, &destination);
   EXPECT_EQ(LxGetError(), LX_OK);
   return *static_cast<To*>(destination.GetPixelPtr(0, 0));
 }
@@ -32,20 +32,6 @@ TEST(Convert, WorkedExamples) {
   EXPECT_EQ(Converted(LxC16{0xFFFF}, LxBW8(0)).value, 249);
   EXPECT_EQ(Converted(LxC15{0xFFFF}, LxBW8(0)).value, 248);
   EXPECT_EQ(Converted(LxC24{1, 2, 3}, LxC24A{9, 9, 9, 44}), (LxC24A{1, 2, 3, 44}));
-}
-
-TEST(Convert, ShiftsCountModulo32AndNothingSaturates) {
-  EXPECT_EQ(Converted(LxBW16(0x1234), LxBW8(0), 8U).value, 0x12);
-  EXPECT_EQ(Converted(LxBW16(0x1234), LxBW8(0), 4U).value, 0x23);
-  EXPECT_EQ(Converted(LxBW16(0x1234), LxBW8(0), 36U).value, 0x23);
-  EXPECT_EQ(Converted(LxBW16(0x1234), LxBW8(7), 31U).value, 0);
-  EXPECT_EQ(Converted(LxBW8(200), LxBW16(0), 8U).value, 0xC800);
-  EXPECT_EQ(Converted(LxBW8(200), LxBW16(0), 32U).value, 200);
-  EXPECT_EQ(Converted(LxBW8(0xFF), LxBW16(0), 12U).value, 0xF000);
-  EXPECT_EQ(Converted(LxBW8(3), LxBW32(0), 31U).value, 0x80000000U);
-  EXPECT_EQ(Converted(LxBW16(3), LxBW32(0), 0xFFFFFFE1U).value, 6U);
-  EXPECT_EQ(Converted(LxBW32(0x12345678U), LxBW16(0), 12U).value, 0x2345);
-  EXPECT_EQ(Converted(LxBW32(0x80000000U), LxBW8(0), 63U).value, 1);
 }
 
 }  // namespace

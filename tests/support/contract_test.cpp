@@ -53,10 +53,6 @@ LX_ERRORS NullCode(const Operation& operation, const Parameter& parameter) {
   }
 }
 
-bool IsPointer(const Parameter& parameter) {
-  return !std::holds_alternative<LxGenericROI*>(NullOf(parameter.kind)) || parameter.IsRegion();
-}
-
 TEST(Contract, UnattachedRegion) {
   ForEveryOperation([](const Operation& operation, int choice) {
     const Trial whole(operation, choice);
@@ -73,7 +69,7 @@ TEST(Contract, Nulls) {
   ForEveryOperation([](const Operation& operation, int choice) {
     for (std::size_t i = 0; i < operation.parameters.size(); ++i) {
       const Parameter& parameter = operation.parameters[i];
-      if (!IsPointer(parameter) || parameter.IsReturned()) continue;
+      if (!catalogue::IsPointer(parameter.kind) || parameter.IsReturned()) continue;
       Trial trial(operation, choice);
       if (parameter.IsRegion()) {
         trial.call.values[i] = static_cast<LxGenericROI*>(nullptr);

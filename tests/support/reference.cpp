@@ -92,9 +92,10 @@ Reference Pointwise(std::string_view signature, PixelRule rule) {
 const Reference* FindReference(std::string_view signature) {
   static const auto references = [] {
     std::map<std::string, Reference, std::less<>> made;
-    for (const auto family : {ArithmeticReferences, ConvertReferences, LookupReferences,
-                              VectorArithmeticReferences, FilterReferences, SmoothingReferences,
-                              KernelReferences, HistogramReferences, ThresholdReferences}) {
+    for (const auto family :
+         {ColourReferences, ArithmeticReferences, ConvertReferences, LookupReferences,
+          VectorArithmeticReferences, FilterReferences, SmoothingReferences, KernelReferences,
+          HistogramReferences, ThresholdReferences}) {
       for (Reference& each : family()) made.emplace(each.signature, std::move(each));
     }
     return made;

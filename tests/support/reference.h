@@ -61,6 +61,7 @@ const Reference* FindReference(std::string_view signature);
 std::string WhyNoReference(std::string_view signature);
 
 /// The families' references.
+std::vector<Reference> ColourReferences();
 std::vector<Reference> ArithmeticReferences();
 std::vector<Reference> ConvertReferences();
 std::vector<Reference> LookupReferences();

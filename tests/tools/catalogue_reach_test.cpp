@@ -58,6 +58,8 @@ std::string WordFor(const Parameter& parameter) {
       return HistogramName(parameter);
     case Kind::kVector:
       return parameter.counts.empty() ? "1,2,3" : HistogramName(parameter);
+    case Kind::kColourLookup:
+      return "none";
     case Kind::kKernel:
       return "1,2,1/2,4,2/1,2,1:gain=0.0625";
     default:

@@ -4,7 +4,6 @@
 #include <cmath>
 #include <map>
 
-#include "tools/lxpic/common/jobs.h"
 #include "tools/lxpic/report/plot.h"
 #include "tools/lxpic/report/table.h"
 #include "tools/tool_fixture.h"
@@ -207,26 +206,6 @@ TEST_F(Values, JobsChangeNothingThatIsSeen) {
   for (int i = 0; i < 12; ++i) {
     if (i == 5) continue;
     EXPECT_EQ(LevelsOf(Path("4/" + name(i))), (std::vector<int>{2 * i, 4 * i})) << i;
-  }
-}
-
-TEST(Jobs, FinishInOrderAndPassOnWhatIsThrown) {
-  for (const std::size_t threads : {1U, 3U, 9U}) {
-    std::vector<std::size_t> order;
-    const auto run = [&](std::size_t count, std::size_t bad) {
-      RunJobs(count, threads, [&] {
-        return [&, bad](std::size_t i) {
-          if (i == bad) throw Failure(kOperationFailed, "bad");
-          return [&order, i] { order.push_back(i); };
-        };
-      });
-    };
-    run(6, 99);
-    EXPECT_EQ(order, (std::vector<std::size_t>{0, 1, 2, 3, 4, 5}));
-    order.clear();
-    EXPECT_THROW(run(6, 2), Failure);
-    EXPECT_EQ(order, (std::vector<std::size_t>{0, 1}));
-    run(0, 0);
   }
 }
 

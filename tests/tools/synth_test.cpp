@@ -55,33 +55,6 @@ TEST(Synth, DefectsAreWhereTheyAreSaidToBeAndNowhereElse) {
   }
 }
 
-// Noise of the asked deviation around the same picture, and light that falls off to a corner.
-TEST(Synth, NoiseAndLightAreAsAsked) {
-  SynthOptions options = Clean("label");
-  const ImageValue clean = Synthesise(options).image;
-  options.noise = 5;
-  const ImageValue noisy = Synthesise(options).image;
-  double sum = 0;
-  double squares = 0;
-  int count = 0;
-  for (int i = 0; i < 600 * 450; ++i) {
-    const int level = clean.Row(i / 600)[i % 600];
-    // Away from the ends of the range, where the noise is cut.
-    if (level < 30 || level > 225) continue;
-    const int difference = noisy.Row(i / 600)[i % 600] - level;
-    sum += difference;
-    squares += difference * difference;
-    ++count;
-  }
-  ASSERT_GT(count, 10000);
-  EXPECT_NEAR(sum / count, 0, 0.1);
-  EXPECT_NEAR(squares / count, 25, 1.5);
-
-  options.noise = 0;
-  options.light = 50;
-  EXPECT_NEAR(Synthesise(options).image.Row(449)[599], clean.Row(449)[599] / 2.0, 1);
-}
-
 class SynthFiles : public ToolTest {};
 
 TEST_F(SynthFiles, TheCommandWritesThePictureAndPrintsItsDefects) {

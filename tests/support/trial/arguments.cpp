@@ -25,6 +25,13 @@ unsigned short SwapWord(unsigned short value) {
   return static_cast<unsigned short>((value >> 8) | (value << 8));
 }
 
+class TurnColour : public LxColorLookup {
+ public:
+  void Transform(LxC24 colour, LxC24& result) override {
+    result = {colour.c1, colour.c2, MirrorByte(colour.c0)};
+  }
+};
+
 constexpr std::array<catalogue::ByteFunction, 2> kByteFunctions = {MirrorByte, SquareByte};
 constexpr std::array<catalogue::WordFunction, 2> kWordFunctions = {MirrorWord, SwapWord};
 
@@ -123,7 +130,7 @@ void Arguments::SetKernel(std::size_t index, std::shared_ptr<LxKernel> kernel) {
 
 void Arguments::SetNull(std::size_t index) {
   slots[index] = {};
-  values[index] = NullOf(operation->parameters[index].kind);
+  values[index] = catalogue::NullOf(operation->parameters[index].kind);
 }
 
 void Arguments::Reset() {
@@ -246,6 +253,12 @@ void Arguments::SetTable(std::size_t index, Random& random) {
       const auto table = MakeTable<unsigned short>(65536, random);
       slots[index].owner = table;
       values[index] = table->data();
+      break;
+    }
+    case Kind::kColourLookup: {
+      const auto lookup = std::make_shared<TurnColour>();
+      slots[index].owner = lookup;
+      values[index] = lookup.get();
       break;
     }
     case Kind::kByteFunction:

@@ -13,10 +13,8 @@ namespace lx::test {
 namespace {
 
 using catalogue::Argument;
-using catalogue::ByteFunction;
 using catalogue::Kind;
 using catalogue::Parameter;
-using catalogue::WordFunction;
 
 // How a kind of vector is made and read.
 struct VectorType {
@@ -174,18 +172,6 @@ Elements DrawUntyped(const Parameter& parameter, Random& random) {
 VectorObject MakeVector(Kind kind, const Elements& content) { return TypeOf(kind).make(content); }
 
 Elements ReadVector(Kind kind, const Argument& vector) { return TypeOf(kind).read(vector); }
-
-Argument NullOf(Kind kind) {
-  switch (kind) {
-#define LX_NULL(name, type) \
-  case Kind::name:          \
-    return static_cast<type>(nullptr);
-    LX_POINTER_KINDS(LX_NULL)
-#undef LX_NULL
-    default:
-      return static_cast<LxGenericROI*>(nullptr);
-  }
-}
 
 Elements DrawElements(const Parameter& parameter, Random& random) {
   if (parameter.kind == Kind::kVector) return DrawUntyped(parameter, random);

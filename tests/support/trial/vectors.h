@@ -34,8 +34,6 @@ struct VectorObject {
 VectorObject MakeVector(catalogue::Kind kind, const Elements& content);
 /// The content of a vector.
 Elements ReadVector(catalogue::Kind kind, const catalogue::Argument& vector);
-/// A null for a parameter of any pointer kind.
-catalogue::Argument NullOf(catalogue::Kind kind);
 
 /// Content for a parameter: as many elements as it may have, or as chance has it.
 Elements DrawElements(const catalogue::Parameter& parameter, Random& random);

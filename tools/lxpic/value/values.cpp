@@ -101,7 +101,7 @@ Value TableOf(const TableKind& table, const Numbers& numbers) {
 
 Value ReadValue(const Parameter& parameter, const std::string& word) {
   try {
-    if (parameter.whenNull && word == kNullWord) return {NullOf(parameter.kind), {}, {}};
+    if (parameter.whenNull && word == kNullWord) return {catalogue::NullOf(parameter.kind), {}, {}};
     const KindReader* const reader = FindReader(parameter);
     if (reader == nullptr) throw Failure(kWrongUsage, kNoWords);
     return reader->read(parameter, word);
@@ -125,7 +125,7 @@ Value FitValue(const Parameter& parameter, const Value& value) {
 
 Value LeftOutValue(const Parameter& parameter) {
   const double value = parameter.leftOut->value;
-  if (IsPointer(parameter.kind)) return {NullOf(parameter.kind), {}, {}};
+  if (catalogue::IsPointer(parameter.kind)) return {catalogue::NullOf(parameter.kind), {}, {}};
   // A number may be one that stands for something, outside the range of those that are written.
   if (catalogue::IsNumber(parameter.kind)) return ScalarValue(value);
   return ReadValue(parameter, NumberText(value));

@@ -13,9 +13,7 @@ namespace lx::tool {
 
 namespace {
 
-using catalogue::ByteFunction;
 using catalogue::Kind;
-using catalogue::WordFunction;
 
 // An element as its fields. The primary template is for plain numbers.
 template <class Element>
@@ -127,20 +125,6 @@ const Entry* Find(const std::array<Entry, count>& entries, Kind kind) {
 }
 
 }  // namespace
-
-catalogue::Argument NullOf(Kind kind) {
-  switch (kind) {
-#define LX_NULL(name, type) \
-  case Kind::name:          \
-    return static_cast<type>(nullptr);
-    LX_POINTER_KINDS(LX_NULL)
-#undef LX_NULL
-    default:
-      return 0.0;
-  }
-}
-
-bool IsPointer(Kind kind) { return !std::holds_alternative<double>(NullOf(kind)); }
 
 const TableKind* FindTableKind(Kind kind) { return Find(kTableKinds, kind); }
 

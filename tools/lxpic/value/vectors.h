@@ -18,11 +18,6 @@ struct TableKind {
 /// Null for a kind that is no table.
 const TableKind* FindTableKind(catalogue::Kind kind);
 
-/// Whether values of this kind are pointers to something else than a region.
-bool IsPointer(catalogue::Kind kind);
-/// A null of the kind; a number where it is no pointer.
-catalogue::Argument NullOf(catalogue::Kind kind);
-
 /// An empty vector of this kind, whose content can be read as numbers. Without an owner for a kind
 /// that no operation fills.
 Value MakeEmptyVector(catalogue::Kind kind);
