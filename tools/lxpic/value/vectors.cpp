@@ -79,16 +79,19 @@ Value MakeRawTable(const std::vector<unsigned>& entries) {
 // A plain function cannot carry a table, so the one that is passed looks here. It serves one step
 // at a time: a step runs before the words of the next are read, on the same thread.
 template <class Element>
-thread_local std::vector<Element> functionTable;
+std::vector<Element>& FunctionTable() {
+  thread_local std::vector<Element> table;
+  return table;
+}
 
 template <class Element>
 Element LookUp(Element in) {
-  return functionTable<Element>[in];
+  return FunctionTable<Element>()[in];
 }
 
 template <class Element>
 Value MakeFunction(const std::vector<unsigned>& entries) {
-  functionTable<Element> = FullTable<Element>(entries);
+  FunctionTable<Element>() = FullTable<Element>(entries);
   return {&LookUp<Element>, {}, {}};
 }
 
