@@ -49,18 +49,23 @@ struct FilterKernel<LxC24> {
   static constexpr std::size_t kElementBytes = 1;
 };
 
-// destination = filter(source), `passes` (1 to kMostPasses) times over. Sets
-// LX_ERROR_ALLOCATION_FAILED when there is no scratch memory.
 template <class T>
-void ApplyFilter(Filter filter, Path path, const LxROI<T>* source, const LxROI<T>* destination,
-                 std::size_t passes = 1) {
-  using Kernel = FilterKernel<T>;
+Neighbourhood FilterMapOf(Filter filter, Path path, const LxROI<T>* source,
+                          const LxROI<T>* destination) {
   Neighbourhood map = NeighbourhoodOf(destination, source);
-  if (map.elements == 0 || map.height == 0) return;
   map.path = path;
   map.border = BorderOf<T>(filter, path, SamePixels(source, destination));
-  const Scratch<std::uint8_t> scratch(passes * FilterScratch(map, Kernel::kElementBytes));
-  if (scratch) Kernel::kRun(filter, map, passes, scratch.get());
+  return map;
+}
+
+// destination = filter(source). Sets LX_ERROR_ALLOCATION_FAILED when there is no scratch memory.
+template <class T>
+void ApplyFilter(Filter filter, Path path, const LxROI<T>* source, const LxROI<T>* destination) {
+  using Kernel = FilterKernel<T>;
+  const Neighbourhood map = FilterMapOf(filter, path, source, destination);
+  if (map.elements == 0 || map.height == 0) return;
+  const Scratch<std::uint8_t> scratch(FilterScratch(map, Kernel::kElementBytes));
+  if (scratch) Kernel::kRun(filter, map, 1, scratch.get());
 }
 
 }  // namespace lx::convolution

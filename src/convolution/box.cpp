@@ -70,17 +70,16 @@ bool WideMean(const Window& window) {
   });
 }
 
+__extension__ using Uint128 = unsigned __int128;
+
 template <typename T>
 bool WideDeviation(const Window& window) {
   const std::uint64_t count = window.Count();
-  const bool fits =
-      count < (std::uint64_t{1} << 17);  // count^2 times the largest variance, in 64 bits
+  // The square of the count times the largest variance fits 64 bits.
+  const bool fits = count < (std::uint64_t{1} << 17);
   return RunWide<T>(window, [=](std::uint64_t sum, std::uint64_t squares) {
-    const auto radicand =
-        fits ? static_cast<float>(count * squares - sum * sum)
-             : static_cast<float>(static_cast<long double>(count) *
-                                      static_cast<long double>(squares) -
-                                  static_cast<long double>(sum) * static_cast<long double>(sum));
+    const auto radicand = fits ? static_cast<float>(count * squares - sum * sum)
+                               : static_cast<float>(Uint128{count} * squares - Uint128{sum} * sum);
     return static_cast<T>(std::sqrt(radicand) / static_cast<float>(count));
   });
 }

@@ -174,17 +174,25 @@ void LxKernel::SetKernelData(float k00, float k10, float k20, float k30, float k
 
 namespace {
 
-bool IsElement(const float* data, int x, int y, int sizeX, int sizeY) {
+struct Grid {
+  int columns;
+  int rows;
+  unsigned capacity;  // elements of the storage, which a growth that failed leaves behind the sizes
+};
+
+bool IsElement(const float* data, const Grid& grid, int x, int y) {
   return lx::Require(data != nullptr, LX_ERROR_KERNEL_NOT_ALLOCATED) &&
-         lx::Require(x >= 0 && x < sizeX, LX_ERROR_ARGUMENT_1_OUT_OF_RANGE) &&
-         lx::Require(y >= 0 && y < sizeY, LX_ERROR_ARGUMENT_2_OUT_OF_RANGE);
+         lx::Require(x >= 0 && x < grid.columns, LX_ERROR_ARGUMENT_1_OUT_OF_RANGE) &&
+         lx::Require(y >= 0 && y < grid.rows, LX_ERROR_ARGUMENT_2_OUT_OF_RANGE) &&
+         lx::Require(static_cast<unsigned>(y * grid.columns + x) < grid.capacity,
+                     LX_ERROR_KERNEL_NOT_ALLOCATED);
 }
 
 }  // namespace
 
 void LxKernel::GetKernelData(int x, int y, float& value) {
   Member("LxKernel::GetKernelData", [&] {
-    if (!IsElement(m_pData, x, y, m_n16SizeX, m_n16SizeY)) return false;
+    if (!IsElement(m_pData, {m_n16SizeX, m_n16SizeY, m_un32AllocatedSize}, x, y)) return false;
     value = m_pData[y * m_n16SizeX + x];
     return true;
   });
@@ -192,7 +200,7 @@ void LxKernel::GetKernelData(int x, int y, float& value) {
 
 void LxKernel::SetKernelData(int x, int y, float value) {
   Member("LxKernel::SetKernelData", [&] {
-    if (!IsElement(m_pData, x, y, m_n16SizeX, m_n16SizeY)) return false;
+    if (!IsElement(m_pData, {m_n16SizeX, m_n16SizeY, m_un32AllocatedSize}, x, y)) return false;
     m_pData[y * m_n16SizeX + x] = value;
     return true;
   });

@@ -30,22 +30,32 @@ struct Source {
   bool IsFixedSize() const { return IsSquare(3) || IsSquare(5) || IsSquare(7); }
 };
 
-// Reads the kernel; the getters reset the error state, which has no error here.
-bool ReadKernel(LxKernel* kernel, Source& source) {
-  if (kernel == nullptr || kernel->GetDataPtr() == nullptr) {
-    LxSetError(LX_ERROR_KERNEL_NO_DATA);
-    return false;
-  }
-  const int x = kernel->GetSizeX();
-  const int y = kernel->GetSizeY();
-  const bool good =
-      x > 0 && y > 0 &&
-      static_cast<unsigned>(x) * static_cast<unsigned>(y) <= kernel->GetAllocatedSize();
-  if (!Require(good, LX_ERROR_UNSUPPORTED_KERNEL_SIZE)) return false;
-  source = {static_cast<std::size_t>(x), static_cast<std::size_t>(y), kernel->GetDataPtr(),
-            kernel->GetGain(),           kernel->GetOffset(),         kernel->GetRectifier(),
-            kernel->GetOutsideValue()};
-  return true;
+// The kernel, which is there, as it is. The getters reset the error state, which has no error here.
+Source SourceOf(LxKernel& kernel) {
+  const auto size = [](short cells) { return static_cast<std::size_t>(std::max<short>(cells, 0)); };
+  return {size(kernel.GetSizeX()), size(kernel.GetSizeY()), kernel.GetDataPtr(),
+          kernel.GetGain(),        kernel.GetOffset(),      kernel.GetRectifier(),
+          kernel.GetOutsideValue()};
+}
+
+bool HasData(LxKernel* kernel) {
+  return Require(kernel != nullptr && kernel->GetDataPtr() != nullptr, LX_ERROR_KERNEL_NO_DATA);
+}
+
+// The sizes say something, and the storage holds it.
+bool HasSize(LxKernel& kernel) {
+  const std::size_t count = SourceOf(kernel).Count();
+  return Require(count > 0 && count <= kernel.GetAllocatedSize(), LX_ERROR_UNSUPPORTED_KERNEL_SIZE);
+}
+
+bool IsUsable(LxKernel* kernel) { return HasData(kernel) && HasSize(*kernel); }
+
+// A symmetric kernel: there, with a rectifier, of a size that has a worker, and with storage.
+bool IsSymmetric(LxKernel* kernel) {
+  return Require(kernel != nullptr, LX_ERROR_KERNEL_NO_DATA) &&
+         Require(kernel->GetRectifier() != RECTIFIER_NONE, LX_ERROR_KERNEL_RECTIFIER) &&
+         Require(SourceOf(*kernel).IsFixedSize(), LX_ERROR_UNSUPPORTED_KERNEL_SIZE) &&
+         IsUsable(kernel);
 }
 
 // The stored gain, divided by the sum of the coefficients unless they cancel out.
@@ -175,18 +185,44 @@ void RunFixed(const FixedKernel& kernel, const char* const (&names)[3], LxROI<T>
   if (!Workers<T>::kFixed(image, kernel)) LxTraceError(names[kernel.size / 2 - 1]);
 }
 
+// The columns or rows of a kernel that meet the region at some pixel, and how many of them lie
+// before the pixel.
+struct Reach {
+  std::size_t first;
+  std::size_t count;
+  std::size_t before;
+
+  Reach(std::size_t cells, std::size_t length)
+      : first(cells / 2 - std::min(cells / 2, length - 1)),
+        count(std::min(cells, cells / 2 + length) - first),
+        before(cells / 2 - first) {}
+
+  bool Has(std::size_t cell) const { return cell - first < count; }
+};
+
+// Cells that never meet the region are outside at every pixel: what they add is added once, first.
 template <class T>
 void RunReal(const Source& kernel, LxROI<T>* source, LxROI<T>* destination) {
   const ComponentImage image = ComponentImageOf(destination, source);
   if (image.width == 0 || image.height == 0) return;
-  const std::size_t count = kernel.Count();
-  const Scratch<float> scaled(count);
+  const Reach columns(kernel.sizeX, image.width);
+  const Reach rows(kernel.sizeY, image.height);
+  const Scratch<float> scaled(columns.count * rows.count);
   if (!scaled) return;
   const float gain = EffectiveGain(kernel);
-  std::transform(kernel.coefficients, kernel.coefficients + count, scaled.get(),
-                 [gain](float k) { return k * gain; });
-  Workers<T>::kReal(image, {kernel.sizeX, kernel.sizeY, scaled.get(),
-                            static_cast<float>(kernel.outside), kernel.offset, kernel.rectifier});
+  RealKernel real{columns.count, rows.count,      columns.before,
+                  rows.before,   scaled.get(),    static_cast<float>(kernel.outside),
+                  kernel.offset, kernel.rectifier};
+  float* next = scaled.get();
+  for (std::size_t i = 0; i < kernel.Count(); ++i) {
+    const float coefficient = kernel.coefficients[i] * gain;
+    if (rows.Has(i / kernel.sizeX) && columns.Has(i % kernel.sizeX)) {
+      *next++ = coefficient;
+    } else {
+      real.start += coefficient * real.outside;
+    }
+  }
+  Workers<T>::kReal(image, real);
 }
 
 bool IsRectifier(short rectifier) {
@@ -197,8 +233,8 @@ bool IsRectifier(short rectifier) {
 // Regions are usable; a missing destination is null.
 template <class T>
 void Convolve(LxROI<T>* source, LxROI<T>* destination, LxKernel* given) {
-  Source kernel{};
-  if (!ReadKernel(given, kernel)) return;
+  if (!IsUsable(given)) return;
+  const Source kernel = SourceOf(*given);
   if (kernel.rectifier == RECTIFIER_POSITIVE && kernel.IsSquare(3)) {
     LxROI<T>* const to = destination == nullptr ? source : destination;
     RunFixed(WithEightBits(kernel), Workers<T>::kNames, source, to);
@@ -216,10 +252,8 @@ void Convolve(LxROI<T>* source, LxROI<T>* destination, LxKernel* given) {
 
 template <class T>
 void ConvolveSymmetric(LxROI<T>* source, LxROI<T>* destination, LxKernel* given) {
-  Source kernel{};
-  if (!ReadKernel(given, kernel)) return;
-  if (!Require(kernel.rectifier != RECTIFIER_NONE, LX_ERROR_KERNEL_RECTIFIER)) return;
-  if (!Require(kernel.IsFixedSize(), LX_ERROR_UNSUPPORTED_KERNEL_SIZE)) return;
+  if (!IsSymmetric(given) || !UsableApart(source, destination)) return;
+  const Source kernel = SourceOf(*given);
   if (!IsRectifier(kernel.rectifier)) return;
   const auto fixed = WithFifteenBits(kernel, SymmetricGain(kernel), [&](std::size_t i) {
     return SymmetricCoefficient(kernel, i);
@@ -256,15 +290,12 @@ void PicConvolKernel(LxROI<LxC24>* source, LxROI<LxC24>* destination, LxKernel* 
 }
 
 void PicConvolSymmetricKernel(LxROI<LxBW8>* source, LxROI<LxBW8>* destination, LxKernel* kernel) {
-  RunOperation("PicConvolSymmetricKernel", [&] {
-    if (UsableApart(source, destination)) ConvolveSymmetric(source, destination, kernel);
-  });
+  RunOperation("PicConvolSymmetricKernel", [&] { ConvolveSymmetric(source, destination, kernel); });
 }
 
 void PicConvolSymmetricKernel(LxROI<LxBW16>* source, LxROI<LxBW16>* destination, LxKernel* kernel) {
-  RunOperation("PicConvolSymmetricKernel BW16", [&] {
-    if (UsableApart(source, destination)) ConvolveSymmetric(source, destination, kernel);
-  });
+  RunOperation("PicConvolSymmetricKernel BW16",
+               [&] { ConvolveSymmetric(source, destination, kernel); });
 }
 
 void PicConvolSymmetricKernel(LxROI<LxC24>* source, LxROI<LxC24>* destination, LxKernel* kernel) {

@@ -19,30 +19,38 @@ using namespace lx::HWY_NAMESPACE;
 
 namespace {
 
-// Truncated, rectified, moved by the offset modulo 2^32, and clipped.
+template <class D>
+HWY_INLINE hn::Vec<D> Rectify(D d, hn::Vec<D> v, int rectifier) {
+  switch (rectifier) {
+    case 1:
+      return hn::Max(hn::Neg(v), hn::Zero(d));
+    case 2:
+      return hn::Max(v, hn::Zero(d));
+    case 3:
+      return hn::Abs(v);
+    default:
+      return v;
+  }
+}
+
+// Truncated, rectified, moved by the offset modulo 2^32, and clipped. What is no number counts as 0,
+// and what leaves 32 bits ends at 0 or at the largest pixel whatever the offset.
 template <typename T, class D>
 HWY_INLINE hn::Vec<hn::Rebind<T, D>> Finish(D d, hn::Vec<D> sum, const RealKernel& kernel) {
   const hn::Rebind<std::int32_t, D> whole;
-  // What is no number counts as 0, and what is far outside stays there whatever the offset.
   const auto number = hn::IfThenElseZero(hn::Eq(sum, sum), sum);
-  const auto far = hn::Set(d, 1073741824.0F);
-  auto v = hn::ConvertTo(whole, hn::Max(hn::Min(number, far), hn::Neg(far)));
-  switch (kernel.rectifier) {
-    case 1:
-      v = hn::Max(hn::Neg(v), hn::Zero(whole));
-      break;
-    case 2:
-      v = hn::Max(v, hn::Zero(whole));
-      break;
-    case 3:
-      v = hn::Abs(v);
-      break;
-    default:
-      break;
-  }
-  v = hn::Add(v, hn::Set(whole, static_cast<std::int32_t>(kernel.offset)));
+  const auto rectified = Rectify(d, hn::Trunc(number), kernel.rectifier);
+  const auto most = hn::Set(d, 2147483648.0F);
+  const auto least = hn::Neg(most);
+  // The largest number below 2^31 is 128 less.
+  const auto near = hn::Max(hn::Min(rectified, hn::Set(d, 2147483520.0F)), least);
+  const auto offset = hn::Set(whole, static_cast<std::int32_t>(kernel.offset));
+  const auto largest = hn::Set(whole, hwy::LimitsMax<T>());
+  auto v = hn::Add(hn::ConvertTo(whole, near), offset);
+  v = hn::IfThenElse(hn::RebindMask(whole, hn::Ge(rectified, most)), largest, v);
+  v = hn::IfThenZeroElse(hn::RebindMask(whole, hn::Lt(rectified, least)), v);
   // The conversion saturates only what fits 16 bits.
-  v = hn::Min(hn::Max(v, hn::Zero(whole)), hn::Set(whole, hwy::LimitsMax<T>()));
+  v = hn::Min(hn::Max(v, hn::Zero(whole)), largest);
   return hn::DemoteTo(hn::Rebind<T, D>(), v);
 }
 
@@ -51,7 +59,7 @@ void Row(const RealKernel& kernel, const float* const* taps, std::size_t width, 
   const hn::ScalableTag<float> d;
   const hn::Rebind<T, decltype(d)> narrow;
   ForEachVector(d, width, [&](std::size_t x, auto access) HWY_ATTR {
-    auto sum = hn::Zero(d);
+    auto sum = hn::Set(d, kernel.start);
     const float* coefficient = kernel.coefficients;
     for (std::size_t j = 0; j < kernel.sizeY; ++j) {
       for (std::size_t i = 0; i < kernel.sizeX; ++i) {
@@ -69,12 +77,11 @@ void LoadRow(const ComponentImage& image, const RealKernel& kernel, const RealMe
   const hn::ScalableTag<float> d;
   const hn::Rebind<std::int32_t, decltype(d)> whole;
   const hn::Rebind<T, decltype(d)> narrow;
-  const std::size_t left = kernel.sizeX / 2;
   T* const input = static_cast<T*>(memory.input);
   LoadComponents(image, y, input, memory.stride, 0, 0);
   for (std::size_t c = 0; c < image.components; ++c) {
     float* const row = memory.rows + (y % memory.slots * image.components + c) * memory.stride;
-    float* const pixels = row + left;
+    float* const pixels = row + kernel.left;
     for (std::size_t x = 0; x < image.width; x += hn::Lanes(d)) {
       const auto loaded = hn::LoadU(narrow, input + c * memory.stride + x);
       hn::StoreU(hn::ConvertTo(d, hn::PromoteTo(whole, loaded)), d, pixels + x);
@@ -86,8 +93,7 @@ void LoadRow(const ComponentImage& image, const RealKernel& kernel, const RealMe
 
 template <typename T>
 void Run(const ComponentImage& image, const RealKernel& kernel, const RealMemory& memory) {
-  const std::size_t above = kernel.sizeY / 2;
-  const std::size_t below = kernel.sizeY - 1 - above;
+  const std::size_t below = kernel.sizeY - 1 - kernel.above;
   T* const output = static_cast<T*>(memory.output);
   std::fill(memory.outside, memory.outside + memory.stride, kernel.outside);
   std::size_t loaded = 0;
@@ -97,7 +103,7 @@ void Run(const ComponentImage& image, const RealKernel& kernel, const RealMemory
     }
     for (std::size_t c = 0; c < image.components; ++c) {
       for (std::size_t j = 0; j < kernel.sizeY; ++j) {
-        const std::size_t row = y + j - above;  // wraps above the image, and so is beyond it
+        const std::size_t row = y + j - kernel.above;  // wraps above the image, and so is beyond it
         const std::size_t at = (row % memory.slots * image.components + c) * memory.stride;
         memory.taps[j] = row < image.height ? memory.rows + at : memory.outside;
       }

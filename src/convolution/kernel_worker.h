@@ -18,15 +18,19 @@ struct FixedKernel {
   bool absolute = false;  // the magnitude; otherwise negative results become 0
 };
 
-// A kernel of any size in single precision: the sum in row order, truncated, rectified, moved by
-// the offset and clipped; pixels outside the image are `outside`.
+// A kernel of any size in single precision: `start` plus the sum in row order, truncated, rectified,
+// moved by the offset and clipped; pixels outside the image are `outside`. The pixel lies under
+// column `left` and row `above`.
 struct RealKernel {
   std::size_t sizeX = 0;
   std::size_t sizeY = 0;
+  std::size_t left = 0;
+  std::size_t above = 0;
   const float* coefficients = nullptr;
   float outside = 0;
   std::uint32_t offset = 0;
   int rectifier = 0;
+  float start = 0;
 };
 
 // Each returns false when there is no scratch memory. FixedBytes() and FixedWords() work in place.

@@ -44,19 +44,15 @@ struct StepTraces<LxBW16> {
 template <>
 struct StepTraces<LxC24> : StepTraces<LxBW8> {};
 
-// A pass of a filter, and what it is called when it fails inside an operation.
-struct Pass {
-  Filter filter;
-  const char* trace;
-  Path path;
-};
+// Traces the name of a step that failed.
+void TraceStep(const char* trace) {
+  if (LxGetError() != LX_OK) LxTraceError(trace);
+}
 
 template <class T>
-bool Step(const Pass& pass, LxROI<T>* source, LxROI<T>* destination, std::size_t passes = 1) {
-  ApplyFilter(pass.filter, pass.path, source, destination, passes);
-  if (LxGetError() == LX_OK) return true;
-  LxTraceError(pass.trace);
-  return false;
+void Step(Filter filter, const char* trace, LxROI<T>* source, LxROI<T>* destination) {
+  ApplyFilter(filter, CurrentPath(), source, destination);
+  TraceStep(trace);
 }
 
 // Box mean
@@ -86,15 +82,14 @@ void RunUniform(const char* trace, LxROI<T>* source, LxROI<T>* destination, unsi
     if (halfY == kSameAsX) halfY = halfX;
     LxROI<T>* const to = destination == nullptr ? source : destination;
     using Traces = StepTraces<T>;
-    const Path path = CurrentPath();
     if (halfX == 0 && halfY == 0) {
       PicOper(ARITH_LOGIC_COPY, source, to);
     } else if (halfX == 1 && halfY == 0) {
-      Step({Filter::kUniformX, Traces::kUniformX, path}, source, to);
+      Step(Filter::kUniformX, Traces::kUniformX, source, to);
     } else if (halfX == 0 && halfY == 1) {
-      Step({Filter::kUniformY, Traces::kUniformY, path}, source, to);
+      Step(Filter::kUniformY, Traces::kUniformY, source, to);
     } else if (halfX == 1 && halfY == 1) {
-      Step({Filter::kUniform, Traces::kUniform, path}, source, to);
+      Step(Filter::kUniform, Traces::kUniform, source, to);
     } else if (sizeof(T) == 3 || UsableApart(source, destination)) {
       if (!IsEmpty(source)) Box(source, to, halfX, halfY);
     }
@@ -103,43 +98,68 @@ void RunUniform(const char* trace, LxROI<T>* source, LxROI<T>* destination, unsi
 
 // Gaussian smoothing
 
-// Whether one more pass leaves every pixel as it is. There may be billions of passes to come, each
-// of which would do as little.
+// Repeats filters between two regions that are not empty, in memory that is taken before anything is
+// written.
 template <class T>
-bool IsSettled(const Pass& pass, LxROI<T>* region) {
-  const std::size_t rowBytes = std::size_t{region->GetWidth()} * sizeof(T);
-  const Scratch<std::uint8_t> before(rowBytes * region->GetHeight());
-  if (!before) return true;
-  const Rows rows = RowsOf(region);
-  for (std::size_t y = 0; y < region->GetHeight(); ++y) {
-    std::memcpy(before.get() + y * rowBytes, rows.Row<std::uint8_t>(y), rowBytes);
-  }
-  if (!Step(pass, region, region)) return true;
-  for (std::size_t y = 0; y < region->GetHeight(); ++y) {
-    if (std::memcmp(before.get() + y * rowBytes, rows.Row<std::uint8_t>(y), rowBytes) != 0)
-      return false;
-  }
-  return true;
-}
+class Repeater {
+ public:
+  Repeater(LxROI<T>* source, LxROI<T>* destination, std::size_t passes)
+      : source_(source),
+        destination_(destination),
+        rowBytes_(std::size_t{source->GetWidth()} * sizeof(T)),
+        scratch_(std::min(passes, kMostPasses) *
+                 FilterScratch(NeighbourhoodOf(destination, source), Kernel::kElementBytes)),
+        before_(passes > kBetweenLooks ? rowBytes_ * source->GetHeight() : 0) {}
 
-// `passes` passes from the source to the destination.
-template <class T>
-bool Smooth(const Pass& pass, LxROI<T>* source, LxROI<T>* destination, std::size_t passes) {
-  constexpr std::size_t kBetweenLooks = 64;
-  std::size_t untilLook = kBetweenLooks;
-  while (passes > 0) {
-    const std::size_t batch = std::min(passes, kMostPasses);
-    if (!Step(pass, source, destination, batch)) return false;
-    source = destination;
-    passes -= batch;
-    untilLook -= std::min(untilLook, batch);
-    if (passes == 0 || untilLook > 0) continue;
-    if (IsSettled(pass, destination)) break;
-    --passes;
-    untilLook = kBetweenLooks;
+  explicit operator bool() const { return scratch_ && before_; }
+
+  // `passes` passes, the first of all from the source and the others on the destination. Looks now
+  // and then whether a pass still changes something, as there may be billions to come.
+  void Run(Filter filter, std::size_t passes) {
+    std::size_t untilLook = kBetweenLooks;
+    while (passes > 0) {
+      const std::size_t batch = std::min(passes, kMostPasses);
+      Pass(filter, batch);
+      passes -= batch;
+      untilLook -= std::min(untilLook, batch);
+      if (passes == 0 || untilLook > 0) continue;
+      if (IsSettled(filter)) break;
+      --passes;
+      untilLook = kBetweenLooks;
+    }
   }
-  return LxGetError() == LX_OK;
-}
+
+ private:
+  using Kernel = FilterKernel<T>;
+  static constexpr std::size_t kBetweenLooks = 64;
+
+  void Pass(Filter filter, std::size_t passes) {
+    Kernel::kRun(filter, FilterMapOf(filter, path_, source_, destination_), passes, scratch_.get());
+    source_ = destination_;
+  }
+
+  // Whether one more pass leaves every pixel as it is.
+  bool IsSettled(Filter filter) {
+    const Rows rows = RowsOf(destination_);
+    const std::size_t height = destination_->GetHeight();
+    for (std::size_t y = 0; y < height; ++y) {
+      std::memcpy(before_.get() + y * rowBytes_, rows.Row<std::uint8_t>(y), rowBytes_);
+    }
+    Pass(filter, 1);
+    for (std::size_t y = 0; y < height; ++y) {
+      const auto* const row = rows.Row<std::uint8_t>(y);
+      if (std::memcmp(before_.get() + y * rowBytes_, row, rowBytes_) != 0) return false;
+    }
+    return true;
+  }
+
+  Path path_ = CurrentPath();
+  LxROI<T>* source_;
+  LxROI<T>* destination_;
+  std::size_t rowBytes_;
+  Scratch<std::uint8_t> scratch_;
+  Scratch<std::uint8_t> before_;
+};
 
 template <class T>
 void RunGaussian(const char* trace, LxROI<T>* source, LxROI<T>* destination, unsigned halfX,
@@ -149,16 +169,19 @@ void RunGaussian(const char* trace, LxROI<T>* source, LxROI<T>* destination, uns
     if (halfY == kSameAsX) halfY = halfX;
     LxROI<T>* const to = destination == nullptr ? source : destination;
     if (IsEmpty(source)) return;
-    if (halfX == 0 && halfY == 0) PicOper(ARITH_LOGIC_COPY, source, to);
+    if (halfX == 0 && halfY == 0) return PicOper(ARITH_LOGIC_COPY, source, to);
     using Traces = StepTraces<T>;
-    const Path path = CurrentPath();
     const unsigned both = std::min(halfX, halfY);
-    if (!Smooth({Filter::kGaussian, Traces::kGaussian, path}, source, to, both)) return;
-    LxROI<T>* const from = both > 0 ? to : source;
-    const Pass inRows = {Filter::kGaussianX, Traces::kGaussianX, path};
-    const Pass inColumns = {Filter::kGaussianY, Traces::kGaussianY, path};
-    if (halfX > both) Smooth(inRows, from, to, halfX - both);
-    if (halfY > both) Smooth(inColumns, from, to, halfY - both);
+    Repeater<T> repeater(source, to, std::max(halfX, halfY));
+    if (!repeater) {
+      // Named by the step that wanted it first.
+      return TraceStep(both > 0    ? Traces::kGaussian
+                       : halfX > 0 ? Traces::kGaussianX
+                                   : Traces::kGaussianY);
+    }
+    repeater.Run(Filter::kGaussian, both);
+    repeater.Run(Filter::kGaussianX, halfX - both);
+    repeater.Run(Filter::kGaussianY, halfY - both);
   });
 }
 

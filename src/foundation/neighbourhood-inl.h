@@ -96,10 +96,11 @@ class Pass {
 
   // What stands for the row beyond a border row.
   const T* Beyond(const T* row) const { return border_ == Border::kReplicate ? row : zeros_; }
-  // The same below the last row, which is written while it is fed in place of the row beyond: a
-  // copy.
-  const T* BeyondLast(const T* row) const {
+  // The same below the last row. In place, or after another pass, it is written while it is fed for
+  // the row beyond: a copy. Strips are never in place.
+  const T* BeyondLast(const T* row, bool strips) const {
     if (border_ == Border::kZero) return zeros_;
+    if (strips) return row;
     std::memcpy(unused_, row, width_ * sizeof(T));
     return unused_;
   }
@@ -200,7 +201,8 @@ HWY_INLINE void FeedRow(P& pass, const Neighbourhood& map, const Rows& source, s
     return;
   }
   const T* const from = row < map.height ? source.Row<const T>(row)
-                                         : pass.BeyondLast(source.Row<const T>(map.height - 1));
+                                         : pass.BeyondLast(source.Row<const T>(map.height - 1),
+                                                           end - first < map.elements);
   pass.Feed(from, map.destination.Row<T>(row - 1), first, end);
 }
 

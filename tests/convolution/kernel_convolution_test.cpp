@@ -56,6 +56,23 @@ TEST(KernelConvolution, OffsetsAndRectifiers) {
   EXPECT_EQ(OnConstant(*odd, 100), 70);
 }
 
+// The largest offsets, and sums that they bring into the range of pixels and just beyond it.
+TEST(KernelConvolution, RealSumsMeetTheirOffsets) {
+  const Operation& operation = OperationOn("PicConvolKernel", "LxBW16");
+  for (const double offset : {-2147483648.0, -1073741825.0, -1073741824.0, 1e6, 2147483647.0}) {
+    for (const int rectifier : {RECTIFIER_NONE, RECTIFIER_NEGATIVE, RECTIFIER_ABSOLUTE}) {
+      Arguments call(operation);
+      // A product of 65535 brings the sum to the offset, and a few grey levels around it.
+      const auto kernel = MakeKernel(2, {static_cast<float>(-offset / 65535), 0, 0, 4});
+      kernel->SetGain(static_cast<float>(4 - offset / 65535));  // undoes the normalisation
+      kernel->SetOffset(static_cast<unsigned>(static_cast<std::int64_t>(offset)));
+      kernel->SetRectifier(static_cast<short>(rectifier));
+      call.SetKernel(2, kernel);
+      EXPECT_EQ(CaseFailure(operation, call, {40, 9}, Content::kExtremes), "") << offset;
+    }
+  }
+}
+
 TEST(KernelConvolution, ValuesBeyondEveryRange) {
   const auto real = MakeKernel(4, std::vector<float>(16, 1.0F));
   const auto fixed = StandardKernel();
@@ -76,10 +93,28 @@ TEST(KernelConvolution, ValuesBeyondEveryRange) {
   EXPECT_EQ(result.GetPixel(0, 0), 255);
 }
 
+// Coefficients that cancel out but for a little more, and a little less, than is normalised.
+TEST(KernelConvolution, NormalisesWhatDoesNotCancelOut) {
+  const Operation& operation = OperationOn("PicConvolKernel", "LxBW8");
+  for (const float rest : {5e-5F, 1.1e-5F, 0.9e-5F, 0.0F}) {
+    std::vector<float> coefficients(16, 1 + 2 * rest);
+    std::fill_n(coefficients.begin(), 8, -1.0F);
+    Arguments call(operation);
+    call.SetKernel(2, MakeKernel(4, coefficients));
+    EXPECT_EQ(CaseFailure(operation, call, {9, 9}), "") << rest;
+  }
+}
+
 TEST(KernelConvolution, LargeKernelsAndOnesLargerThanTheImage) {
   for (const char* const pixel : {"LxBW8", "LxBW16", "LxC24"}) {
     const Operation& operation = OperationOn("PicConvolKernel", pixel);
     Random random("large kernels");
+    // Cells far outside cost nothing, however many pixels there are.
+    const auto far = MakeKernel(3001, std::vector<float>(3001 * 1001, 0.01F));
+    far->SetOutsideValue(100);
+    Arguments wide(operation);
+    wide.SetKernel(2, far);
+    EXPECT_EQ(CaseFailure(operation, wide, {2, 1}), "");
     for (const auto& [columns, rows] : {std::pair{33, 2}, std::pair{2, 64}, std::pair{70, 70}}) {
       Arguments call(operation);
       std::vector<float> coefficients(static_cast<std::size_t>(columns * rows));
@@ -161,13 +196,28 @@ TEST(KernelConvolution, Errors) {
                       " PicConvolSymmetricKernel < PicConvolSymmetricKernel ( C24)");
 }
 
-TEST(KernelConvolution, KernelsComeBeforeInPlaceAndRegionsBeforeKernels) {
+TEST(KernelConvolution, OrderOfChecks) {
   LxKernel empty;
   Engine<LxBW8> grey;
   LxImage<LxBW8> other(5, 6);
   EXPECT_EQ(grey.General(nullptr, &empty), "1700 PicConvolKernel BW8");
   EXPECT_EQ(grey.General(&other, nullptr), "1403 PicConvolKernel BW8");
-  EXPECT_EQ(grey.Symmetric(&other, nullptr), "1403 PicConvolSymmetricKernel");
+  EXPECT_EQ(grey.Symmetric(&other, nullptr), "1700 PicConvolSymmetricKernel");
+  EXPECT_EQ(grey.Symmetric(&other, &empty), "1703 PicConvolSymmetricKernel");
+  empty.SetRectifier(RECTIFIER_NONE);
+  EXPECT_EQ(grey.Symmetric(&other, &empty), "1702 PicConvolSymmetricKernel");
+  // Its storage is lost where the image is too small for it, and then too small for the kernel.
+  LxKernel lost(KERNEL_GAUSSIAN);
+  EXPECT_EQ(FailingOutcome([&] { lost.SetSizeX(50); }),
+            "1303 LxKernel::SetAllocatedSize < LxKernel::SetSizeX");
+  EXPECT_EQ(grey.Symmetric(&other, &lost), "1700 PicConvolSymmetricKernel");
+  lost.SetAllocatedSize(1);
+  EXPECT_EQ(grey.Symmetric(&other, &lost), "1703 PicConvolSymmetricKernel");
+  EXPECT_EQ(grey.General(&grey.destination, &lost), "1703 PicConvolKernel BW8");
+  LxKernel good(KERNEL_GAUSSIAN);
+  EXPECT_EQ(grey.Symmetric(nullptr, &good), "1413 PicConvolSymmetricKernel");
+  Engine<LxC24> colour;
+  EXPECT_EQ(colour.Symmetric(nullptr, &empty), "1413 PicConvolSymmetricKernel ( C24)");
 }
 
 TEST(KernelConvolution, EachWorkerHasItsName) {

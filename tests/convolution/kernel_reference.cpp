@@ -28,10 +28,10 @@ const std::vector<Octant>& OctantOf(int size) {
   return size == 3 ? three : size == 5 ? five : seven;
 }
 
-// Truncated toward zero and kept within 32 bits.
-Value Truncated(float value) {
-  const double whole = std::trunc(static_cast<double>(value));
-  return static_cast<Value>(std::clamp<double>(whole, INT32_MIN, INT32_MAX));
+// Truncated toward zero and kept within `limit`, 32 bits unless stated.
+Value Truncated(float value, double limit = 2147483648.0) {
+  const double whole = std::isnan(value) ? 0 : std::trunc(static_cast<double>(value));
+  return static_cast<Value>(std::clamp(whole, -limit, limit - 1));
 }
 
 // What `bits` bits keep of an integer, read as a signed one.
@@ -140,28 +140,37 @@ class Convolution {
     });
   }
 
+  // The cells that meet the image from nowhere come first.
   float RealSumAt(int x, int y, int k) const {
+    const auto meets = [](int distance, int length) { return std::abs(distance) < length; };
     float sum = 0;
+    for (const bool meeting : {false, true}) AddReal(x, y, k, meeting, meets, sum);
+    return sum;
+  }
+
+  template <class Meets>
+  void AddReal(int x, int y, int k, bool meeting, const Meets& meets, float& sum) const {
     for (int j = 0; j < rows; ++j) {
       for (int i = 0; i < columns; ++i) {
         const int column = x + i - columns / 2;
         const int row = y + j - rows / 2;
+        if (meeting != (meets(column - x, source.width) && meets(row - y, source.height))) continue;
         const bool inside = column >= 0 && row >= 0 && column < source.width && row < source.height;
         const float pixel = inside ? static_cast<float>(source.At(column, row, k)) : outside;
         const float scaled = coefficients[static_cast<std::size_t>(j * columns + i)] * gain;
         sum += pixel * scaled;
       }
     }
-    return sum;
   }
 
   void RunReal(Picture& destination) const {
     ForEachComponent(destination, [&](int x, int y, int k) {
-      Value v = Truncated(RealSumAt(x, y, k));
+      Value v = Truncated(RealSumAt(x, y, k), 1e18);
       if (rectifier == 1) v = v < 1 ? -v : 0;
       if (rectifier == 2) v = std::max<Value>(v, 0);
       if (rectifier == 3) v = std::abs(v);
-      return std::clamp<Value>(v + offset, 0, maximum);
+      if (v > INT32_MAX || v < INT32_MIN) return v > 0 ? maximum : 0;
+      return std::clamp<Value>(Wrapped(v + offset, 32), 0, maximum);
     });
   }
 

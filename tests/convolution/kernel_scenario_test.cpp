@@ -78,6 +78,8 @@ float* Element(KernelModel& k, const Arguments& call, Outcome& outcome) {
     outcome.Refuse(LX_ERROR_ARGUMENT_1_OUT_OF_RANGE);
   } else if (y < 0 || y >= k.rows) {
     outcome.Refuse(LX_ERROR_ARGUMENT_2_OUT_OF_RANGE);
+  } else if (static_cast<std::size_t>(y * k.columns + x) >= k.storage.size()) {
+    outcome.Refuse(LX_ERROR_KERNEL_NOT_ALLOCATED);  // since a growth failed
   } else {
     return &k.storage[static_cast<std::size_t>(y * k.columns + x)];
   }

@@ -83,6 +83,20 @@ void Settle(LxImage<LxBW16>& image, unsigned halfX, unsigned halfY) {
   }
 }
 
+// Passes that change nothing in most of the image still change the rest.
+TEST(Gaussian, GoesOnWhileOneCornerChanges) {
+  LxImage<LxBW16> image(400, 3);
+  LxImage<LxBW16> once(400, 3);
+  for (int i = 0; i < 1200; ++i) {
+    const int level = i % 400 < 380 ? 9 : i * 54321 % 65536;
+    image.SetPixel(static_cast<std::uint16_t>(level), i % 400, i / 400);
+  }
+  PicConvolGaussian(&image, &once, 200);
+  for (int i = 0; i < 200; ++i) PicConvolGaussian(&image, &image, 1);
+  for (int i = 0; i < 1200; ++i)
+    ASSERT_EQ(once.GetPixel(i % 400, i / 400), image.GetPixel(i % 400, i / 400));
+}
+
 TEST(Gaussian, BillionsOfPassesEnd) {
   LxImage<LxBW16> image(12, 5);
   LxImage<LxBW16> expected(12, 5);
@@ -137,18 +151,34 @@ TEST(Uniform, WindowsOfMoreThanSixteenMillionPixels) {
   ExpectWholeMean<LxBW16>(2049);
 }
 
-// Sums that only just fit their lanes, and some that do not.
+// Sums that only just fit their lanes, and some that do not: windows of nearly and a little more than
+// 2^16 and 2^17 pixels, and a column or row of them.
 TEST(Uniform, WindowsOnTheEdgeOfTheirSums) {
   for (const char* const pixel : {"LxBW8", "LxBW16"}) {
     for (const char* const function : {"PicConvolUniform", "PicLocalDeviation"}) {
       const Operation& operation = OperationOn(function, pixel);
-      for (const double half : {127, 128, 129, 130}) {
-        for (const Content content : {Content::kConstant, Content::kExtremes, Content::kEdges}) {
-          EXPECT_EQ(NumbersFailure(operation, {half, half}, {270, 3}, content), "");
-          EXPECT_EQ(NumbersFailure(operation, {half, half}, {133, 140}, content), "");
+      const auto expectRight = [&](double half, Size size) {
+        for (const Content content : {Content::kLargest, Content::kExtremes, Content::kEdges}) {
+          EXPECT_EQ(NumbersFailure(operation, {half, half}, size, content), "");
         }
+      };
+      for (const double half : {127, 128, 129}) {
+        expectRight(half, {270, 3});
+        expectRight(half, {131, 132});
       }
+      for (const double half : {180, 181}) expectRight(half, {183, 184});
     }
+  }
+}
+
+// In place rows are gone before they leave the window.
+TEST(Uniform, LargeWindowsOfColoursInPlace) {
+  const Operation& operation = OperationOn("PicConvolUniform", "LxC24");
+  for (const double half : {20, 128, 129}) {
+    EXPECT_EQ(NumbersFailure(operation, {half, half}, {140, 133}, Content::kNoise, Onto::kNone),
+              "");
+    EXPECT_EQ(NumbersFailure(operation, {half, half}, {140, 133}, Content::kNoise, Onto::kFirst),
+              "");
   }
 }
 

@@ -22,7 +22,8 @@
 ///   value writes nothing.
 /// - rectifier 0 or any other size: single precision in row order, pixels outside being the
 /// kernel's
-///   outside value; truncated, rectified, moved by the offset and clipped.
+///   outside value; truncated, rectified, moved by the offset and clipped. Cells of a kernel so large
+///   that they meet the region from no pixel are added first.
 ///
 /// Errors, in this order: regions; LX_ERROR_KERNEL_NO_DATA (a null kernel too);
 /// LX_ERROR_UNSUPPORTED_KERNEL_SIZE (a size below 1); LX_ERROR_DESTINATION_IS_SOURCE, except on the
@@ -40,8 +41,12 @@ LXPIC_API void PicConvolKernel(LxROI<LxC24>* source, LxROI<LxC24>* destination, 
 /// @name Symmetric kernel convolution
 /// The second way above for kernels that are symmetric about both axes and both diagonals, from the
 /// coefficients of one octant: those with x >= y in the top left quadrant. The others are ignored.
-/// Never in place. LX_ERROR_KERNEL_RECTIFIER for rectifier 0, LX_ERROR_UNSUPPORTED_KERNEL_SIZE for
-/// any size but 3 × 3, 5 × 5 and 7 × 7.
+/// Never in place.
+///
+/// Errors, in this order: LX_ERROR_KERNEL_NO_DATA for a null kernel; LX_ERROR_KERNEL_RECTIFIER for
+/// rectifier 0; LX_ERROR_UNSUPPORTED_KERNEL_SIZE for any size but 3 × 3, 5 × 5 and 7 × 7;
+/// LX_ERROR_KERNEL_NO_DATA for one without storage; regions; LX_ERROR_DESTINATION_IS_SOURCE;
+/// LX_ERROR_ALLOCATION_FAILED. The colour form checks regions and destination first.
 /// @{
 
 /// Trace "PicConvolSymmetricKernel".

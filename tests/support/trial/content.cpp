@@ -70,6 +70,8 @@ void Fill(Picture& picture, Content content, int index, std::uint64_t level, Ran
     case Content::kSparse:
       std::fill(picture.values.begin(), picture.values.end(), 0);
       return FillSparse(picture, maximum, random);
+    case Content::kLargest:
+      std::fill(picture.values.begin(), picture.values.end(), maximum);
   }
 }
 

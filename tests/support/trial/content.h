@@ -16,7 +16,8 @@ enum class Content {
   kConstant,  ///< one value
   kExtremes,  ///< the ends and the middle of the range, mixed
   kNear,      ///< values within 2 of one level that all pictures of a case share
-  kSparse     ///< mostly zero pixels
+  kSparse,    ///< mostly zero pixels
+  kLargest    ///< the largest value everywhere
 };
 inline constexpr std::array kContents = {Content::kNoise,    Content::kRamp,     Content::kEdges,
                                          Content::kConstant, Content::kExtremes, Content::kNear,
