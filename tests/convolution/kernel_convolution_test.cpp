@@ -214,6 +214,8 @@ TEST(KernelConvolution, OrderOfChecks) {
   lost.SetAllocatedSize(1);
   EXPECT_EQ(grey.Symmetric(&other, &lost), "1703 PicConvolSymmetricKernel");
   EXPECT_EQ(grey.General(&grey.destination, &lost), "1703 PicConvolKernel BW8");
+  lost.SetKernelData(2, 2, 1);
+  EXPECT_EQ(TakeOutcome(), "1704 LxKernel::SetKernelData");
   LxKernel good(KERNEL_GAUSSIAN);
   EXPECT_EQ(grey.Symmetric(nullptr, &good), "1413 PicConvolSymmetricKernel");
   Engine<LxC24> colour;

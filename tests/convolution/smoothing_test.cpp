@@ -97,6 +97,14 @@ TEST(Gaussian, GoesOnWhileOneCornerChanges) {
     ASSERT_EQ(once.GetPixel(i % 400, i / 400), image.GetPixel(i % 400, i / 400));
 }
 
+TEST(Gaussian, HasItsMemoryBeforeItWrites) {
+  Filled<LxBW8> image(9, 9, 1);
+  image.SetPixel(255, 4, 4);
+  const auto scene = [&image] { PicConvolGaussian(&image, &image, 70, 66); };
+  const int failures = FailEachAllocation(scene, [&] { ASSERT_EQ(image.GetPixel(4, 4), 255); });
+  EXPECT_GE(failures, 2);
+}
+
 TEST(Gaussian, BillionsOfPassesEnd) {
   LxImage<LxBW16> image(12, 5);
   LxImage<LxBW16> expected(12, 5);
