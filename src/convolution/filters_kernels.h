@@ -10,7 +10,7 @@ namespace lx::convolution {
 
 // No filter keeps more than two planes.
 inline std::size_t FilterScratch(const Neighbourhood& map, std::size_t elementBytes) {
-  return PassBytes(map, elementBytes, 2);
+  return PassLayout(map, elementBytes, 2).Bytes();
 }
 
 void FilterBytes(Filter filter, const Neighbourhood& map, std::size_t passes,

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// The filters as rules of the 3 × 3 driver. A rule works on wide unsigned lanes; differences wrap
-// and are read as signed. The horizontal step gets the left neighbour, the pixel and the right
-// neighbour; the vertical step gets the planes of the row above, the pixel's row and the row below.
+// The filters as rules of the 3 × 3 driver. Wide lanes are unsigned; differences wrap and are read as
+// signed. The horizontal step gets the pixel with its left and right neighbours; the vertical step
+// gets the planes of the row above, the pixel's row and the row below.
 // Included once for each instruction set.
 
 #if defined(LXPIC_CONVOLUTION_FILTERS_RULES_INL_H_) == defined(HWY_TARGET_TOGGLE)
@@ -18,364 +18,328 @@ namespace lx::convolution::HWY_NAMESPACE {
 
 using namespace lx::HWY_NAMESPACE;
 
-// The largest value of the pixels whose wide lanes `D` holds.
-template <class D>
-HWY_INLINE hn::Vec<D> LargestPixel(D d) {
-  return hn::Set(d, hwy::LimitsMax<hwy::MakeNarrow<hn::TFromD<D>>>());
+template <class V>
+HWY_INLINE V Absolute(V v) {
+  const hn::DFromV<V> d;
+  return hn::BitCast(d, hn::Abs(hn::BitCast(hn::RebindToSigned<decltype(d)>(), v)));
 }
 
-template <class D>
-HWY_INLINE hn::Vec<D> Absolute(D d, hn::Vec<D> v) {
-  const hn::RebindToSigned<D> whole;
-  return hn::BitCast(d, hn::Abs(hn::BitCast(whole, v)));
+// |a - b| in unsigned lanes.
+template <class V>
+HWY_INLINE V Distance(V a, V b) {
+  return hn::Or(hn::SaturatedSub(a, b), hn::SaturatedSub(b, a));
 }
 
-// min(|v|, largest pixel)
-template <class D>
-HWY_INLINE hn::Vec<D> Magnitude(D d, hn::Vec<D> v) {
-  return hn::Min(Absolute(d, v), LargestPixel(d));
-}
-
-// min(|x| + |y|, largest pixel)
-template <class D>
-HWY_INLINE hn::Vec<D> MagnitudeSum(D d, hn::Vec<D> x, hn::Vec<D> y) {
-  return hn::Min(hn::Add(Absolute(d, x), Absolute(d, y)), LargestPixel(d));
+// (a + b) / 2, rounded down.
+template <class V>
+HWY_INLINE V Average(V a, V b) {
+  const auto odd = hn::And(hn::Xor(a, b), hn::Set(hn::DFromV<V>(), 1));
+  return hn::Sub(hn::AverageRound(a, b), odd);
 }
 
 template <class V>
 HWY_INLINE V Sum(V a, V b, V c) {
-  return hn::Add(hn::Add(a, c), b);
+  return hn::Add(hn::Add(b, c), a);
 }
 
-// a + 2b + c
+// a + 2b + c. Rows that follow each other share b + c.
 template <class V>
 HWY_INLINE V Binomial(V a, V b, V c) {
-  return hn::Add(hn::Add(a, c), hn::Add(b, b));
+  return hn::Add(hn::Add(a, b), hn::Add(b, c));
 }
 
-template <int kFactor, class D>
-HWY_INLINE hn::Vec<D> Times(D d, hn::Vec<D> v) {
-  return hn::Mul(v, hn::Set(d, kFactor));
+// v * kFactor >> kShift; the product may leave 16-bit lanes.
+template <int kFactor, int kShift, class V>
+HWY_INLINE V Fraction(V v) {
+  const hn::DFromV<V> d;
+  if constexpr (sizeof(hn::TFromD<decltype(d)>) == 2) {
+    return hn::MulHigh(v, hn::Set(d, kFactor << (16 - kShift)));
+  } else {
+    return hn::ShiftRight<kShift>(hn::Mul(v, hn::Set(d, kFactor)));
+  }
 }
 
-struct SobelX {
-  static constexpr std::size_t kPlanes = 1;
-
-  template <class D, class V>
-  HWY_INLINE void Horizontal(D /*d*/, V left, V /*centre*/, V right, V (&planes)[1]) const {
-    planes[0] = hn::Sub(right, left);
+struct SobelX : RuleTraits<RuleLanes::kDifferences, 1> {
+  template <class Taps, class V>
+  static HWY_INLINE void Horizontal(const Taps& taps, V (&planes)[1]) {
+    planes[0] = taps.Difference();
   }
-  template <class D, class V>
-  HWY_INLINE V Vertical(D d, const V (&above)[1], const V (&here)[1], const V (&below)[1]) const {
-    return Magnitude(d, Binomial(above[0], here[0], below[0]));
+  template <class V>
+  static HWY_INLINE V Vertical(const V (&above)[1], const V (&here)[1], const V (&below)[1]) {
+    return Absolute(Binomial(above[0], here[0], below[0]));
   }
 };
 
-struct SobelY {
-  static constexpr std::size_t kPlanes = 1;
-
-  template <class D, class V>
-  HWY_INLINE void Horizontal(D /*d*/, V left, V centre, V right, V (&planes)[1]) const {
-    planes[0] = Binomial(left, centre, right);
+struct SobelY : RuleTraits<RuleLanes::kSums, 1> {
+  template <class Taps, class V>
+  static HWY_INLINE void Horizontal(const Taps& taps, V (&planes)[1]) {
+    planes[0] = taps.Binomial();
   }
-  template <class D, class V>
-  HWY_INLINE V Vertical(D d, const V (&above)[1], const V (&/*here*/)[1],
-                        const V (&below)[1]) const {
-    return Magnitude(d, hn::Sub(below[0], above[0]));
+  template <class V>
+  static HWY_INLINE V Vertical(const V (&above)[1], const V (&/*here*/)[1], const V (&below)[1]) {
+    return Absolute(hn::Sub(below[0], above[0]));
   }
 };
 
-struct Sobel {
-  static constexpr std::size_t kPlanes = 2;
-
-  template <class D, class V>
-  HWY_INLINE void Horizontal(D /*d*/, V left, V centre, V right, V (&planes)[2]) const {
-    planes[0] = hn::Sub(right, left);
-    planes[1] = Binomial(left, centre, right);
+struct Sobel : RuleTraits<RuleLanes::kDifferences, 2> {
+  template <class Taps, class V>
+  static HWY_INLINE void Horizontal(const Taps& taps, V (&planes)[2]) {
+    planes[0] = taps.Difference();
+    planes[1] = taps.Binomial();
   }
-  template <class D, class V>
-  HWY_INLINE V Vertical(D d, const V (&above)[2], const V (&here)[2], const V (&below)[2]) const {
-    return MagnitudeSum(d, Binomial(above[0], here[0], below[0]), hn::Sub(below[1], above[1]));
-  }
-};
-
-struct PrewittX {
-  static constexpr std::size_t kPlanes = 1;
-
-  template <class D, class V>
-  HWY_INLINE void Horizontal(D /*d*/, V left, V /*centre*/, V right, V (&planes)[1]) const {
-    planes[0] = hn::Sub(right, left);
-  }
-  template <class D, class V>
-  HWY_INLINE V Vertical(D d, const V (&above)[1], const V (&here)[1], const V (&below)[1]) const {
-    return Magnitude(d, Sum(above[0], here[0], below[0]));
+  template <class V>
+  static HWY_INLINE V Vertical(const V (&above)[2], const V (&here)[2], const V (&below)[2]) {
+    const V x = Binomial(above[0], here[0], below[0]);
+    return hn::Add(Absolute(x), Absolute(hn::Sub(below[1], above[1])));
   }
 };
 
-struct PrewittY {
-  static constexpr std::size_t kPlanes = 1;
-
-  template <class D, class V>
-  HWY_INLINE void Horizontal(D /*d*/, V left, V centre, V right, V (&planes)[1]) const {
-    planes[0] = Sum(left, centre, right);
+struct PrewittX : RuleTraits<RuleLanes::kDifferences, 1> {
+  template <class Taps, class V>
+  static HWY_INLINE void Horizontal(const Taps& taps, V (&planes)[1]) {
+    planes[0] = taps.Difference();
   }
-  template <class D, class V>
-  HWY_INLINE V Vertical(D d, const V (&above)[1], const V (&/*here*/)[1],
-                        const V (&below)[1]) const {
-    return Magnitude(d, hn::Sub(below[0], above[0]));
+  template <class V>
+  static HWY_INLINE V Vertical(const V (&above)[1], const V (&here)[1], const V (&below)[1]) {
+    return Absolute(Sum(above[0], here[0], below[0]));
   }
 };
 
-struct Prewitt {
-  static constexpr std::size_t kPlanes = 2;
-
-  template <class D, class V>
-  HWY_INLINE void Horizontal(D /*d*/, V left, V centre, V right, V (&planes)[2]) const {
-    planes[0] = hn::Sub(right, left);
-    planes[1] = Sum(left, centre, right);
+struct PrewittY : RuleTraits<RuleLanes::kSums, 1> {
+  template <class Taps, class V>
+  static HWY_INLINE void Horizontal(const Taps& taps, V (&planes)[1]) {
+    planes[0] = taps.Sum();
   }
-  template <class D, class V>
-  HWY_INLINE V Vertical(D d, const V (&above)[2], const V (&here)[2], const V (&below)[2]) const {
-    return MagnitudeSum(d, Sum(above[0], here[0], below[0]), hn::Sub(below[1], above[1]));
+  template <class V>
+  static HWY_INLINE V Vertical(const V (&above)[1], const V (&/*here*/)[1], const V (&below)[1]) {
+    return Absolute(hn::Sub(below[0], above[0]));
   }
 };
 
-struct Laplacian4 {
-  static constexpr std::size_t kPlanes = 2;
-
-  template <class D, class V>
-  HWY_INLINE void Horizontal(D d, V left, V centre, V right, V (&planes)[2]) const {
-    planes[0] = centre;
-    planes[1] = hn::Sub(hn::Add(left, right), Times<4>(d, centre));
+struct Prewitt : RuleTraits<RuleLanes::kDifferences, 2> {
+  template <class Taps, class V>
+  static HWY_INLINE void Horizontal(const Taps& taps, V (&planes)[2]) {
+    planes[0] = taps.Difference();
+    planes[1] = taps.Sum();
   }
-  template <class D, class V>
-  HWY_INLINE V Vertical(D d, const V (&above)[2], const V (&here)[2], const V (&below)[2]) const {
-    return Magnitude(d, Sum(above[0], here[1], below[0]));
-  }
-};
-
-struct Laplacian8 {
-  static constexpr std::size_t kPlanes = 2;
-
-  template <class D, class V>
-  HWY_INLINE void Horizontal(D d, V left, V centre, V right, V (&planes)[2]) const {
-    planes[0] = Sum(left, centre, right);
-    planes[1] = hn::Sub(planes[0], Times<9>(d, centre));
-  }
-  template <class D, class V>
-  HWY_INLINE V Vertical(D d, const V (&above)[2], const V (&here)[2], const V (&below)[2]) const {
-    return Magnitude(d, Sum(above[0], here[1], below[0]));
+  template <class V>
+  static HWY_INLINE V Vertical(const V (&above)[2], const V (&here)[2], const V (&below)[2]) {
+    const V x = Sum(above[0], here[0], below[0]);
+    return hn::Add(Absolute(x), Absolute(hn::Sub(below[1], above[1])));
   }
 };
 
-struct LaplacianX {
-  static constexpr std::size_t kPlanes = 1;
-
-  template <class D, class V>
-  HWY_INLINE void Horizontal(D d, V left, V centre, V right, V (&planes)[1]) const {
-    planes[0] = Magnitude(d, hn::Sub(hn::Add(left, right), hn::Add(centre, centre)));
+struct Laplacian4 : RuleTraits<RuleLanes::kSums, 2> {
+  template <class Taps, class V>
+  static HWY_INLINE void Horizontal(const Taps& taps, V (&planes)[2]) {
+    planes[0] = taps.Centre();
+    planes[1] = hn::Sub(hn::Add(taps.Left(), taps.Right()), hn::ShiftLeft<2>(planes[0]));
   }
-  template <class D, class V>
-  HWY_INLINE V Vertical(D /*d*/, const V (&/*above*/)[1], const V (&here)[1],
-                        const V (&/*below*/)[1]) const {
+  template <class V>
+  static HWY_INLINE V Vertical(const V (&above)[2], const V (&here)[2], const V (&below)[2]) {
+    return Absolute(hn::Add(hn::Add(above[0], below[0]), here[1]));
+  }
+};
+
+struct Laplacian8 : RuleTraits<RuleLanes::kSums, 2> {
+  template <class Taps, class V>
+  static HWY_INLINE void Horizontal(const Taps& taps, V (&planes)[2]) {
+    const V centre = taps.Centre();
+    planes[0] = taps.Sum();
+    planes[1] = hn::Sub(hn::Sub(planes[0], centre), hn::ShiftLeft<3>(centre));
+  }
+  template <class V>
+  static HWY_INLINE V Vertical(const V (&above)[2], const V (&here)[2], const V (&below)[2]) {
+    return Absolute(hn::Add(hn::Add(above[0], below[0]), here[1]));
+  }
+};
+
+// |a + c - 2b|, saturated. What lies above b on one side can only cancel what lies below it on the
+// other, so that neither sum saturates unless the result does.
+template <class V>
+HWY_INLINE V SecondDifference(V a, V b, V c) {
+  const V above = hn::SaturatedAdd(hn::SaturatedSub(a, b), hn::SaturatedSub(c, b));
+  const V below = hn::SaturatedAdd(hn::SaturatedSub(b, a), hn::SaturatedSub(b, c));
+  return Distance(above, below);
+}
+
+struct LaplacianX : RuleTraits<RuleLanes::kNarrow, 1, true> {
+  template <class Taps, class V>
+  static HWY_INLINE void Horizontal(const Taps& taps, V (&planes)[1]) {
+    planes[0] = SecondDifference(taps.Left(), taps.Centre(), taps.Right());
+  }
+  template <class V>
+  static HWY_INLINE V Vertical(const V (&/*above*/)[1], const V (&here)[1],
+                               const V (&/*below*/)[1]) {
     return here[0];
   }
 };
 
-struct LaplacianY {
-  static constexpr std::size_t kPlanes = 1;
-
-  template <class D, class V>
-  HWY_INLINE void Horizontal(D /*d*/, V /*left*/, V centre, V /*right*/, V (&planes)[1]) const {
-    planes[0] = centre;
+struct LaplacianY : RuleTraits<RuleLanes::kNarrow, 1, true> {
+  template <class Taps, class V>
+  static HWY_INLINE void Horizontal(const Taps& taps, V (&planes)[1]) {
+    planes[0] = taps.Centre();
   }
-  template <class D, class V>
-  HWY_INLINE V Vertical(D d, const V (&above)[1], const V (&here)[1], const V (&below)[1]) const {
-    return Magnitude(d, hn::Sub(hn::Add(above[0], below[0]), hn::Add(here[0], here[0])));
+  template <class V>
+  static HWY_INLINE V Vertical(const V (&above)[1], const V (&here)[1], const V (&below)[1]) {
+    return SecondDifference(above[0], here[0], below[0]);
   }
 };
 
-struct Sharpen4 {
-  static constexpr std::size_t kPlanes = 2;
-
-  template <class D, class V>
-  HWY_INLINE void Horizontal(D d, V left, V centre, V right, V (&planes)[2]) const {
-    planes[0] = centre;
-    planes[1] = hn::Sub(Times<5>(d, centre), hn::Add(left, right));
+struct Sharpen4 : RuleTraits<RuleLanes::kSums, 2> {
+  template <class Taps, class V>
+  static HWY_INLINE void Horizontal(const Taps& taps, V (&planes)[2]) {
+    planes[0] = taps.Centre();
+    const V five = hn::Add(hn::ShiftLeft<2>(planes[0]), planes[0]);
+    planes[1] = hn::Sub(five, hn::Add(taps.Left(), taps.Right()));
   }
-  template <class D, class V>
-  HWY_INLINE V Vertical(D d, const V (&above)[2], const V (&here)[2], const V (&below)[2]) const {
-    return Magnitude(d, hn::Sub(here[1], hn::Add(above[0], below[0])));
+  template <class V>
+  static HWY_INLINE V Vertical(const V (&above)[2], const V (&here)[2], const V (&below)[2]) {
+    return Absolute(hn::Sub(here[1], hn::Add(above[0], below[0])));
   }
 };
 
-struct Sharpen8 {
-  static constexpr std::size_t kPlanes = 2;
-
-  template <class D, class V>
-  HWY_INLINE void Horizontal(D d, V left, V centre, V right, V (&planes)[2]) const {
-    planes[0] = Sum(left, centre, right);
-    planes[1] = hn::Sub(Times<10>(d, centre), planes[0]);
+struct Sharpen8 : RuleTraits<RuleLanes::kSums, 2> {
+  template <class Taps, class V>
+  static HWY_INLINE void Horizontal(const Taps& taps, V (&planes)[2]) {
+    const V centre = taps.Centre();
+    planes[0] = taps.Sum();
+    const V ten = hn::Add(hn::ShiftLeft<3>(centre), hn::Add(centre, centre));
+    planes[1] = hn::Sub(ten, planes[0]);
   }
-  template <class D, class V>
-  HWY_INLINE V Vertical(D d, const V (&above)[2], const V (&here)[2], const V (&below)[2]) const {
-    return Magnitude(d, hn::Sub(here[1], hn::Add(above[0], below[0])));
+  template <class V>
+  static HWY_INLINE V Vertical(const V (&above)[2], const V (&here)[2], const V (&below)[2]) {
+    return Absolute(hn::Sub(here[1], hn::Add(above[0], below[0])));
   }
 };
 
 // 14/128 stands for a ninth.
-struct Uniform {
-  static constexpr std::size_t kPlanes = 1;
-
-  template <class D, class V>
-  HWY_INLINE void Horizontal(D /*d*/, V left, V centre, V right, V (&planes)[1]) const {
-    planes[0] = Sum(left, centre, right);
+struct Uniform : RuleTraits<RuleLanes::kSums, 1, true> {
+  template <class Taps, class V>
+  static HWY_INLINE void Horizontal(const Taps& taps, V (&planes)[1]) {
+    planes[0] = taps.Sum();
   }
-  template <class D, class V>
-  HWY_INLINE V Vertical(D d, const V (&above)[1], const V (&here)[1], const V (&below)[1]) const {
-    return hn::ShiftRight<7>(Times<14>(d, Sum(above[0], here[0], below[0])));
+  template <class V>
+  static HWY_INLINE V Vertical(const V (&above)[1], const V (&here)[1], const V (&below)[1]) {
+    return Fraction<14, 7>(Sum(above[0], here[0], below[0]));
   }
 };
 
-struct MeanOfEight {
-  static constexpr std::size_t kPlanes = 2;
-
-  template <class D, class V>
-  HWY_INLINE void Horizontal(D /*d*/, V left, V centre, V right, V (&planes)[2]) const {
-    planes[0] = Sum(left, centre, right);
-    planes[1] = hn::Add(left, right);
+struct MeanOfEight : RuleTraits<RuleLanes::kSums, 2, true> {
+  template <class Taps, class V>
+  static HWY_INLINE void Horizontal(const Taps& taps, V (&planes)[2]) {
+    planes[0] = taps.Sum();
+    planes[1] = hn::Sub(planes[0], taps.Centre());
   }
-  template <class D, class V>
-  HWY_INLINE V Vertical(D /*d*/, const V (&above)[2], const V (&here)[2],
-                        const V (&below)[2]) const {
+  template <class V>
+  static HWY_INLINE V Vertical(const V (&above)[2], const V (&here)[2], const V (&below)[2]) {
     return hn::ShiftRight<3>(Sum(above[0], here[1], below[0]));
   }
 };
 
-struct Gaussian {
-  static constexpr std::size_t kPlanes = 1;
-
-  template <class D, class V>
-  HWY_INLINE void Horizontal(D /*d*/, V left, V centre, V right, V (&planes)[1]) const {
-    planes[0] = Binomial(left, centre, right);
+struct Gaussian : RuleTraits<RuleLanes::kSums, 1, true> {
+  template <class Taps, class V>
+  static HWY_INLINE void Horizontal(const Taps& taps, V (&planes)[1]) {
+    planes[0] = taps.Binomial();
   }
-  template <class D, class V>
-  HWY_INLINE V Vertical(D /*d*/, const V (&above)[1], const V (&here)[1],
-                        const V (&below)[1]) const {
+  template <class V>
+  static HWY_INLINE V Vertical(const V (&above)[1], const V (&here)[1], const V (&below)[1]) {
     return hn::ShiftRight<4>(Binomial(above[0], here[0], below[0]));
   }
 };
 
-struct GradientX {
-  static constexpr std::size_t kPlanes = 1;
-
-  template <class D, class V>
-  HWY_INLINE void Horizontal(D d, V left, V /*centre*/, V right, V (&planes)[1]) const {
-    planes[0] = Absolute(d, hn::Sub(left, right));
+struct GradientX : RuleTraits<RuleLanes::kNarrow, 1, true> {
+  template <class Taps, class V>
+  static HWY_INLINE void Horizontal(const Taps& taps, V (&planes)[1]) {
+    planes[0] = Distance(taps.Left(), taps.Right());
   }
-  template <class D, class V>
-  HWY_INLINE V Vertical(D /*d*/, const V (&/*above*/)[1], const V (&here)[1],
-                        const V (&/*below*/)[1]) const {
+  template <class V>
+  static HWY_INLINE V Vertical(const V (&/*above*/)[1], const V (&here)[1],
+                               const V (&/*below*/)[1]) {
     return here[0];
   }
 };
 
-struct GradientY {
-  static constexpr std::size_t kPlanes = 1;
-
-  template <class D, class V>
-  HWY_INLINE void Horizontal(D /*d*/, V /*left*/, V centre, V /*right*/, V (&planes)[1]) const {
-    planes[0] = centre;
+struct GradientY : RuleTraits<RuleLanes::kNarrow, 1, true> {
+  template <class Taps, class V>
+  static HWY_INLINE void Horizontal(const Taps& taps, V (&planes)[1]) {
+    planes[0] = taps.Centre();
   }
-  template <class D, class V>
-  HWY_INLINE V Vertical(D d, const V (&above)[1], const V (&/*here*/)[1],
-                        const V (&below)[1]) const {
-    return Absolute(d, hn::Sub(above[0], below[0]));
+  template <class V>
+  static HWY_INLINE V Vertical(const V (&above)[1], const V (&/*here*/)[1], const V (&below)[1]) {
+    return Distance(above[0], below[0]);
   }
 };
 
-struct Gradient {
-  static constexpr std::size_t kPlanes = 2;
-
-  template <class D, class V>
-  HWY_INLINE void Horizontal(D d, V left, V centre, V right, V (&planes)[2]) const {
-    planes[0] = centre;
-    planes[1] = Absolute(d, hn::Sub(left, right));
+struct Gradient : RuleTraits<RuleLanes::kNarrow, 2, true> {
+  template <class Taps, class V>
+  static HWY_INLINE void Horizontal(const Taps& taps, V (&planes)[2]) {
+    planes[0] = taps.Centre();
+    planes[1] = Distance(taps.Left(), taps.Right());
   }
-  template <class D, class V>
-  HWY_INLINE V Vertical(D d, const V (&above)[2], const V (&here)[2], const V (&below)[2]) const {
-    return hn::Min(hn::Add(here[1], Absolute(d, hn::Sub(above[0], below[0]))), LargestPixel(d));
+  template <class V>
+  static HWY_INLINE V Vertical(const V (&above)[2], const V (&here)[2], const V (&below)[2]) {
+    return hn::SaturatedAdd(here[1], Distance(above[0], below[0]));
   }
 };
 
-struct Roberts {
-  static constexpr std::size_t kPlanes = 2;
-
-  template <class D, class V>
-  HWY_INLINE void Horizontal(D /*d*/, V /*left*/, V centre, V right, V (&planes)[2]) const {
-    planes[0] = centre;
-    planes[1] = right;
+struct Roberts : RuleTraits<RuleLanes::kNarrow, 2, true> {
+  template <class Taps, class V>
+  static HWY_INLINE void Horizontal(const Taps& taps, V (&planes)[2]) {
+    planes[0] = taps.Centre();
+    planes[1] = taps.Right();
   }
-  template <class D, class V>
-  HWY_INLINE V Vertical(D d, const V (&/*above*/)[2], const V (&here)[2],
-                        const V (&below)[2]) const {
-    return MagnitudeSum(d, hn::Sub(here[1], below[0]), hn::Sub(here[0], below[1]));
+  template <class V>
+  static HWY_INLINE V Vertical(const V (&/*above*/)[2], const V (&here)[2], const V (&below)[2]) {
+    return hn::SaturatedAdd(Distance(here[1], below[0]), Distance(here[0], below[1]));
   }
 };
 
 // 85/256 stands for a third.
-struct UniformX {
-  static constexpr std::size_t kPlanes = 1;
-
-  template <class D, class V>
-  HWY_INLINE void Horizontal(D d, V left, V centre, V right, V (&planes)[1]) const {
-    planes[0] = hn::ShiftRight<8>(Times<85>(d, Sum(left, centre, right)));
+struct UniformX : RuleTraits<RuleLanes::kSums, 1, true> {
+  template <class Taps, class V>
+  static HWY_INLINE void Horizontal(const Taps& taps, V (&planes)[1]) {
+    planes[0] = Fraction<85, 8>(taps.Sum());
   }
-  template <class D, class V>
-  HWY_INLINE V Vertical(D /*d*/, const V (&/*above*/)[1], const V (&here)[1],
-                        const V (&/*below*/)[1]) const {
+  template <class V>
+  static HWY_INLINE V Vertical(const V (&/*above*/)[1], const V (&here)[1],
+                               const V (&/*below*/)[1]) {
     return here[0];
   }
 };
 
-struct UniformY {
-  static constexpr std::size_t kPlanes = 1;
-
-  template <class D, class V>
-  HWY_INLINE void Horizontal(D /*d*/, V /*left*/, V centre, V /*right*/, V (&planes)[1]) const {
-    planes[0] = centre;
+struct UniformY : RuleTraits<RuleLanes::kSums, 1, true> {
+  template <class Taps, class V>
+  static HWY_INLINE void Horizontal(const Taps& taps, V (&planes)[1]) {
+    planes[0] = taps.Centre();
   }
-  template <class D, class V>
-  HWY_INLINE V Vertical(D d, const V (&above)[1], const V (&here)[1], const V (&below)[1]) const {
-    return hn::ShiftRight<8>(Times<85>(d, Sum(above[0], here[0], below[0])));
+  template <class V>
+  static HWY_INLINE V Vertical(const V (&above)[1], const V (&here)[1], const V (&below)[1]) {
+    return Fraction<85, 8>(Sum(above[0], here[0], below[0]));
   }
 };
 
-struct GaussianX {
-  static constexpr std::size_t kPlanes = 1;
-
-  template <class D, class V>
-  HWY_INLINE void Horizontal(D /*d*/, V left, V centre, V right, V (&planes)[1]) const {
-    planes[0] = hn::ShiftRight<2>(Binomial(left, centre, right));
+// Halves rounded down twice are a quarter rounded down.
+struct GaussianX : RuleTraits<RuleLanes::kNarrow, 1, true> {
+  template <class Taps, class V>
+  static HWY_INLINE void Horizontal(const Taps& taps, V (&planes)[1]) {
+    planes[0] = Average(Average(taps.Left(), taps.Right()), taps.Centre());
   }
-  template <class D, class V>
-  HWY_INLINE V Vertical(D /*d*/, const V (&/*above*/)[1], const V (&here)[1],
-                        const V (&/*below*/)[1]) const {
+  template <class V>
+  static HWY_INLINE V Vertical(const V (&/*above*/)[1], const V (&here)[1],
+                               const V (&/*below*/)[1]) {
     return here[0];
   }
 };
 
-struct GaussianY {
-  static constexpr std::size_t kPlanes = 1;
-
-  template <class D, class V>
-  HWY_INLINE void Horizontal(D /*d*/, V /*left*/, V centre, V /*right*/, V (&planes)[1]) const {
-    planes[0] = centre;
+struct GaussianY : RuleTraits<RuleLanes::kNarrow, 1, true> {
+  template <class Taps, class V>
+  static HWY_INLINE void Horizontal(const Taps& taps, V (&planes)[1]) {
+    planes[0] = taps.Centre();
   }
-  template <class D, class V>
-  HWY_INLINE V Vertical(D /*d*/, const V (&above)[1], const V (&here)[1],
-                        const V (&below)[1]) const {
-    return hn::ShiftRight<2>(Binomial(above[0], here[0], below[0]));
+  template <class V>
+  static HWY_INLINE V Vertical(const V (&above)[1], const V (&here)[1], const V (&below)[1]) {
+    return Average(Average(above[0], below[0]), here[0]);
   }
 };
 

@@ -10,6 +10,8 @@
 
 // Vectors of more than one lane; the plain path has others.
 #define LX_HAS_LANES (HWY_TARGET != HWY_SCALAR)
+// Products of pairs of neighbouring bytes added up in 16 bits, and saturating packs to unsigned.
+#define LX_HAS_PAIR_PRODUCTS LX_IS_X86_SINCE(HWY_SSE4)
 // Loads and stores of parts of vectors that do not touch the bytes beyond.
 #define LX_HAS_MASKED_ACCESS LX_IS_X86_SINCE(HWY_AVX3)
 // Lanes cut to half or a quarter of their width in one instruction, in order.
@@ -20,3 +22,10 @@
 #define LX_HAS_BYTE_PERMUTE LX_IS_X86_SINCE(HWY_AVX3_DL)
 // Sums of four products of bytes. The way they are switched on is that of one compiler.
 #define LX_HAS_DOT_PRODUCT (LX_HAS_BYTE_PERMUTE && HWY_COMPILER_GCC_ACTUAL)
+
+// Repeats the body of the next loop, whose count is a constant, instead of looping.
+#if HWY_COMPILER_CLANG
+#define LX_UNROLL _Pragma("clang loop unroll(full)")
+#else
+#define LX_UNROLL _Pragma("GCC unroll 8")
+#endif

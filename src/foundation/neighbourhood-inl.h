@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // The driver of 3 × 3 neighbourhoods. A rule has a horizontal step, which turns a pixel and its
 // left and right neighbours into values (planes), and a vertical step, which turns the planes of
-// three rows into the result. Every source row goes through the horizontal step once; its planes
-// wait in a ring of two rows. A row is read before the row above it is written, so that filters run
-// in place, and borders are decided here: no rule contains a border case. Included once for each
+// three rows into the result. Every source row goes through the horizontal step once; borders and
+// work in place are decided here: no rule contains a border case. Included once for each
 // instruction set.
 
 #if defined(LXPIC_FOUNDATION_NEIGHBOURHOOD_INL_H_) == defined(HWY_TARGET_TOGGLE)
@@ -13,215 +12,349 @@
 #define LXPIC_FOUNDATION_NEIGHBOURHOOD_INL_H_
 #endif
 
-#include <utility>
+#include <algorithm>
 
 #include "foundation/neighbourhood.h"
-#include "foundation/wide-inl.h"
+#include "foundation/taps-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace lx::HWY_NAMESPACE {
 
-// A vector of pixels with its neighbours.
-template <class D>
-struct Neighbours {
-  Halves<D> left, centre, right;
+// Writes what stands for the `stride` neighbours beyond either end of a row.
+template <typename T>
+HWY_INLINE void PadEnds(const T* from, std::size_t width, std::size_t stride, Border border,
+                        T* left, T* right) {
+  for (std::size_t i = 0; i < stride; ++i) {
+    left[i] = border == Border::kZero ? T{0} : from[i];
+    right[i] = border == Border::kZero ? T{0} : from[width - stride + i];
+  }
+}
+
+// What the passes of all instruction sets share: the rows that a pass reads and writes.
+template <typename T, std::size_t kStride, class Rule>
+class PassRows {
+ protected:
+  using Taps = TapsFor<T, kStride, Rule>;
+  using Lanes = typename Taps::Lanes;
+  using Lane = hn::TFromD<Lanes>;
+  using V = typename Taps::V;
+  static constexpr std::size_t kPlanes = Rule::kPlanes;
+
+  // The first pass reads the source, those behind it what they work on together.
+  HWY_INLINE void StartRows(const Neighbourhood& map, bool isFirst, std::uint8_t* scratch) {
+    source_ = isFirst ? map.source : map.destination;
+    destination_ = map.destination;
+    width_ = map.elements;
+    height_ = static_cast<std::ptrdiff_t>(map.height);
+    border_ = map.border;
+    const PassLayout layout(map, sizeof(T), kPlanes);
+    rowElements_ = layout.row / sizeof(T);
+    zeros_ = reinterpret_cast<T*>(scratch + kLargestVector);
+    std::memset(scratch, 0, layout.row);
+    records_ = reinterpret_cast<Lane*>(scratch + layout.rows);
+  }
+
+  const T* SourceRow(std::ptrdiff_t y) const {
+    return source_.template Row<const T>(static_cast<std::size_t>(y));
+  }
+  T* DestinationRow(std::ptrdiff_t y) const {
+    return destination_.template Row<T>(static_cast<std::size_t>(y));
+  }
+  T* Unused() const { return zeros_ + rowElements_; }
+
+  // A copy of a source row with what stands for its outside. The destination may be the source.
+  HWY_INLINE const T* PaddedCopy(std::ptrdiff_t y, std::size_t slot) const {
+    T* const to = CopyAt(slot);
+    std::memcpy(to, SourceRow(y), width_ * sizeof(T));
+    PadEnds(SourceRow(y), width_, kStride, border_, to - kStride, to + width_);
+    return to;
+  }
+  T* CopyAt(std::size_t slot) const { return zeros_ + (2 + slot) * rowElements_; }
+
+  Rows source_;
+  Rows destination_;
+  std::size_t width_ = 0;
+  std::ptrdiff_t height_ = 0;
+  Border border_ = Border::kReplicate;
+  std::size_t rowElements_ = 0;
+  T* zeros_ = nullptr;
+  Lane* records_ = nullptr;
 };
 
-template <std::size_t kStride, class D>
-HWY_INLINE Neighbours<D> LoadInside(D d, const hn::TFromD<D>* at) {
-  const auto left = hn::LoadU(d, at - kStride);
-  const auto right = hn::LoadU(d, at + kStride);
-  Neighbours<D> loaded;
-  loaded.centre = Widen(d, hn::LoadU(d, at));
 #if LX_HAS_LANES
-  if constexpr (kStride == 1) {
-    // The odd pixels' left neighbours are the even pixels, and the other way round.
-    loaded.left = {{EvenHalf(d, left), loaded.centre.half[0]}};
-    loaded.right = {{loaded.centre.half[1], OddHalf(d, right)}};
-    return loaded;
-  }
-#endif
-  loaded.left = Widen(d, left);
-  loaded.right = Widen(d, right);
-  return loaded;
-}
 
-// The vector at element x of a row of `width` elements, near either end. A replicated neighbour of
-// a border pixel is the pixel itself.
-template <std::size_t kStride, class D>
-HWY_INLINE Neighbours<D> LoadAtBorder(D d, const hn::TFromD<D>* row, std::size_t x,
-                                      std::size_t width, Border border) {
-  const std::size_t count = HWY_MIN(hn::Lanes(d), width - x);
-  const std::size_t outsideLeft = HWY_MIN(count, x < kStride ? kStride - x : 0);
-  const std::size_t insideRight = width > x + kStride ? HWY_MIN(count, width - kStride - x) : 0;
-  const auto centre = PartVector{count}.Load(d, row + x);
-  const auto outside = border == Border::kReplicate ? centre : hn::Zero(d);
-  // Addresses of lanes that are not read may lie outside the row.
-  const auto* const left =
-      row + static_cast<std::ptrdiff_t>(x) - static_cast<std::ptrdiff_t>(kStride);
-  return {Widen(d, LoadLanes(d, left, outsideLeft, count, outside)), Widen(d, centre),
-          Widen(d, LoadLanes(d, row + x + kStride, 0, insideRight, outside))};
-}
-
-// Asks for the bytes `distance` from `at`, which may lie outside everything, to be read or written
-// soon. Rows that are cut into strips are too short for the processor to see the next one coming.
-template <bool kWrite>
-HWY_INLINE void PrefetchBytes(const void* at, std::ptrdiff_t distance, std::size_t bytes) {
-  const char* const first = static_cast<const char*>(at) + distance;
-  for (std::size_t i = 0; i < bytes; i += kLargestVector) __builtin_prefetch(first + i, kWrite);
-}
-
-// One pass of a rule over an image. Feed it the row before the first, the rows in order, and the
-// row after the last; each feeding writes the row before it, from the third on.
+// One pass of a rule over an image. A step takes four rows down all vector columns: the planes of
+// the two rows above lie in one record for each column, and those of the four rows in registers.
 template <typename T, std::size_t kStride, class Rule>
-class Pass {
+class Pass : PassRows<T, kStride, Rule> {
+  using Base = PassRows<T, kStride, Rule>;
+  using Base::border_;
+  using Base::height_;
+  using Base::kPlanes;
+  using Base::records_;
+  using Base::width_;
+  using Base::zeros_;
+  using typename Base::Lane;
+  using typename Base::Lanes;
+  using typename Base::Taps;
+  using typename Base::V;
+  using D = hn::ScalableTag<T>;
+  static constexpr std::size_t kRows = kSweepRows;
+  static constexpr std::size_t kParts = Taps::kParts;
+  static constexpr std::size_t kVector = hn::MaxLanes(D());
+  static constexpr std::size_t kPlane = hn::MaxLanes(Lanes());
+  static constexpr std::size_t kRecord = 2 * kPlanes * kParts * kPlane;
+
  public:
-  using Element = T;
+  static std::size_t Steps(std::size_t height) { return (height + 2 * kRows - 1) / kRows; }
 
-  HWY_INLINE Pass() {}
-
-  // `scratch` has PassBytes() bytes.
-  HWY_INLINE void Start(const Neighbourhood& map, std::uint8_t* scratch) {
-    width_ = map.elements;
-    border_ = map.border;
-    nextSource_ = map.source.pitch;
-    nextDestination_ = map.destination.pitch;
-    const PassLayout layout(map, sizeof(T), kPlanes);
-    previous_ = reinterpret_cast<Wide*>(scratch);
-    older_ = reinterpret_cast<Wide*>(scratch + layout.planeRow);
-    unused_ = reinterpret_cast<T*>(scratch + 2 * layout.planeRow);
-    zeros_ = reinterpret_cast<T*>(scratch + 2 * layout.planeRow + layout.row);
-    if (border_ == Border::kZero) std::memset(zeros_, 0, width_ * sizeof(T));
-  }
-
-  // What stands for the row beyond a border row.
-  const T* Beyond(const T* row) const { return border_ == Border::kReplicate ? row : zeros_; }
-  // The same below the last row. In place, or after another pass, it is written while it is fed for
-  // the row beyond: a copy. Strips are never in place.
-  const T* BeyondLast(const T* row, bool strips) const {
-    if (border_ == Border::kZero) return zeros_;
-    if (strips) return row;
-    std::memcpy(unused_, row, width_ * sizeof(T));
-    return unused_;
-  }
-  // Where the rows go that the first two feedings write.
-  T* Unused() const { return unused_; }
-
-  // Takes the columns first..end of a row; `first` is a multiple of the vector length, and so is
-  // `end` unless it is the width.
-  void Feed(const T* from, T* to, std::size_t first, std::size_t end) {
-    // Copies, because the compiler must take every stored byte for a change of the members.
-    const std::size_t width = width_;
-    const Border border = border_;
-    const Wide* const previous = previous_;
-    Wide* const older = older_;
-    if (end - first < width) {
-      PrefetchBytes<false>(from + first, nextSource_, (end - first) * sizeof(T));
-      PrefetchBytes<true>(to + first, nextDestination_, (end - first) * sizeof(T));
+  // `scratch` has PassLayout::Bytes() bytes.
+  HWY_INLINE void Start(const Neighbourhood& map, bool isFirst, std::uint8_t* scratch) {
+    Base::StartRows(map, isFirst, scratch);
+    isPadded_ = !isFirst || map.IsInPlace() || width_ < 2 * (kVector + kStride);
+    if (width_ < kVector) {
+      // What lies behind a row is read, and what lies behind results written.
+      std::memset(Base::CopyAt(0), 0, kRows * Base::rowElements_ * sizeof(T));
     }
-    const D d;
-    const std::size_t n = hn::Lanes(d);
-    const std::size_t inside = width < kStride ? 0 : width - kStride;
-    for (std::size_t x = first; x < end; x += n) {
-      if (x >= kStride && x + n <= inside) {
-        hn::StoreU(Step(LoadInside<kStride>(d, from + x), previous, older, x - first), d, to + x);
+    const std::size_t columns = (width_ + kVector - 1) / kVector + 2;
+    std::memset(records_, 0, columns * kRecord * sizeof(Lane));
+  }
+
+  // Takes the rows y .. y + 3 and writes y - 1 .. y + 2, for y = 4 * step - 3. Some of them stand
+  // for the outside or for nothing.
+  HWY_INLINE void Step(std::size_t step) {
+    const auto y = static_cast<std::ptrdiff_t>(kRows * step + 1 - kRows);
+    HWY_ALIGN T narrow[kRows][kVector];
+    Segment segments[3];
+    std::size_t count = 1;
+    for (std::size_t i = 0; i < kRows; ++i) {
+      const std::ptrdiff_t row = y + static_cast<std::ptrdiff_t>(i);
+      T* const to = !IsInside(row - 1) ? Base::Unused()
+                    : width_ < kVector ? narrow[i]
+                                       : Base::DestinationRow(row - 1);
+      if (isPadded_) {
+        segments[0].SetRow(i, PaddedRow(row, i), to);
       } else {
-        const auto pixels = LoadAtBorder<kStride>(d, from, x, width, border);
-        const PartVector part{HWY_MIN(n, width - x)};
-        part.Store(d, Step(pixels, previous, older, x - first), to + x);
+        CutRow(row, i, to, segments);
       }
     }
-    std::swap(previous_, older_);
+    if (isPadded_) {
+      segments[0].SetColumns(0, HWY_MAX(width_, kVector));
+    } else {
+      count = 3;
+      segments[0].SetColumns(0, kVector);
+      segments[1].SetColumns(kVector, width_ - kVector);
+      segments[2].SetColumns(0, kVector);
+    }
+    Lane* record = records_;
+    for (std::size_t i = 0; i < count; ++i) record = Sweep(segments[i], record);
+    if (width_ < kVector) StoreNarrow(y, narrow);
   }
 
  private:
-  static constexpr std::size_t kPlanes = Rule::kPlanes;
-  using D = hn::ScalableTag<T>;
-  using W = WideTag<D>;
-  using Wide = hn::TFromD<W>;
-  using Planes = hn::Vec<W>[kPlanes];
+  // Columns of rows that lie somewhere, and where their results go.
+  struct Segment {
+    const T* from[kRows];
+    T* to[kRows];
+    std::size_t first;
+    std::size_t end;
 
-  // The result for the vector of the row before at element x; its planes of the older row make room
-  // for the fresh ones.
-  static HWY_INLINE hn::Vec<D> Step(const Neighbours<D>& pixels, const Wide* previous, Wide* older,
-                                    std::size_t x) {
-    const W w;
-    const Rule rule;
-    Halves<D> result;
-    for (std::size_t h = 0; h < kHalves; ++h) {
-      const std::size_t offset = kPlanes * (x + h * hn::Lanes(w));
-      Planes above, here, below;
-      for (std::size_t p = 0; p < kPlanes; ++p) {
-        above[p] = hn::Load(w, older + offset + p * hn::Lanes(w));
-        here[p] = hn::Load(w, previous + offset + p * hn::Lanes(w));
-      }
-      rule.Horizontal(w, pixels.left.half[h], pixels.centre.half[h], pixels.right.half[h], below);
-      for (std::size_t p = 0; p < kPlanes; ++p) {
-        hn::Store(below[p], w, older + offset + p * hn::Lanes(w));
-      }
-      result.half[h] = rule.Vertical(w, above, here, below);
+    HWY_INLINE void SetRow(std::size_t i, const T* source, T* destination) {
+      from[i] = source;
+      to[i] = destination;
     }
-    return Join(D(), result);
+    HWY_INLINE void SetColumns(std::size_t begin, std::size_t beyond) {
+      first = begin;
+      end = beyond;
+    }
+  };
+
+  bool IsInside(std::ptrdiff_t row) const { return row >= 0 && row < height_; }
+  // Whether a row outside is one of zeros, or nobody wants it.
+  bool IsZero(std::ptrdiff_t row) const {
+    return row > height_ || (border_ == Border::kZero && !IsInside(row));
   }
 
-  std::size_t width_ = 0;
-  Border border_ = Border::kReplicate;
-  std::ptrdiff_t nextSource_ = 0;
-  std::ptrdiff_t nextDestination_ = 0;
-  Wide* previous_ = nullptr;  // planes of the row fed last
-  Wide* older_ = nullptr;     // and of the one before
-  T* unused_ = nullptr;
-  T* zeros_ = nullptr;
+  HWY_INLINE const T* PaddedRow(std::ptrdiff_t row, std::size_t slot) const {
+    if (IsZero(row)) return zeros_;
+    // The last row has been written over where it would be read again. Its copy is still there.
+    if (row == height_) return Base::CopyAt((slot + kRows - 1) % kRows);
+    return Base::PaddedCopy(HWY_MAX(row, 0), slot);
+  }
+
+  // A row in three segments: its inside lies where it is, and its ends, with what stands for their
+  // outside, in small copies.
+  HWY_INLINE void CutRow(std::ptrdiff_t row, std::size_t slot, T* to, Segment (&segments)[3]) {
+    T* const last = to + (width_ - kVector);
+    if (IsZero(row)) {
+      segments[0].SetRow(slot, zeros_, to);
+      segments[1].SetRow(slot, zeros_, to);
+      segments[2].SetRow(slot, zeros_, last);
+      return;
+    }
+    const T* const from = Base::SourceRow(std::clamp<std::ptrdiff_t>(row, 0, height_ - 1));
+    constexpr std::size_t kEnd = kVector + kStride;
+    T* const left = ends_[2 * slot] + kMargin;
+    T* const right = ends_[2 * slot + 1] + kMargin;
+    std::memcpy(left, from, kEnd * sizeof(T));
+    std::memcpy(right - kStride, from + width_ - kEnd, kEnd * sizeof(T));
+    PadEnds(from, width_, kStride, border_, left - kStride, right + kVector);
+    segments[0].SetRow(slot, left, to);
+    segments[1].SetRow(slot, from, to);
+    segments[2].SetRow(slot, right, last);
+  }
+
+  // All columns of a segment, the last of which may overlap with the one before. Returns the record
+  // of the next column.
+  static HWY_INLINE Lane* Sweep(const Segment& segment, Lane* record) {
+    // Copies, because the compiler must take every stored byte for a change of the originals.
+    const T* from[kRows];
+    T* to[kRows];
+    std::copy(segment.from, segment.from + kRows, from);
+    std::copy(segment.to, segment.to + kRows, to);
+    const std::size_t end = segment.end;
+    for (std::size_t x = segment.first; x < end; x += kVector, record += kRecord) {
+      Column(from, to, HWY_MIN(x, end - kVector), record);
+    }
+    return record;
+  }
+
+  static HWY_INLINE void Column(const T* const (&from)[kRows], T* const (&to)[kRows], std::size_t x,
+                                Lane* record) {
+    const Lanes lanes;
+    V planes[kParts][kRows + 2][kPlanes];
+    const auto at = [record](std::size_t part, std::size_t row, std::size_t plane) {
+      return record + ((part * 2 + row) * kPlanes + plane) * kPlane;
+    };
+    LX_UNROLL
+    for (std::size_t i = 0; i < kParts * 2 * kPlanes; ++i) {
+      const std::size_t part = i / (2 * kPlanes);
+      const std::size_t row = i / kPlanes % 2;
+      planes[part][row][i % kPlanes] = hn::Load(lanes, at(part, row, i % kPlanes));
+    }
+    LX_UNROLL
+    for (std::size_t i = 0; i < kRows; ++i) {
+      const Taps taps{LoadTaps<kStride>(from[i] + x)};
+      V results[kParts];
+      const auto apply = [&](auto part) HWY_ATTR {
+        V(&rows)[kRows + 2][kPlanes] = planes[decltype(part)::value];
+        Rule::Horizontal(typename Taps::template Part<decltype(part)::value>(taps), rows[i + 2]);
+        results[decltype(part)::value] = Rule::Vertical(rows[i], rows[i + 1], rows[i + 2]);
+      };
+      apply(std::integral_constant<std::size_t, 0>());
+      if constexpr (kParts > 1) apply(std::integral_constant<std::size_t, 1>());
+      hn::StoreU(Taps::template Join<Rule::kFits>(results), D(), to[i] + x);
+    }
+    LX_UNROLL
+    for (std::size_t i = 0; i < kParts * 2 * kPlanes; ++i) {
+      const std::size_t part = i / (2 * kPlanes);
+      const std::size_t row = i / kPlanes % 2;
+      hn::Store(planes[part][kRows + row][i % kPlanes], lanes, at(part, row, i % kPlanes));
+    }
+  }
+
+  void StoreNarrow(std::ptrdiff_t y, const T (&rows)[kRows][kVector]) const {
+    for (std::size_t i = 0; i < kRows; ++i) {
+      const std::ptrdiff_t row = y + static_cast<std::ptrdiff_t>(i) - 1;
+      if (IsInside(row)) std::memcpy(Base::DestinationRow(row), rows[i], width_ * sizeof(T));
+    }
+  }
+
+  static constexpr std::size_t kMargin = kLargestVector / sizeof(T);
+
+  bool isPadded_ = false;
+  T ends_[2 * kRows][kVector + 2 * kMargin];
 };
 
-// Rows of planes beyond this many bytes would leave the first-level cache.
-inline constexpr std::size_t kMostRingBytes = 24576;
+#else
 
-// The columns that run together: all, unless their rows of planes are too long. A pass in place
-// cannot be cut: the columns beside the cut would have been written over.
-template <typename T, class Rule>
-HWY_INLINE std::size_t StripWidth(const Neighbourhood& map, std::size_t passes) {
-  const bool inPlace = map.source.data == map.destination.data;
-  const std::size_t bytes = 4 * Rule::kPlanes * sizeof(T) * map.elements;
-  if (inPlace || passes > 1 || bytes <= kMostRingBytes) return map.elements;
-  const std::size_t strips = (bytes + kMostRingBytes - 1) / kMostRingBytes;
-  return (map.elements / strips / kLargestVector + 1) * kLargestVector;
-}
+// One pass where a lane is a pixel. A step takes a row and writes the one before it; both halves are
+// plain loops over a row, which the compiler turns into what vectors its target has.
+template <typename T, std::size_t kStride, class Rule>
+class Pass : PassRows<T, kStride, Rule> {
+  using Base = PassRows<T, kStride, Rule>;
+  using Base::border_;
+  using Base::height_;
+  using Base::kPlanes;
+  using Base::width_;
+  using typename Base::Lane;
+  using typename Base::Lanes;
+  using typename Base::Taps;
+  using typename Base::V;
 
-// Feeds row `row` of `source` to a pass: the first row after what stands for the row above it, and
-// `height` for what stands for the row below the last.
-template <class P>
-HWY_INLINE void FeedRow(P& pass, const Neighbourhood& map, const Rows& source, std::size_t row,
-                        std::size_t first, std::size_t end) {
-  using T = typename P::Element;
-  if (row == 0) {
-    const T* const top = source.Row<const T>(0);
-    pass.Feed(pass.Beyond(top), pass.Unused(), first, end);
-    pass.Feed(top, pass.Unused(), first, end);
-    return;
+ public:
+  static std::size_t Steps(std::size_t height) { return height + 1; }
+
+  HWY_INLINE void Start(const Neighbourhood& map, bool isFirst, std::uint8_t* scratch) {
+    Base::StartRows(map, isFirst, scratch);
+    if (border_ == Border::kZero) TakeRow(Base::zeros_, kOutside);
   }
-  const T* const from = row < map.height ? source.Row<const T>(row)
-                                         : pass.BeyondLast(source.Row<const T>(map.height - 1),
-                                                           end - first < map.elements);
-  pass.Feed(from, map.destination.Row<T>(row - 1), first, end);
-}
 
-// destination = rule(3 × 3 neighbourhood of source), `passes` times over; `scratch` has PassBytes()
-// bytes for each pass. The image is not empty. A row goes through all passes while it is in the
-// cache: at step n, pass k takes row n - k, which pass k - 1 has just written.
+  HWY_INLINE void Step(std::size_t step) {
+    const auto y = static_cast<std::ptrdiff_t>(step);
+    if (y < height_) TakeRow(Base::PaddedCopy(y, 0), step % kRing);
+    if (y > 0) WriteRow(y - 1);
+  }
+
+ private:
+  static constexpr std::size_t kRing = 3;
+  static constexpr std::size_t kOutside = 3;  // the slot of a row of zeros
+
+  Lane* Plane(std::size_t slot, std::size_t plane) const {
+    return Base::records_ + (slot * kPlanes + plane) * width_;
+  }
+  std::size_t SlotOf(std::ptrdiff_t y) const {
+    if (border_ == Border::kZero && (y < 0 || y >= height_)) return kOutside;
+    return static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(y, 0, height_ - 1)) % kRing;
+  }
+
+  void TakeRow(const T* row, std::size_t slot) const {
+    Lane* to[kPlanes];
+    for (std::size_t p = 0; p < kPlanes; ++p) to[p] = Plane(slot, p);
+    for (std::size_t x = 0; x < width_; ++x) {
+      V planes[kPlanes];
+      const Taps taps{LoadTaps<kStride>(row + x)};
+      Rule::Horizontal(typename Taps::template Part<0>(taps), planes);
+      for (std::size_t p = 0; p < kPlanes; ++p) to[p][x] = hn::GetLane(planes[p]);
+    }
+  }
+
+  void WriteRow(std::ptrdiff_t y) const {
+    const Lane* rows[3][kPlanes];
+    for (std::size_t p = 0; p < kPlanes; ++p) {
+      for (std::size_t j = 0; j < 3; ++j) {
+        rows[j][p] = Plane(SlotOf(y + static_cast<std::ptrdiff_t>(j) - 1), p);
+      }
+    }
+    T* const to = Base::DestinationRow(y);
+    const std::size_t width = width_;
+    for (std::size_t x = 0; x < width; ++x) {
+      V planes[3][kPlanes];
+      for (std::size_t j = 0; j < 3; ++j) {
+        for (std::size_t p = 0; p < kPlanes; ++p) planes[j][p] = hn::Set(Lanes(), rows[j][p][x]);
+      }
+      const V results[1] = {Rule::Vertical(planes[0], planes[1], planes[2])};
+      to[x] = hn::GetLane(Taps::template Join<Rule::kFits>(results));
+    }
+  }
+};
+
+#endif
+
+// destination = rule(3 × 3 neighbourhood of source), `passes` times over; `scratch` has
+// PassLayout::Bytes() bytes for each pass. The image is not empty. Rows go through all passes while
+// they are in the cache: at step n, pass k takes its step n - k, whose rows pass k - 1 has just
+// written.
 template <typename T, std::size_t kStride, class Rule>
 void Map3x3(const Neighbourhood& map, std::size_t passes, std::uint8_t* scratch) {
-  Pass<T, kStride, Rule> chain[kMostPasses];
-  for (std::size_t k = 0; k < passes; ++k) {
-    chain[k].Start(map, scratch + k * PassBytes(map, sizeof(T), Rule::kPlanes));
-  }
-  const std::size_t strip = StripWidth<T, Rule>(map, passes);
-  for (std::size_t first = 0; first < map.elements; first += strip) {
-    const std::size_t end = HWY_MIN(map.elements, first + strip);
-    for (std::size_t n = 0; n < map.height + passes; ++n) {
-      for (std::size_t k = n < map.height ? 0 : n - map.height; k < passes && k <= n; ++k) {
-        FeedRow(chain[k], map, k == 0 ? map.source : map.destination, n - k, first, end);
-      }
+  using ThisPass = Pass<T, kStride, Rule>;
+  ThisPass chain[kMostPasses];
+  const std::size_t bytes = PassLayout(map, sizeof(T), Rule::kPlanes).Bytes();
+  for (std::size_t k = 0; k < passes; ++k) chain[k].Start(map, k == 0, scratch + k * bytes);
+  const std::size_t steps = ThisPass::Steps(map.height);
+  for (std::size_t n = 0; n + 1 < steps + passes; ++n) {
+    for (std::size_t k = n < steps ? 0 : n + 1 - steps; k < passes && k <= n; ++k) {
+      chain[k].Step(n - k);
     }
   }
 }

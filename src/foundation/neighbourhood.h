@@ -2,6 +2,7 @@
 // What a neighbourhood filter works on, and the passes it is made of.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -28,6 +29,9 @@ struct Neighbourhood {
   std::size_t height = 0;
   Border border = Border::kReplicate;
   Path path = CurrentPath();
+
+  // Rows are written over before the row below is read.
+  bool IsInPlace() const { return source.data == destination.data; }
 };
 
 template <class T>
@@ -44,21 +48,24 @@ Neighbourhood NeighbourhoodOf(const LxROI<T>* destination, const LxROI<T>* sourc
 // The most passes that run side by side.
 inline constexpr std::size_t kMostPasses = 8;
 
-// The scratch memory of one 3 × 3 pass: two rows of up to `planes` values per element, in lanes
-// twice as wide, and two rows of elements.
+// Result rows of a sweep down the image.
+inline constexpr std::size_t kSweepRows = 4;
+
+// The scratch memory of one 3 × 3 pass, in bytes. Every row of elements has room for a vector before
+// and behind its pixels.
 struct PassLayout {
-  std::size_t row;
-  std::size_t planeRow;
+  static constexpr std::size_t kCopies = kSweepRows;
+
+  std::size_t row;      // from one row of elements to the next
+  std::size_t rows;     // of zeros, of results that nobody wants, and the copies of source rows
+  std::size_t records;  // planes in wide lanes, of two rows; where a lane is a pixel, of four
 
   PassLayout(const Neighbourhood& map, std::size_t elementBytes, std::size_t planes)
-      : row(WholeVectors(map.elements * elementBytes) + 2 * kLargestVector),
-        planeRow(2 * planes * row) {}
-};
+      : row(WholeVectors(map.elements * elementBytes) + 3 * kLargestVector),
+        rows((2 + kCopies) * row),
+        records(8 * planes * (row + kLargestVector)) {}
 
-inline std::size_t PassBytes(const Neighbourhood& map, std::size_t elementBytes,
-                             std::size_t planes) {
-  const PassLayout layout(map, elementBytes, planes);
-  return 2 * (layout.planeRow + layout.row);
-}
+  std::size_t Bytes() const { return rows + records; }
+};
 
 }  // namespace lx
