@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "bench/family.h"
+#include "hwy/targets.h"
 
 namespace lx::bench {
 namespace {
@@ -23,6 +24,7 @@ struct Options {
   std::string filter = ".*";
   std::vector<std::string> sizes = {"640x480", "1920x1080", "4096x3072"};
   double seconds = 0.15;
+  std::string target;
 };
 
 // The competitors, in the order in which they are timed.
@@ -174,7 +176,20 @@ class Table {
   int missed = 0;
 };
 
+// Those of the named set and of older ones, which have higher bits.
+void RestrictInstructions(const std::string& name) {
+  const std::int64_t all = hwy::SupportedTargets();
+  for (const std::int64_t target : hwy::SupportedAndGeneratedTargets()) {
+    if (name == hwy::TargetName(target)) {
+      hwy::SetSupportedTargetsForTest(all & ~(target - 1));
+      return;
+    }
+  }
+  throw CLI::ValidationError("--target", name + " is not here");
+}
+
 int Run(const Options& options) {
+  if (!options.target.empty()) RestrictInstructions(options.target);
   const std::regex filter(options.filter);
   Table table(options);
   for (const Operation& operation : catalogue::All()) {
@@ -198,6 +213,11 @@ int main(int argc, char** argv) {
   app.add_option("--filter", options.filter, "Only what matches: \"PicOper.*BW16.* add$\"");
   app.add_option("--sizes", options.sizes, "Image sizes")->delimiter(',')->capture_default_str();
   app.add_option("--seconds", options.seconds, "Time for each row")->capture_default_str();
-  CLI11_PARSE(app, argc, argv);
-  return lx::bench::Run(options);
+  app.add_option("--target", options.target, "The newest instruction set to use: AVX2");
+  try {
+    app.parse(argc, argv);
+    return lx::bench::Run(options);
+  } catch (const CLI::Error& error) {
+    return app.exit(error);
+  }
 }

@@ -2,6 +2,8 @@
 #include "lxpic/point/gain_offset.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstdint>
 
 #include "foundation/frame.h"
 #include "foundation/truncate.h"
@@ -20,8 +22,15 @@ std::uint8_t Clamped(std::int64_t value) {
   return static_cast<std::uint8_t>(std::clamp<std::int64_t>(value, 0, 255));
 }
 
-void Tabulate(double gain, double offset, ByteTableData& table) {
-  for (int v = 0; v < 256; ++v) table[v] = Clamped(TruncateTo32(v * gain + offset));
+// Of a colour: clamped like the grey ones, so that no infinity meets a 0 or another infinity.
+double Bounded(float value) {
+  return std::isnan(value) ? 0.0 : std::clamp<double>(value, INT32_MIN, INT32_MAX);
+}
+
+void Tabulate(float gain, float offset, ByteTableData& table) {
+  const double g = Bounded(gain);
+  const double o = Bounded(offset);
+  for (int v = 0; v < 256; ++v) table[v] = Clamped(TruncateTo32(v * g + o));
 }
 
 }  // namespace

@@ -150,8 +150,9 @@ TEST(GainOffset, ColoursAreReversed) {
   Filled<LxC24> image(100, 2, LxC24{10, 20, 30});
   PicGainOffset(&image, &image, LxColor{1, 2, 3}, LxColor{0.5F, 0, 100});
   EXPECT_EQ(image.GetPixel(99, 1), (LxC24{130, 40, 30}));
-  PicGainOffset(&image, &image, LxColor{kNan, 1e30F, -1e30F}, LxColor{3, 0, 5});
-  EXPECT_EQ(image.GetPixel(50, 0), (LxC24{0, 255, 0}));
+  PicCopy(LxC24{1, 0, 0}, &image);
+  PicGainOffset(&image, &image, LxColor{-kInfinity, kInfinity, kNan}, LxColor{kInfinity, 7, 3});
+  EXPECT_EQ(image.GetPixel(50, 0), (LxC24{3, 7, 255}));
 }
 
 TEST(Overlay, SourceThatIsTooLargeIsTracedOnly) {
