@@ -24,10 +24,29 @@ HWY_INLINE V Absolute(V v) {
   return hn::BitCast(d, hn::Abs(hn::BitCast(hn::RebindToSigned<decltype(d)>(), v)));
 }
 
+// a + b and a - b, saturated. Where a lane is a pixel, in steps that the compiler has vectors for.
+template <class V>
+HWY_INLINE V AddUpTo(V a, V b) {
+#if LX_HAS_LANES
+  return hn::SaturatedAdd(a, b);
+#else
+  return hn::Add(a, hn::Min(b, hn::Not(a)));
+#endif
+}
+
+template <class V>
+HWY_INLINE V Above(V a, V b) {
+#if LX_HAS_LANES
+  return hn::SaturatedSub(a, b);
+#else
+  return hn::Sub(hn::Max(a, b), b);
+#endif
+}
+
 // |a - b| in unsigned lanes.
 template <class V>
 HWY_INLINE V Distance(V a, V b) {
-  return hn::Or(hn::SaturatedSub(a, b), hn::SaturatedSub(b, a));
+  return hn::Or(Above(a, b), Above(b, a));
 }
 
 // (a + b) / 2, rounded down.
@@ -158,8 +177,8 @@ struct Laplacian8 : RuleTraits<RuleLanes::kSums, 2> {
 // other, so that neither sum saturates unless the result does.
 template <class V>
 HWY_INLINE V SecondDifference(V a, V b, V c) {
-  const V above = hn::SaturatedAdd(hn::SaturatedSub(a, b), hn::SaturatedSub(c, b));
-  const V below = hn::SaturatedAdd(hn::SaturatedSub(b, a), hn::SaturatedSub(b, c));
+  const V above = AddUpTo(Above(a, b), Above(c, b));
+  const V below = AddUpTo(Above(b, a), Above(b, c));
   return Distance(above, below);
 }
 
@@ -279,7 +298,7 @@ struct Gradient : RuleTraits<RuleLanes::kNarrow, 2, true> {
   }
   template <class V>
   static HWY_INLINE V Vertical(const V (&above)[2], const V (&here)[2], const V (&below)[2]) {
-    return hn::SaturatedAdd(here[1], Distance(above[0], below[0]));
+    return AddUpTo(here[1], Distance(above[0], below[0]));
   }
 };
 
@@ -291,7 +310,7 @@ struct Roberts : RuleTraits<RuleLanes::kNarrow, 2, true> {
   }
   template <class V>
   static HWY_INLINE V Vertical(const V (&/*above*/)[2], const V (&here)[2], const V (&below)[2]) {
-    return hn::SaturatedAdd(Distance(here[1], below[0]), Distance(here[0], below[1]));
+    return AddUpTo(Distance(here[1], below[0]), Distance(here[0], below[1]));
   }
 };
 
