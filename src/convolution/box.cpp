@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 #include "convolution/box_kernels.h"
 #include "foundation/scratch.h"
@@ -12,62 +13,118 @@ namespace lx::convolution {
 
 namespace {
 
-using BoxKernel = void (*)(const Window&, const BoxMemory&);
+// What a kernel needs beside its window.
+struct Needs {
+  std::size_t elementBytes;
+  std::size_t laneBytes;
+  std::size_t planes;    // for each component
+  std::size_t pairRows;  // of 32 bits
+};
 
-// Cuts the memory of a window into its parts and runs the kernel.
-bool RunKernel(const Window& window, std::size_t elementBytes, std::size_t laneBytes, bool squares,
-               BoxKernel kernel) {
-  BoxMemory memory{};
-  memory.slots = std::min(2 * window.halfY + 2, window.height);
-  memory.rowStride = ComponentStride(window, 0, 0);
-  memory.padded = ComponentStride(window, window.halfX, window.halfX);
-  const std::size_t elements = window.components * memory.padded * elementBytes;
-  const std::size_t prefix =
-      WholeVectors((memory.padded + kLargestVector) * laneBytes) + kLargestVector;
-  const std::size_t sums = window.components * memory.rowStride * sizeof(std::uint32_t);
-  const std::size_t ring = memory.slots * window.components * memory.rowStride * laneBytes;
-  const std::size_t output = window.components * memory.rowStride * elementBytes;
-  const std::size_t twice = squares ? 2 : 1;
-  const Scratch<std::uint8_t> scratch(elements + prefix + output + twice * (ring + sums));
-  if (!scratch) return false;
-  std::uint8_t* next = scratch.get();
-  const auto take = [&next](std::size_t bytes) {
-    std::uint8_t* const part = next;
-    next += bytes;
+// Cuts a scratch memory into the parts of a kernel's memory. Without one it only measures.
+class Cutter {
+ public:
+  explicit Cutter(std::uint8_t* memory) : memory_(memory) {}
+
+  std::size_t Used() const { return used_; }
+
+  std::uint8_t* Take(std::size_t bytes) {
+    std::uint8_t* const part = memory_ == nullptr ? nullptr : memory_ + used_;
+    used_ += WholeVectors(bytes);
     return part;
-  };
-  memory.elements = take(elements);
-  // The sums up to each element, which follow the first entry, start at a vector.
-  memory.prefix = take(prefix) + kLargestVector - laneBytes;
-  memory.output = take(output);
-  memory.ring = take(ring);
-  memory.sums = reinterpret_cast<std::uint32_t*>(take(sums));
-  if (squares) {
-    memory.squares = take(ring);
-    memory.squareSums = reinterpret_cast<std::uint32_t*>(take(sums));
   }
-  kernel(window, memory);
-  return true;
+
+ private:
+  std::uint8_t* memory_;
+  std::size_t used_ = 0;
+};
+
+// Lays the memory out. Returns the bytes of what must be zero, and of all of it in `bytes`.
+std::size_t LayOut(const Window& window, const Needs& needs, std::uint8_t* scratch,
+                   WindowMemory& memory, std::size_t& bytes) {
+  Cutter cutter(scratch);
+  // Beyond either end as far as the window reaches, and vectors that go beyond that.
+  const std::size_t reach = window.halfX + 2 + 2 * kLargestVector;
+  memory.margin = WholeVectors(reach * needs.laneBytes);
+  memory.plane = WholeVectors(window.width * needs.laneBytes) + 2 * memory.margin;
+  memory.pairRow = WholeVectors((window.width + 2 * reach) * sizeof(std::uint32_t));
+  memory.stride = ComponentStride(window, 0, 0);
+  memory.columns = cutter.Take(needs.planes * window.components * memory.plane);
+  memory.pairs = cutter.Take(needs.pairRows * memory.pairRow);
+  memory.neutral = cutter.Take(window.width * needs.elementBytes);
+  memory.wide = cutter.Take(2 * window.width * 2 * needs.elementBytes);
+  const std::size_t zeros = cutter.Used();
+  const bool isColour = window.components > 1;
+  const std::size_t row = isColour ? window.components * memory.stride * needs.elementBytes : 0;
+  memory.slots = std::min(2 * window.halfY + 2, window.height);
+  memory.output = cutter.Take(row);
+  memory.ring = cutter.Take(memory.slots * row);
+  bytes = cutter.Used();
+  return zeros;
 }
 
-// destination = result(sum, sum of squares), for windows whose sums leave 32 bits.
-template <typename T, class Result>
-bool RunWide(const Window& window, const Result& result) {
-  WideBoxSums<T> sums(window, window.halfX, window.halfY);
-  if (!sums) return false;
-  sums.Map(result);
+// run(memory) in memory that suits it; false when there is none.
+template <class Run>
+bool WithMemory(const Window& window, const Needs& needs, const Run& run) {
+  WindowMemory memory{};
+  std::size_t bytes = 0;
+  LayOut(window, needs, nullptr, memory, bytes);
+  const Scratch<std::uint8_t> scratch(bytes);
+  if (!scratch) return false;
+  std::memset(scratch.get(), 0, LayOut(window, needs, scratch.get(), memory, bytes));
+  run(memory);
   return true;
 }
 
 constexpr std::uint64_t kLargestReciprocal = std::uint64_t{1} << 24;
 
+// Looks for a 16-bit factor that gives the same means as the reciprocal of a window whose sums fit
+// 16 bits. Both step up by one at certain sums, 255 times at most.
+void ShortenReciprocal(std::uint64_t largestSum, Reciprocal& reciprocal) {
+  const std::uint64_t full = reciprocal.value;
+  int cut = 0;
+  while (full >> cut > 0xFFFF) ++cut;
+  if (cut > 8) return;
+  for (const std::uint64_t factor : {full >> cut, (full >> cut) + 1}) {
+    const auto mean = [&](std::uint64_t sum) { return sum * factor >> (24 - cut); };
+    bool same = factor <= 0xFFFF;
+    for (std::uint64_t level = 1; same && level <= 255; ++level) {
+      const std::uint64_t step = ((level << 24) + full - 1) / full;
+      if (step > largestSum) {
+        same = mean(largestSum) < level;
+        break;
+      }
+      same = mean(step - 1) < level && mean(step) >= level;
+    }
+    if (!same) continue;
+    reciprocal.factor = static_cast<std::uint16_t>(factor);
+    reciprocal.shift = 8 - cut;
+    return;
+  }
+}
+
+bool Mean(const Window& window, const Needs& needs, MeanKernel kernel,
+          const Reciprocal& reciprocal) {
+  return WithMemory(window, needs,
+                    [&](const WindowMemory& memory) { kernel(window, memory, reciprocal); });
+}
+
+bool Deviation(const Window& window, const Needs& needs, DeviationKernel kernel) {
+  return WithMemory(window, needs, [&](const WindowMemory& memory) { kernel(window, memory); });
+}
+
+// Windows whose sums leave 32 bits, and every window where a lane is a pixel.
+
 template <typename T>
 bool WideMean(const Window& window) {
   const std::uint64_t count = window.Count();
   const std::uint64_t reciprocal = kLargestReciprocal / count;
-  return RunWide<T>(window, [=](std::uint64_t sum, std::uint64_t /*squares*/) {
+  WideBoxSums<T, false> sums(window, window.halfX, window.halfY);
+  if (!sums) return false;
+  sums.Map([=](std::uint64_t sum, std::uint64_t /*squares*/) {
     return static_cast<T>(count > kLargestReciprocal ? sum / count : sum * reciprocal >> 24);
   });
+  return true;
 }
 
 __extension__ using Uint128 = unsigned __int128;
@@ -77,34 +134,62 @@ bool WideDeviation(const Window& window) {
   const std::uint64_t count = window.Count();
   // The square of the count times the largest variance fits 64 bits.
   const bool fits = count < (std::uint64_t{1} << 17);
-  return RunWide<T>(window, [=](std::uint64_t sum, std::uint64_t squares) {
+  WideBoxSums<T, true> sums(window, window.halfX, window.halfY);
+  if (!sums) return false;
+  sums.Map([=](std::uint64_t sum, std::uint64_t squares) {
     const auto radicand = fits ? static_cast<float>(count * squares - sum * sum)
                                : static_cast<float>(Uint128{count} * squares - Uint128{sum} * sum);
     return static_cast<T>(std::sqrt(radicand) / static_cast<float>(count));
   });
+  return true;
 }
 
 }  // namespace
 
 bool BoxMeanBytes(const Window& window) {
-  if (window.Count() > kLargestReciprocal) return WideMean<std::uint8_t>(window);
-  // 257 columns of the largest byte fit 16 bits.
-  if (window.halfX <= 128) return RunKernel(window, 1, 2, false, &BoxMeanKernel8x16);
-  return RunKernel(window, 1, 4, false, &BoxMeanKernel8x32);
+  const MeanKernels kernels = MeanKernelsOf(window.path);
+  const std::uint64_t count = window.Count();
+  if (kernels.bytes16 == nullptr || count > kLargestReciprocal) {
+    return WideMean<std::uint8_t>(window);
+  }
+  Reciprocal reciprocal{static_cast<std::uint32_t>(kLargestReciprocal / count)};
+  const std::uint64_t largest = count * 0xFF;
+  if (largest <= 0xFFFF) {
+    ShortenReciprocal(largest, reciprocal);
+    return Mean(window, {1, 2, 2, 1}, kernels.bytes16, reciprocal);
+  }
+  // 257 rows of the largest byte fit 16 bits.
+  if (window.halfY <= 128) return Mean(window, {1, 2, 2, 1}, kernels.bytes32, reciprocal);
+  return Mean(window, {1, 4, 2, 1}, kernels.bytesTall, reciprocal);
 }
 
 bool BoxMeanWords(const Window& window) {
+  const MeanKernels kernels = MeanKernelsOf(window.path);
+  const std::uint64_t count = window.Count();
   // The sum of 65537 of the largest words is the largest 32-bit number.
-  if (window.Count() > 65537) return WideMean<std::uint16_t>(window);
-  return RunKernel(window, 2, 4, false, &BoxMeanKernel16);
+  if (kernels.words == nullptr || count > 65537) return WideMean<std::uint16_t>(window);
+  return Mean(window, {2, 4, 2, 1}, kernels.words,
+              {static_cast<std::uint32_t>(kLargestReciprocal / count)});
 }
 
 bool BoxDeviationBytes(const Window& window) {
-  // So many squares of the largest byte fit 32 bits.
-  if (window.Count() > 0xFFFFFFFFU / (255 * 255)) return WideDeviation<std::uint8_t>(window);
-  return RunKernel(window, 1, 4, true, &BoxDeviationKernel8);
+  const DeviationKernels kernels = DeviationKernelsOf(window.path);
+  const std::uint64_t count = window.Count();
+  // The squares of so many bytes less 128 fit 31 bits.
+  if (kernels.bytes == nullptr || count > 0x1FFFF) return WideDeviation<std::uint8_t>(window);
+  if (count <= 255 && window.halfX >= 1 && window.halfX <= 7) {
+    return Deviation(window, {1, 4, 6, 0}, kernels.bytesSmall);
+  }
+  return Deviation(window, {1, 4, 4, 2}, kernels.bytes);
 }
 
-bool BoxDeviationWords(const Window& window) { return WideDeviation<std::uint16_t>(window); }
+bool BoxDeviationWords(const Window& window) {
+  const DeviationKernels kernels = DeviationKernelsOf(window.path);
+  // The square of this times the largest variance is the largest double that counts in ones.
+  if (kernels.words == nullptr || window.Count() > 2896) {
+    return WideDeviation<std::uint16_t>(window);
+  }
+  return Deviation(window, {2, 4, 6, 3}, kernels.words);
+}
 
 }  // namespace lx::convolution

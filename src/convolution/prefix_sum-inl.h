@@ -15,28 +15,27 @@ namespace lx::convolution::HWY_NAMESPACE {
 
 using namespace lx::HWY_NAMESPACE;
 
-// Vectors in which sums can travel from lane to lane: AVX-512 permutes whole vectors, other
-// instruction sets only shift within 128 bits.
+// Vectors in which sums can travel from lane to lane: of one or two blocks of 128 bits, or of any
+// number where whole vectors can be permuted.
 #if !LX_HAS_LANES || LX_HAS_LANE_PERMUTE
 template <typename T>
 using PrefixTag = hn::ScalableTag<T>;
 #else
 template <typename T>
-using PrefixTag = hn::CappedTag<T, 16 / sizeof(T)>;
+using PrefixTag = hn::CappedTag<T, 32 / sizeof(T)>;
 #endif
 
 #if LX_HAS_LANE_PERMUTE
 
 // Lane i of the result is lane index[i] of v where the mask has a bit, else 0.
-HWY_INLINE hn::Vec512<std::uint16_t> Spread(hn::Vec512<std::uint16_t> v, __m512i index,
-                                            std::uint32_t mask) {
-  return hn::Vec512<std::uint16_t>{_mm512_maskz_permutexvar_epi16(mask, index, v.raw)};
-}
-
-HWY_INLINE hn::Vec512<std::uint32_t> Spread(hn::Vec512<std::uint32_t> v, __m512i index,
-                                            std::uint32_t mask) {
-  return hn::Vec512<std::uint32_t>{
-      _mm512_maskz_permutexvar_epi32(static_cast<__mmask16>(mask), index, v.raw)};
+template <typename T>
+HWY_INLINE hn::Vec512<T> Spread(hn::Vec512<T> v, __m512i index, std::uint32_t mask) {
+  if constexpr (sizeof(T) == 2) {
+    return hn::Vec512<T>{_mm512_maskz_permutexvar_epi16(mask, index, v.raw)};
+  } else {
+    return hn::Vec512<T>{
+        _mm512_maskz_permutexvar_epi32(static_cast<__mmask16>(mask), index, v.raw)};
+  }
 }
 
 // Where each lane finds the last lane of the block before its own.
@@ -55,6 +54,24 @@ struct LastOfBlockBefore {
 
 template <typename Lane>
 inline constexpr LastOfBlockBefore<Lane> kLastOfBlockBefore{};
+
+#endif
+
+#if LX_HAS_LANES && !LX_HAS_LANE_PERMUTE
+
+// The last lane of every block of 128 bits, in all of its lanes.
+template <class D>
+HWY_INLINE hn::Vec<D> LastOfBlock(D d, hn::Vec<D> v) {
+  if constexpr (sizeof(hn::TFromD<D>) == 4) {
+    return hn::Broadcast<3>(v);
+  } else {
+    alignas(16) static constexpr std::uint8_t kLast[16] = {14, 15, 14, 15, 14, 15, 14, 15,
+                                                           14, 15, 14, 15, 14, 15, 14, 15};
+    const hn::Repartition<std::uint8_t, D> bytes;
+    const auto moved = hn::TableLookupBytes(hn::BitCast(bytes, v), hn::LoadDup128(bytes, kLast));
+    return hn::BitCast(d, moved);
+  }
+}
 
 #endif
 
@@ -79,30 +96,30 @@ HWY_INLINE hn::Vec<D> PrefixOfVector(D d, hn::Vec<D> v, hn::Vec<D>& total) {
   v = hn::Add(v, Spread(v, middle, kBlock == 8 ? 0xFFFF0000U : 0xFF00U));
   total = Spread(v, hn::Set(d, 4 * kBlock - 1).raw, 0xFFFFFFFFU);
 #else
-  if constexpr (kBlock == 8) {
-    HWY_ALIGN hn::TFromD<D> lanes[kBlock];
-    hn::Store(v, d, lanes);
-    total = hn::Set(d, lanes[kBlock - 1]);
+  const auto last = LastOfBlock(d, v);
+  if constexpr (hn::MaxLanes(d) > kBlock) {
+    // The upper block takes the total of the lower one.
+    v = hn::Add(v, hn::ConcatLowerLower(d, last, hn::Zero(d)));
+    total = hn::Add(hn::ConcatUpperUpper(d, last, last), hn::ConcatLowerLower(d, last, last));
   } else {
-    total = hn::Broadcast<3>(v);
+    total = last;
   }
 #endif
   return v;
 #endif
 }
 
-// prefix[i] = sum of value(d, elements 0 to i - 1), for i = 0 to count, modulo the lane. `prefix`
-// has room for a whole vector beyond, and `elements` can be read so far.
-template <typename Lane, typename T, class Value>
-HWY_INLINE void PrefixSums(const T* elements, std::size_t count, Lane* prefix, const Value& value) {
+// prefix[i] = sum of the elements 0 to i - 1, for i = 0 to count, modulo the lane; load(d, i) gives a
+// vector of elements from i on. `prefix` has room for a whole vector beyond.
+template <typename Lane, class Load>
+HWY_INLINE void PrefixSums(std::size_t count, Lane* prefix, const Load& load) {
   const PrefixTag<Lane> d;
-  const hn::Rebind<T, decltype(d)> narrow;
   auto carry = hn::Zero(d);
   prefix[0] = 0;
   for (std::size_t i = 0; i < count; i += hn::Lanes(d)) {
     auto total = hn::Zero(d);
-    const auto values = value(d, hn::PromoteTo(d, hn::LoadU(narrow, elements + i)));
-    hn::StoreU(hn::Add(PrefixOfVector(d, values, total), carry), d, prefix + 1 + i);
+    const auto sums = PrefixOfVector(d, load(d, i), total);
+    hn::StoreU(hn::Add(sums, carry), d, prefix + 1 + i);
     carry = hn::Add(carry, total);
   }
 }

@@ -13,6 +13,7 @@
 
 #include <type_traits>
 
+#include "foundation/products-inl.h"
 #include "foundation/wide-inl.h"
 
 HWY_BEFORE_NAMESPACE();
@@ -34,59 +35,6 @@ struct RuleTraits {
   static constexpr std::size_t kPlanes = kCount;  // values that wait for the next two rows
   static constexpr bool kFits = kAllFit;
 };
-
-#if LX_HAS_PAIR_PRODUCTS
-
-template <int kEven, int kOdd>
-inline constexpr auto kPairOfFactors = static_cast<std::int16_t>(kOdd * 256 + (kEven & 0xFF));
-
-// kEven * even byte + kOdd * odd byte, for each pair of bytes.
-template <int kEven, int kOdd>
-HWY_INLINE hn::Vec128<std::uint16_t> PairSums(hn::Vec128<std::uint8_t> v) {
-  return hn::Vec128<std::uint16_t>{
-      _mm_maddubs_epi16(v.raw, _mm_set1_epi16(kPairOfFactors<kEven, kOdd>))};
-}
-
-// Signed lanes cut to bytes or words; those of `b` follow those of `a` in every block of 16 bytes.
-HWY_INLINE hn::Vec128<std::uint8_t> Pack(hn::Vec128<std::uint16_t> a, hn::Vec128<std::uint16_t> b) {
-  return hn::Vec128<std::uint8_t>{_mm_packus_epi16(a.raw, b.raw)};
-}
-HWY_INLINE hn::Vec128<std::uint16_t> Pack(hn::Vec128<std::uint32_t> a,
-                                          hn::Vec128<std::uint32_t> b) {
-  return hn::Vec128<std::uint16_t>{_mm_packus_epi32(a.raw, b.raw)};
-}
-
-#if LX_IS_X86_SINCE(HWY_AVX2)
-template <int kEven, int kOdd>
-HWY_INLINE hn::Vec256<std::uint16_t> PairSums(hn::Vec256<std::uint8_t> v) {
-  return hn::Vec256<std::uint16_t>{
-      _mm256_maddubs_epi16(v.raw, _mm256_set1_epi16(kPairOfFactors<kEven, kOdd>))};
-}
-HWY_INLINE hn::Vec256<std::uint8_t> Pack(hn::Vec256<std::uint16_t> a, hn::Vec256<std::uint16_t> b) {
-  return hn::Vec256<std::uint8_t>{_mm256_packus_epi16(a.raw, b.raw)};
-}
-HWY_INLINE hn::Vec256<std::uint16_t> Pack(hn::Vec256<std::uint32_t> a,
-                                          hn::Vec256<std::uint32_t> b) {
-  return hn::Vec256<std::uint16_t>{_mm256_packus_epi32(a.raw, b.raw)};
-}
-#endif
-
-#if LX_IS_X86_SINCE(HWY_AVX3)
-template <int kEven, int kOdd>
-HWY_INLINE hn::Vec512<std::uint16_t> PairSums(hn::Vec512<std::uint8_t> v) {
-  return hn::Vec512<std::uint16_t>{
-      _mm512_maddubs_epi16(v.raw, _mm512_set1_epi16(kPairOfFactors<kEven, kOdd>))};
-}
-HWY_INLINE hn::Vec512<std::uint8_t> Pack(hn::Vec512<std::uint16_t> a, hn::Vec512<std::uint16_t> b) {
-  return hn::Vec512<std::uint8_t>{_mm512_packus_epi16(a.raw, b.raw)};
-}
-HWY_INLINE hn::Vec512<std::uint16_t> Pack(hn::Vec512<std::uint32_t> a,
-                                          hn::Vec512<std::uint32_t> b) {
-  return hn::Vec512<std::uint16_t>{_mm512_packus_epi32(a.raw, b.raw)};
-}
-#endif
-
-#endif  // LX_HAS_PAIR_PRODUCTS
 
 // What all taps are made of.
 template <typename T>

@@ -14,8 +14,9 @@
 namespace lx {
 
 // Sums over windows of 2 * halfX + 1 columns and 2 * halfY + 1 rows of elements of type T, with
-// edge replication. False when there is no scratch memory.
-template <typename T>
+// edge replication, and of their squares where they are wanted. False when there is no scratch
+// memory.
+template <typename T, bool kSquares>
 class WideBoxSums {
  public:
   WideBoxSums(const ComponentImage& image, std::size_t halfX, std::size_t halfY)
@@ -24,14 +25,14 @@ class WideBoxSums {
         halfY_(static_cast<std::ptrdiff_t>(halfY)),
         rowElements_(image.width * image.components),
         columns_(rowElements_),
-        copy_(rowElements_ * image.height) {}
+        copy_(IsInPlace() ? rowElements_ * image.height : 0) {}
 
   explicit operator bool() const { return columns_ && copy_; }
 
   // destination = result(sum, sum of squares). Works in place.
   template <class Result>
   void Map(const Result& result) {
-    CopySource();
+    if (IsInPlace()) CopySource();
     std::fill(columns_.get(), columns_.get() + rowElements_, Sums{});
     for (std::ptrdiff_t y = -halfY_; y <= halfY_; ++y) AddRow(y, 1);
     for (std::size_t y = 0; y < image_.height; ++y) {
@@ -50,7 +51,7 @@ class WideBoxSums {
 
     void Add(const Sums& other, std::uint64_t sign) {
       sum += sign * other.sum;
-      squares += sign * other.squares;
+      if constexpr (kSquares) squares += sign * other.squares;
     }
   };
 
@@ -60,7 +61,9 @@ class WideBoxSums {
     return static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(at, 0, last));
   }
 
-  // The rows that leave the window were perhaps written over.
+  bool IsInPlace() const { return image_.source.data == image_.destination.data; }
+
+  // The rows that leave the window were written over.
   void CopySource() {
     for (std::size_t y = 0; y < image_.height; ++y) {
       std::memcpy(copy_.get() + y * rowElements_, image_.source.Row<std::uint8_t>(y),
@@ -69,7 +72,9 @@ class WideBoxSums {
   }
 
   void AddRow(std::ptrdiff_t y, std::uint64_t sign) {
-    const T* const row = copy_.get() + Nearest(y, image_.height) * rowElements_;
+    const std::size_t at = Nearest(y, image_.height);
+    const T* const row =
+        IsInPlace() ? copy_.get() + at * rowElements_ : image_.source.Row<const T>(at);
     for (std::size_t i = 0; i < rowElements_; ++i) {
       const std::uint64_t v = row[i];
       columns_.get()[i].Add({v, v * v}, sign);
