@@ -121,7 +121,7 @@ const std::vector<Group> kSmoothing = {
                .reach = kWindow),
       LX_SIZED(PicLocalDeviation, LxBW16, .trace = "PicLocalDeviation (BW16)", .parameters = kBox,
                .summary = "Standard deviation over a box", .inPlace = InPlace::kRefused,
-               .reach = kWindow, .withoutKernel = "all")}},
+               .reach = kWindow)}},
     {{{LX_ERROR_ALLOCATION_FAILED}},
      {LX_SIZED(PicConvolUniform, LxC24, .trace = "PicConvolUniform ( C24)",
                .innerTraces = kUniformSteps, .parameters = kBoxOrInPlace,

@@ -185,11 +185,10 @@ bool BoxDeviationBytes(const Window& window) {
 
 bool BoxDeviationWords(const Window& window) {
   const DeviationKernels kernels = DeviationKernelsOf(window.path);
+  const std::uint64_t count = window.Count();
+  if (kernels.words == nullptr || count > 0xFFFF) return WideDeviation<std::uint16_t>(window);
   // The square of this times the largest variance is the largest double that counts in ones.
-  if (kernels.words == nullptr || window.Count() > 2896) {
-    return WideDeviation<std::uint16_t>(window);
-  }
-  return Deviation(window, {2, 4, 6, 3}, kernels.words);
+  return Deviation(window, {2, 4, 6, 3}, count <= 2896 ? kernels.wordsSmall : kernels.words);
 }
 
 }  // namespace lx::convolution

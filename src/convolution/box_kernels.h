@@ -51,7 +51,8 @@ using DeviationKernel = void (*)(const Window&, const WindowMemory&);
 struct DeviationKernels {
   DeviationKernel bytesSmall = nullptr;  // up to 255 pixels and half-widths of 1 to 7
   DeviationKernel bytes = nullptr;       // sums and sums of squares in 32 bits
-  DeviationKernel words = nullptr;       // up to 2896 pixels
+  DeviationKernel wordsSmall = nullptr;  // up to 2896 pixels: exact in doubles
+  DeviationKernel words = nullptr;       // sums and parts of sums of squares in 32 bits
 };
 DeviationKernels DeviationKernelsOf(Path path);
 

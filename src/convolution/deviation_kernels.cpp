@@ -225,7 +225,7 @@ class SmallSums {
 };
 // Larger windows, and words: sums of the pixels less the middle of their range and of the squares of
 // that, in 32 bits; where squares need more, their sums modulo 2^32 and those of their upper halves.
-template <typename T, int kHalf>
+template <typename T, int kHalf, bool kLong>
 class LargeSums {
  public:
   LargeSums(const Window& window, const WindowMemory& memory)
@@ -309,30 +309,53 @@ class LargeSums {
     }
   }
 
-  // Every product is exact in doubles.
-  template <class Half>
-  HWY_INLINE auto Radicand(const VLong (&sums)[kQuantities], VLong lowSquares,
-                           const Half& half) const {
+  // The roots of the radicands. Every product is exact in doubles as long as the window is small.
+  HWY_INLINE VReal Roots(const VLong (&sums)[kQuantities], VLong low) const {
     const Doubles d;
+    const hn::Rebind<std::int32_t, Doubles> halves;
     const auto count = static_cast<double>(window_.Count());
-    const auto sum = hn::PromoteTo(d, half(sums[0]));
-    auto scaled = hn::Mul(hn::PromoteTo(d, half(lowSquares)), hn::Set(d, count));
-    if constexpr (kQuantities == 3) {
-      const auto high = hn::PromoteTo(d, half(sums[2]));
-      scaled = hn::Add(scaled, hn::Mul(high, hn::Set(d, count * 65536.0)));
+    const auto radicand = [&](const auto& half) HWY_ATTR {
+      const auto sum = hn::PromoteTo(d, half(sums[0]));
+      auto scaled = hn::Mul(hn::PromoteTo(d, half(low)), hn::Set(d, count));
+      if constexpr (kQuantities == 3) {
+        const auto high = hn::PromoteTo(d, half(sums[2]));
+        scaled = hn::Add(scaled, hn::Mul(high, hn::Set(d, count * 65536.0)));
+      }
+      return hn::DemoteTo(hn::Rebind<float, Doubles>(), hn::Sub(scaled, hn::Mul(sum, sum)));
+    };
+    const auto first = radicand([](VLong v) HWY_ATTR { return hn::LowerHalf(v); });
+    const auto second = radicand([=](VLong v) HWY_ATTR { return hn::UpperHalf(halves, v); });
+    return hn::Sqrt(hn::Combine(Reals(), second, first));
+  }
+
+  // The same in 64-bit integers, lane by lane.
+  HWY_INLINE VReal LongRoots(const VLong (&sums)[kQuantities], VLong low) const {
+    constexpr std::size_t kLanes = hn::MaxLanes(Longs());
+    HWY_ALIGN std::int32_t sum[kLanes];
+    HWY_ALIGN std::int32_t lower[kLanes];
+    HWY_ALIGN std::int32_t upper[kLanes];
+    HWY_ALIGN float radicand[kLanes];
+    hn::Store(sums[0], Longs(), sum);
+    hn::Store(low, Longs(), lower);
+    hn::Store(sums[kQuantities - 1], Longs(), upper);
+    const auto count = static_cast<std::int64_t>(window_.Count());
+    for (std::size_t i = 0; i < kLanes; ++i) {
+      const std::int64_t squares =
+          std::int64_t{upper[i]} * 65536 + static_cast<std::uint32_t>(lower[i]);
+      radicand[i] = static_cast<float>(count * squares - std::int64_t{sum[i]} * sum[i]);
     }
-    return hn::DemoteTo(hn::Rebind<float, Doubles>(), hn::Sub(scaled, hn::Mul(sum, sum)));
+    return hn::Sqrt(hn::Load(Reals(), radicand));
   }
 
   HWY_INLINE VLong Deviation(const VLong (&sums)[kQuantities]) const {
     VLong low = sums[1];
     if constexpr (kQuantities == 3) low = hn::Sub(low, hn::ShiftLeft<16>(sums[2]));
-    const hn::Rebind<std::int32_t, Doubles> halves;
-    const auto first = Radicand(sums, low, [](VLong v) HWY_ATTR { return hn::LowerHalf(v); });
-    const auto second =
-        Radicand(sums, low, [=](VLong v) HWY_ATTR { return hn::UpperHalf(halves, v); });
-    const auto root = hn::Sqrt(hn::Combine(Reals(), second, first));
-    return sizeof(T) == 1 ? quotient_.OfByte(root) : quotient_.OfWord(root);
+    if constexpr (kLong) {
+      return quotient_.OfWord(LongRoots(sums, low));
+    } else {
+      const auto roots = Roots(sums, low);
+      return sizeof(T) == 1 ? quotient_.OfByte(roots) : quotient_.OfWord(roots);
+    }
   }
 
   static HWY_INLINE auto Joined(VLong even, VLong odd) {
@@ -363,16 +386,16 @@ void BytesSmall(const Window& window, const WindowMemory& memory) {
   kKernels[window.halfX - 1](window, memory);
 }
 
-template <typename T, int kHalf>
+template <typename T, int kHalf, bool kLong = false>
 void Large(const Window& window, const WindowMemory& memory) {
-  Run<T, LargeSums<T, kHalf>>(window, memory, static_cast<T>(1 << (8 * sizeof(T) - 1)));
+  Run<T, LargeSums<T, kHalf, kLong>>(window, memory, static_cast<T>(1 << (8 * sizeof(T) - 1)));
 }
 
 void Bytes(const Window& window, const WindowMemory& memory) {
   (window.halfX == 0 ? &Large<std::uint8_t, 0> : &Large<std::uint8_t, kOfPrefixes>)(window, memory);
 }
 
-void WordsOfAnySize(const Window& window, const WindowMemory& memory) {
+void WordsSmall(const Window& window, const WindowMemory& memory) {
   static constexpr DeviationKernel kKernels[] = {&Large<std::uint16_t, 0>, &Large<std::uint16_t, 1>,
                                                  &Large<std::uint16_t, 2>, &Large<std::uint16_t, 3>,
                                                  &Large<std::uint16_t, 4>};
@@ -381,7 +404,13 @@ void WordsOfAnySize(const Window& window, const WindowMemory& memory) {
   kernel(window, memory);
 }
 
-DeviationKernels Kernels() { return {&BytesSmall, &Bytes, &WordsOfAnySize}; }
+void AllWords(const Window& window, const WindowMemory& memory) {
+  const auto kernel =
+      window.halfX == 0 ? &Large<std::uint16_t, 0, true> : &Large<std::uint16_t, kOfPrefixes, true>;
+  kernel(window, memory);
+}
+
+DeviationKernels Kernels() { return {&BytesSmall, &Bytes, &WordsSmall, &AllWords}; }
 
 #else
 

@@ -19,35 +19,6 @@ namespace {
 
 // Rules: the taps of a row in the order of their columns, then the sums of the rows, in 16 bits.
 
-struct Uniform5 {
-  static constexpr std::size_t kRadius = 2;
-
-  template <class D, class V>
-  HWY_INLINE V Horizontal(D /*d*/, const V (&t)[5]) const {
-    return hn::Add(hn::Add(hn::Add(t[0], t[4]), hn::Add(t[1], t[3])), t[2]);
-  }
-  // 41943 / 2^20 is 335544 / 2^23.
-  template <class D, class V>
-  HWY_INLINE V Vertical(D d, const V (&r)[5]) const {
-    return hn::ShiftRight<4>(hn::MulHigh(Horizontal(d, r), hn::Set(d, 41943)));
-  }
-};
-
-struct Uniform7 {
-  static constexpr std::size_t kRadius = 3;
-
-  template <class D, class V>
-  HWY_INLINE V Horizontal(D /*d*/, const V (&t)[7]) const {
-    const V outer = hn::Add(hn::Add(t[0], t[6]), hn::Add(t[1], t[5]));
-    return hn::Add(outer, hn::Add(hn::Add(t[2], t[4]), t[3]));
-  }
-  // 42799 / 2^21 is 171196 / 2^23.
-  template <class D, class V>
-  HWY_INLINE V Vertical(D d, const V (&r)[7]) const {
-    return hn::ShiftRight<5>(hn::MulHigh(Horizontal(d, r), hn::Set(d, 42799)));
-  }
-};
-
 struct Gaussian5 {
   static constexpr std::size_t kRadius = 2;
 
@@ -182,8 +153,7 @@ void Apply(const Neighbourhood& map, std::uint8_t* scratch) {
 
 void Smooth(FixedSmoothing smoothing, const Neighbourhood& map, std::uint8_t* scratch) {
   using Kernel = void (*)(const Neighbourhood&, std::uint8_t*);
-  static constexpr Kernel kKernels[] = {&Apply<Uniform5>, &Apply<Uniform7>, &Apply<Gaussian5>,
-                                        &Apply<Gaussian7>};
+  static constexpr Kernel kKernels[] = {&Apply<Gaussian5>, &Apply<Gaussian7>};
   kKernels[static_cast<std::size_t>(smoothing)](map, scratch);
 }
 

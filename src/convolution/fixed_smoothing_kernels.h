@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Smoothing of 8-bit images over 5 × 5 and 7 × 7 windows. Images are not empty; source and
+// Binomial smoothing of 8-bit images over 5 × 5 and 7 × 7 windows. Images are not empty; source and
 // destination are apart.
 #pragma once
 
@@ -10,8 +10,6 @@
 namespace lx::convolution {
 
 enum class FixedSmoothing {
-  kUniform5,
-  kUniform7,
   kGaussian5,
   kGaussian7
 };

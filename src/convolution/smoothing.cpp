@@ -204,6 +204,18 @@ void RunFixed(const char* trace, FixedSmoothing smoothing, LxROI<LxBW8>* source,
   });
 }
 
+// A window of that size whatever the size of the region.
+void RunFixedBox(const char* trace, std::size_t half, LxROI<LxBW8>* source,
+                 LxROI<LxBW8>* destination) {
+  RunOperation(trace, [&] {
+    if (!UsableApart(source, destination) || IsEmpty(source)) return;
+    Window window = WindowOf(destination, source, 0, 0);
+    window.halfX = half;
+    window.halfY = half;
+    BoxMeanBytes(window);
+  });
+}
+
 void RunInPlace(const char* trace, Filter filter, LxROI<LxBW8>* source, LxROI<LxBW8>* destination) {
   RunOperation(trace, [&] {
     if (!UsablePair(source, destination)) return;
@@ -222,11 +234,11 @@ void PicConvolGaussian3x3(LxROI<LxBW8>* source, LxROI<LxBW8>* destination) {
 }
 
 void PicConvolUniform5x5(LxROI<LxBW8>* source, LxROI<LxBW8>* destination) {
-  RunFixed("ConvolUniform5x5", FixedSmoothing::kUniform5, source, destination);
+  RunFixedBox("ConvolUniform5x5", 2, source, destination);
 }
 
 void PicConvolUniform7x7(LxROI<LxBW8>* source, LxROI<LxBW8>* destination) {
-  RunFixed("PicConvolUniform7x7", FixedSmoothing::kUniform7, source, destination);
+  RunFixedBox("PicConvolUniform7x7", 3, source, destination);
 }
 
 void PicConvolGaussian5x5(LxROI<LxBW8>* source, LxROI<LxBW8>* destination) {
