@@ -159,22 +159,31 @@ TEST(Uniform, WindowsOfMoreThanSixteenMillionPixels) {
   ExpectWholeMean<LxBW16>(2049);
 }
 
-// Sums that only just fit their lanes, and some that do not: windows of nearly and a little more than
-// 2^16 and 2^17 pixels, and a column or row of them.
+// Sums that only just fit their lanes, and some that do not: windows below, at and above the pixel
+// counts 255, 257, 2896, 2^16 and 2^17, and columns of 257 and 259.
 TEST(Uniform, WindowsOnTheEdgeOfTheirSums) {
-  for (const char* const pixel : {"LxBW8", "LxBW16"}) {
-    for (const char* const function : {"PicConvolUniform", "PicLocalDeviation"}) {
-      const Operation& operation = OperationOn(function, pixel);
-      const auto expectRight = [&](double half, Size size) {
+  using Halves = std::pair<int, int>;
+  for (const auto& [x, y] : {Halves{7, 7},
+                             {7, 8},
+                             {8, 8},
+                             {128, 0},
+                             {129, 0},
+                             {0, 128},
+                             {0, 129},
+                             {26, 26},
+                             {26, 27},
+                             {127, 128},
+                             {128, 128},
+                             {180, 180},
+                             {180, 181},
+                             {181, 181}}) {
+    for (const char* const pixel : {"LxBW8", "LxBW16"}) {
+      for (const char* const function : {"PicConvolUniform", "PicLocalDeviation"}) {
+        const Operation& operation = OperationOn(function, pixel);
         for (const Content content : {Content::kLargest, Content::kExtremes, Content::kEdges}) {
-          EXPECT_EQ(NumbersFailure(operation, {half, half}, size, content), "");
+          EXPECT_EQ(NumbersFailure(operation, {double(x), double(y)}, {x + 3, y + 4}, content), "");
         }
-      };
-      for (const double half : {127, 128, 129}) {
-        expectRight(half, {270, 3});
-        expectRight(half, {131, 132});
       }
-      for (const double half : {180, 181}) expectRight(half, {183, 184});
     }
   }
 }
