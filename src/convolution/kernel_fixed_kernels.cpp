@@ -3,7 +3,7 @@
 #include <cstdlib>
 
 #include "convolution/kernel_memory.h"
-#include "convolution/kernel_worker.h"
+#include "convolution/kernel_plan.h"
 #include "foundation/scratch.h"
 
 #undef HWY_TARGET_INCLUDE
@@ -12,6 +12,7 @@
 
 // Highway asks for this order.
 #include "foundation/component_rows-inl.h"
+#include "foundation/products-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace lx::convolution::HWY_NAMESPACE {
@@ -20,48 +21,246 @@ using namespace lx::HWY_NAMESPACE;
 
 namespace {
 
-// Sums in 32 bits, modulo 2^32; pixels of either type.
-template <typename T>
-class Sums32 {
- public:
-  HWY_INLINE explicit Sums32(const FixedKernel& kernel) : kernel_(kernel) {}
+// A row of results from the rows that it is made of: rows[j] + x is the pixel above the first
+// coefficient of kernel row j. Each of these classes takes the pixels in elements of its own.
 
-  // rows[j] + x is the pixel above the first tap of kernel row j.
-  void Row(const T* const* rows, std::size_t width, T* to) const {
-    const hn::ScalableTag<std::int32_t> d;
-    const hn::Rebind<T, decltype(d)> narrow;
-    const std::size_t size = kernel_.size;
-    ForEachVector(d, width, [&](std::size_t x, auto access) HWY_ATTR {
-      auto sum = hn::Set(d, static_cast<std::int32_t>(kernel_.offset));
-      for (std::size_t j = 0; j < size; ++j) {
-        for (std::size_t i = 0; i < size; ++i) {
-          const auto pixels = hn::PromoteTo(d, hn::LoadU(narrow, rows[j] + x + i));
-          sum = hn::Add(sum, hn::Mul(pixels, hn::Set(d, kernel_.coefficients[j * size + i])));
-        }
+#if LX_HAS_LANES
+
+// Pairs of neighbouring pixels times pairs of coefficients, added up in 32 bits, modulo 2^32. Even
+// and odd results come from the same loads; several vectors are in flight.
+template <typename T>
+class SumsOfPairs {
+ public:
+  using Element = std::int16_t;
+
+  HWY_INLINE explicit SumsOfPairs(const FixedKernel& kernel)
+      : plan_(sizeof(T) == 1 ? PlanForBytes(kernel) : PlanForWords(kernel)) {}
+
+  static HWY_INLINE void LoadRow(const T* from, std::size_t width, Element* to) {
+    const Words d;
+    const hn::Rebind<T, Words> narrow;
+    ForEachVector(narrow, width, [=](std::size_t x, auto access) HWY_ATTR {
+      const auto pixels = access.Load(narrow, from + x);
+      if constexpr (sizeof(T) == 1) {
+        hn::StoreU(hn::PromoteTo(d, pixels), d, to + x);
+      } else {
+        const auto middle = hn::Set(narrow, 0x8000);
+        hn::StoreU(hn::BitCast(d, hn::Xor(pixels, middle)), d, to + x);
       }
-      access.Store(narrow, Finish(d, sum), to + x);
     });
   }
 
- private:
-  template <class D>
-  HWY_INLINE hn::Vec<hn::Rebind<T, D>> Finish(D d, hn::Vec<D> sum) const {
-    auto v = hn::ShiftRightSame(sum, kernel_.fraction);
-    if (kernel_.absolute) v = hn::Abs(v);
-    // The conversion saturates only what fits 16 bits.
-    v = hn::Min(hn::Max(v, hn::Zero(d)), hn::Set(d, hwy::LimitsMax<T>()));
-    return hn::DemoteTo(hn::Rebind<T, D>(), v);
+  // `spare` has room for rows as long as the others.
+  void Row(const Element* const* rows, std::size_t width, Element* spare, std::size_t stride,
+           T* to) const {
+    const Element* lines[7];
+    std::copy(rows, rows + plan_.size, lines);
+    if (plan_.isFolded) Fold(lines, width, spare, stride);
+    const Element* taps[28];
+    for (std::size_t t = 0; t < plan_.count; ++t) {
+      taps[t] = lines[plan_.taps[t].row] + plan_.taps[t].column;
+    }
+    if (plan_.isLong) {
+      AddUp<2>(taps, width, to);
+    } else {
+      AddUp<1>(taps, width, to);
+    }
   }
 
+ private:
+  using Words = hn::ScalableTag<std::int16_t>;
+  using Longs = hn::ScalableTag<std::int32_t>;
+  using Pixels = hn::ScalableTag<T>;
+  using VLong = hn::Vec<Longs>;
+
+  // Adds up the rows that share their coefficients. Sums of two bytes are still positive words.
+  HWY_INLINE void Fold(const Element* (&lines)[7], std::size_t width, Element* spare,
+                       std::size_t stride) const {
+    const Words d;
+    for (std::size_t j = 0; j < plan_.size / 2; ++j) {
+      const Element* const above = lines[j];
+      const Element* const below = lines[plan_.size - 1 - j];
+      Element* const sums = spare + j * stride;
+      for (std::size_t i = 0; i < width + plan_.size - 1; i += hn::Lanes(d)) {
+        hn::StoreU(hn::Add(hn::LoadU(d, above + i), hn::LoadU(d, below + i)), d, sums + i);
+      }
+      lines[j] = sums;
+    }
+  }
+
+  // One digit leaves registers for twice as many vectors as two.
+  template <std::size_t kDigits>
+  HWY_INLINE void AddUp(const Element* const* taps, std::size_t width, T* to) const {
+    constexpr std::size_t kVectors = 4 / kDigits;
+    const Words d;
+    const std::size_t n = hn::Lanes(d);
+    const TapPair* const pairs = plan_.taps;
+    const std::size_t count = plan_.count;
+    const auto offset = hn::Set(Longs(), static_cast<std::int32_t>(plan_.offset));
+    for (std::size_t x = 0; x < width; x += n * kVectors) {
+      VLong even[kVectors][kDigits];
+      VLong odd[kVectors][kDigits];
+      for (std::size_t v = 0; v < kVectors; ++v) {
+        for (std::size_t k = 0; k < kDigits; ++k) {
+          even[v][k] = odd[v][k] = k == 0 ? offset : hn::Zero(Longs());
+        }
+      }
+      for (std::size_t t = 0; t < count; ++t) {
+        const Element* const at = taps[t] + x;
+        LX_UNROLL
+        for (std::size_t v = 0; v < kVectors; ++v) {
+          const auto pixels = hn::LoadU(d, at + v * n);
+          LX_UNROLL
+          for (std::size_t k = 0; k < kDigits; ++k) {
+            even[v][k] = hn::Add(even[v][k], Product(pixels, pairs[t].even[k]));
+            odd[v][k] = hn::Add(odd[v][k], Product(pixels, pairs[t].odd[k]));
+          }
+        }
+      }
+      LX_UNROLL
+      for (std::size_t v = 0; v < kVectors; v += kTogether) {
+        StorePixels(even + v, odd + v, x + v * n, width, to);
+      }
+    }
+  }
+
+  static HWY_INLINE VLong Product(hn::Vec<Words> pixels, std::uint32_t factors) {
+    const auto both = hn::Set(Longs(), static_cast<std::int32_t>(factors));
+    return PairProducts(pixels, hn::BitCast(Words(), both));
+  }
+
+  // Vectors of sums that make a vector of pixels.
+  static constexpr std::size_t kTogether = 2 / sizeof(T);
+
+  template <std::size_t kDigits>
+  HWY_INLINE void StorePixels(const VLong (*even)[kDigits], const VLong (*odd)[kDigits],
+                              std::size_t x, std::size_t width, T* to) const {
+    if (x >= width) return;
+    const Pixels d;
+    VLong results[2 * kTogether];
+    for (std::size_t v = 0; v < kTogether; ++v) {
+      results[2 * v] = Finish(even[v]);
+      results[2 * v + 1] = Finish(odd[v]);
+    }
+    const auto pixels = Join(results);
+    if (width - x >= hn::Lanes(d)) {
+      hn::StoreU(pixels, d, to + x);
+    } else {
+      PartVector{width - x}.Store(d, pixels, to + x);
+    }
+  }
+
+  // Even and odd results, saturated to pixels.
+  static HWY_INLINE hn::Vec<Pixels> Join(const VLong (&results)[2 * kTogether]) {
+    const Pixels d;
+#if LX_HAS_PAIR_PRODUCTS
+    const hn::RebindToUnsigned<Words> unsignedWords;
+    const hn::RebindToUnsigned<Longs> unsignedLongs;
+    if constexpr (sizeof(T) == 2) {
+      return ZipHalves(
+          d, Pack(hn::BitCast(unsignedLongs, results[0]), hn::BitCast(unsignedLongs, results[1])));
+    } else {
+      // In every block: even and odd results of the first vector, and those of the second.
+      const auto even = hn::ReorderDemote2To(Words(), results[0], results[2]);
+      const auto odd = hn::ReorderDemote2To(Words(), results[1], results[3]);
+      return Unblock(
+          ZipHalves(d, Pack(hn::BitCast(unsignedWords, even), hn::BitCast(unsignedWords, odd))));
+    }
+#else
+    const auto largest = hn::Set(Longs(), hwy::LimitsMax<T>());
+    const auto saturated = [&](std::size_t i) HWY_ATTR {
+      return hn::Min(hn::Max(results[i], hn::Zero(Longs())), largest);
+    };
+    const auto both = [&](std::size_t i) HWY_ATTR {
+      constexpr int kBits = 8 * sizeof(T);
+      return hn::Or(saturated(i), hn::ShiftLeft<kBits>(saturated(i + 1)));
+    };
+    if constexpr (sizeof(T) == 2) {
+      return hn::BitCast(d, both(0));
+    } else {
+      const hn::Rebind<std::uint16_t, Longs> halves;
+      const hn::RebindToUnsigned<Words> whole;
+      return hn::BitCast(
+          d, hn::Combine(whole, hn::DemoteTo(halves, both(2)), hn::DemoteTo(halves, both(0))));
+    }
+#endif
+  }
+
+#if LX_HAS_PAIR_PRODUCTS
+  // Brings the first halves of all blocks before the second ones.
+  static HWY_INLINE hn::Vec<Pixels> Unblock(hn::Vec<Pixels> v) {
+    const hn::Repartition<std::uint32_t, Pixels> d;
+    constexpr std::size_t kCount = hn::MaxLanes(d);
+    if constexpr (kCount == 4) return v;
+    HWY_ALIGN std::int32_t order[kCount];
+    for (std::size_t i = 0; i < kCount; ++i) {
+      const std::size_t block = i % (kCount / 2) / 2;
+      order[i] = static_cast<std::int32_t>(4 * block + i % 2 + (i < kCount / 2 ? 0 : 2));
+    }
+    const auto moved = hn::TableLookupLanes(hn::BitCast(d, v), hn::SetTableIndices(d, order));
+    return hn::BitCast(Pixels(), moved);
+  }
+#endif
+
+  template <std::size_t kDigits>
+  HWY_INLINE VLong Finish(const VLong (&digits)[kDigits]) const {
+    VLong sum = digits[0];
+    if constexpr (kDigits > 1) sum = hn::Add(sum, hn::ShiftLeft<16>(digits[1]));
+    sum = hn::ShiftRightSame(sum, plan_.fraction);
+    return plan_.absolute ? hn::Abs(sum) : sum;
+  }
+
+  KernelPlan plan_;
+};
+
+#else
+
+// The same, pixel by pixel.
+template <typename T>
+class SumsOfPairs {
+ public:
+  using Element = T;
+
+  explicit SumsOfPairs(const FixedKernel& kernel) : kernel_(kernel) {}
+
+  static void LoadRow(const T* from, std::size_t width, Element* to) {
+    std::copy(from, from + width, to);
+  }
+
+  void Row(const Element* const* rows, std::size_t width, Element* /*spare*/,
+           std::size_t /*stride*/, T* to) const {
+    const std::size_t size = kernel_.size;
+    for (std::size_t x = 0; x < width; ++x) {
+      auto sum = static_cast<std::uint32_t>(kernel_.offset);
+      for (std::size_t i = 0; i < size * size; ++i) {
+        sum += std::uint32_t{rows[i / size][x + i % size]} *
+               static_cast<std::uint32_t>(kernel_.coefficients[i]);
+      }
+      const std::int64_t v = static_cast<std::int32_t>(sum) >> kernel_.fraction;
+      const std::int64_t rectified = kernel_.absolute ? std::abs(v) : v;
+      to[x] = static_cast<T>(std::clamp<std::int64_t>(rectified, 0, hwy::LimitsMax<T>()));
+    }
+  }
+
+ private:
   const FixedKernel& kernel_;
 };
+
+#endif
 
 // Sums of 16-bit pixels beyond 32 bits: a double holds every one exactly.
 class SumsReal {
  public:
+  using Element = std::uint16_t;
+
   HWY_INLINE explicit SumsReal(const FixedKernel& kernel) : kernel_(kernel) {}
 
-  void Row(const std::uint16_t* const* rows, std::size_t width, std::uint16_t* to) const {
+  static void LoadRow(const std::uint16_t* from, std::size_t width, Element* to) {
+    std::copy(from, from + width, to);
+  }
+
+  void Row(const Element* const* rows, std::size_t width, Element* /*spare*/,
+           std::size_t /*stride*/, std::uint16_t* to) const {
     const hn::ScalableTag<double> d;
     const hn::Rebind<std::uint16_t, decltype(d)> narrow;
     const hn::Rebind<std::int32_t, decltype(d)> whole;
@@ -87,154 +286,43 @@ class SumsReal {
   const FixedKernel& kernel_;
 };
 
-#if LX_HAS_DOT_PRODUCT
-
-// Every processor of this target has the dot products, but Highway's options leave them out.
-#pragma GCC push_options
-#pragma GCC target("avx512vnni")
-
-// Sums of bytes by dot products of four neighbours with four coefficient bytes. A coefficient is
-// taken apart into signed digits of base 256; the products of each digit are added up on their own
-// and joined in the end, modulo 2^32.
-class SumsOfDots {
- public:
-  explicit SumsOfDots(const FixedKernel& kernel) : kernel_(kernel) {
-    bool found[4] = {};
-    for (std::size_t k = 0; k < kernel.size * kernel.size; ++k) {
-      std::int8_t digits[4];
-      TakeDigits(kernel.coefficients[k], digits);
-      const std::size_t row = k / kernel.size;
-      const std::size_t tap = k % kernel.size;
-      for (std::size_t i = 0; i < 4; ++i) {
-        coefficients_[i][row][tap] = digits[i];
-        found[i] |= digits[i] != 0;
-      }
-    }
-    for (std::size_t i = 0; i < 4; ++i) {
-      if (found[i]) digits_[used_++] = i;
-    }
-    used_ = std::max<std::size_t>(used_, 1);
-    for (std::size_t lane = 0; lane < 64; ++lane) {
-      spread_[0][lane] = static_cast<std::uint8_t>(lane / 4 + lane % 4);
-      spread_[1][lane] = static_cast<std::uint8_t>(lane / 4 + lane % 4 + 4);
-    }
-  }
-
-  void Row(const std::uint8_t* const* rows, std::size_t width, std::uint8_t* to) const {
-    using RowKernel =
-        void (SumsOfDots::*)(const std::uint8_t* const*, std::size_t, std::uint8_t*) const;
-    static constexpr RowKernel kKernels[3][4] = {
-        {&SumsOfDots::RowOf<3, 1>, &SumsOfDots::RowOf<3, 2>, &SumsOfDots::RowOf<3, 3>,
-         &SumsOfDots::RowOf<3, 4>},
-        {&SumsOfDots::RowOf<5, 1>, &SumsOfDots::RowOf<5, 2>, &SumsOfDots::RowOf<5, 3>,
-         &SumsOfDots::RowOf<5, 4>},
-        {&SumsOfDots::RowOf<7, 1>, &SumsOfDots::RowOf<7, 2>, &SumsOfDots::RowOf<7, 3>,
-         &SumsOfDots::RowOf<7, 4>}};
-    (this->*kKernels[kernel_.size / 2 - 1][used_ - 1])(rows, width, to);
-  }
-
- private:
-  // The signed digits of a coefficient, the lowest first. The carry out of the last one is lost, as
-  // the sums are taken modulo 2^32.
-  static void TakeDigits(std::int32_t coefficient, std::int8_t (&digits)[4]) {
-    std::int64_t rest = coefficient;
-    for (std::int8_t& digit : digits) {
-      digit = static_cast<std::int8_t>(rest);
-      rest = (rest - digit) >> 8;
-    }
-  }
-
-  // The coefficients' digits stay in registers along the row; everything that repeats is unrolled.
-  template <std::size_t kSize, std::size_t kDigits>
-  void RowOf(const std::uint8_t* const* rows, std::size_t width, std::uint8_t* to) const {
-    constexpr std::size_t kGroups = kSize > 3 ? 2 : 1;
-    __m512i factors[kDigits][kSize][kGroups];
-    __m512i shifts[kDigits];
-    for (std::size_t k = 0; k < kDigits; ++k) {
-      shifts[k] = _mm512_set1_epi32(static_cast<int>(8 * digits_[k]));
-      for (std::size_t j = 0; j < kSize; ++j) {
-        for (std::size_t g = 0; g < kGroups; ++g) {
-          std::int32_t four = 0;
-          std::memcpy(&four, &coefficients_[digits_[k]][j][4 * g], sizeof(four));
-          factors[k][j][g] = _mm512_set1_epi32(four);
-        }
-      }
-    }
-    const __m512i spread[2] = {_mm512_load_si512(spread_[0]), _mm512_load_si512(spread_[1])};
-    const __m512i offset = _mm512_set1_epi32(static_cast<std::int32_t>(kernel_.offset));
-    const __m512i fraction = _mm512_set1_epi32(kernel_.fraction);
-    const bool absolute = kernel_.absolute;
-    const std::uint8_t* lines[kSize];
-    std::copy(rows, rows + kSize, lines);
-    for (std::size_t x = 0; x < width; x += 16) {
-      __m512i sums[kDigits] = {};
-#pragma GCC unroll 8
-      for (std::size_t j = 0; j < kSize; ++j) {
-        // Twenty-three bytes are wanted: half a vector seldom crosses a cache line.
-        const __m512i pixels = _mm512_castsi256_si512(
-            _mm256_loadu_si256(reinterpret_cast<const __m256i*>(lines[j] + x)));
-#pragma GCC unroll 2
-        for (std::size_t g = 0; g < kGroups; ++g) {
-          const __m512i taps = _mm512_permutexvar_epi8(spread[g], pixels);
-#pragma GCC unroll 4
-          for (std::size_t k = 0; k < kDigits; ++k) {
-            sums[k] = _mm512_dpbusd_epi32(sums[k], taps, factors[k][j][g]);
-          }
-        }
-      }
-      __m512i sum = offset;
-#pragma GCC unroll 4
-      for (std::size_t k = 0; k < kDigits; ++k) {
-        sum = _mm512_add_epi32(sum, _mm512_sllv_epi32(sums[k], shifts[k]));
-      }
-      sum = _mm512_srav_epi32(sum, fraction);
-      if (absolute) sum = _mm512_abs_epi32(sum);
-      const __m128i bytes = _mm512_cvtusepi32_epi8(_mm512_max_epi32(sum, _mm512_setzero_si512()));
-      if (x + 16 <= width) {
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(to + x), bytes);
-      } else {
-        _mm_mask_storeu_epi8(to + x, static_cast<__mmask16>((1U << (width - x)) - 1), bytes);
-      }
-    }
-  }
-
-  const FixedKernel& kernel_;
-  std::size_t used_ = 0;
-  std::size_t digits_[4] = {};
-  std::int8_t coefficients_[4][7][8] = {};  // by digit, row and tap
-  alignas(64) std::uint8_t spread_[2][64];
-};
-
-#pragma GCC pop_options
-
-using ByteSums = SumsOfDots;
-#else
-using ByteSums = Sums32<std::uint8_t>;
-#endif
-
+// Rows of all components, in the elements of `Sums`, wait in a ring until their windows are done.
 template <typename T, class Sums>
 void Run(const ComponentImage& image, const FixedKernel& kernel, const FixedMemory& memory) {
+  using Element = typename Sums::Element;
   const Sums sums(kernel);
   const std::size_t size = kernel.size;
   const std::size_t radius = size / 2;
   const std::size_t stride = memory.stride;
+  T* const components = static_cast<T*>(memory.components);
   const auto padded = [&](std::size_t y) {
-    return static_cast<T*>(memory.rows) + y % size * image.components * stride + kLargestVector;
+    return static_cast<Element*>(memory.rows) + y % size * image.components * stride +
+           kLargestVector;
+  };
+  Element* const spare = padded(size - 1) + image.components * stride;
+  const auto take = [&](std::size_t y) {
+    const T* from = image.source.template Row<const T>(y);
+    if (image.components > 1) LoadComponents(image, y, components, stride, 0, 0);
+    for (std::size_t c = 0; c < image.components; ++c) {
+      Element* const row = padded(y) + c * stride;
+      Sums::LoadRow(image.components > 1 ? components + c * stride : from, image.width, row);
+      std::fill(row - radius, row, row[0]);
+      std::fill(row + image.width, row + image.width + radius, row[image.width - 1]);
+    }
   };
   const auto write = [&](std::size_t y) {
-    T* const output = static_cast<T*>(memory.output);
     for (std::size_t c = 0; c < image.components; ++c) {
-      const T* rows[7];
+      const Element* rows[7];
       for (std::size_t j = 0; j < size; ++j) {
         const std::size_t row = y + j < radius ? 0 : std::min(y + j - radius, image.height - 1);
         rows[j] = padded(row) + c * stride - radius;
       }
-      sums.Row(rows, image.width, ComponentOutput(image, y, output, stride, c));
+      sums.Row(rows, image.width, spare, stride, ComponentOutput(image, y, components, stride, c));
     }
-    StoreComponents(image, y, output, stride);
+    StoreComponents(image, y, components, stride);
   };
   for (std::size_t n = 0; n < image.height; ++n) {
-    LoadComponents(image, n, padded(n), stride, radius, radius);
+    take(n);
     if (n >= radius) write(n - radius);
   }
   for (std::size_t y = image.height > radius ? image.height - radius : 0; y < image.height; ++y)
@@ -242,11 +330,11 @@ void Run(const ComponentImage& image, const FixedKernel& kernel, const FixedMemo
 }
 
 void RunBytes(const ComponentImage& image, const FixedKernel& kernel, const FixedMemory& memory) {
-  Run<std::uint8_t, ByteSums>(image, kernel, memory);
+  Run<std::uint8_t, SumsOfPairs<std::uint8_t>>(image, kernel, memory);
 }
 
 void RunWords(const ComponentImage& image, const FixedKernel& kernel, const FixedMemory& memory) {
-  Run<std::uint16_t, Sums32<std::uint16_t>>(image, kernel, memory);
+  Run<std::uint16_t, SumsOfPairs<std::uint16_t>>(image, kernel, memory);
 }
 
 void RunWideWords(const ComponentImage& image, const FixedKernel& kernel,
@@ -270,12 +358,16 @@ namespace {
 template <typename T, class Kernel>
 bool WithMemory(const ComponentImage& image, const FixedKernel& kernel, Kernel run) {
   FixedMemory memory{};
-  memory.stride = ComponentStride(image, kernel.size, kernel.size);
+  // Several vectors of results are made at a time, whose windows reach beyond the row.
+  memory.stride = ComponentStride(image, kernel.size, kernel.size) + 4 * kLargestVector;
   const std::size_t row = image.components * memory.stride;
-  const Scratch<T> scratch((kernel.size + 1) * row + kLargestVector);
-  if (!scratch) return false;
-  memory.output = scratch.get();
-  memory.rows = scratch.get() + row;
+  const std::size_t rows = kernel.size * row + kernel.size / 2 * memory.stride + kLargestVector;
+  const Scratch<std::uint16_t> ring(rows);
+  const Scratch<T> components(row);
+  if (!ring || !components) return false;
+  std::memset(ring.get(), 0, rows * sizeof(std::uint16_t));
+  memory.rows = ring.get();
+  memory.components = components.get();
   run(image, kernel, memory);
   return true;
 }

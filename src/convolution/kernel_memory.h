@@ -6,11 +6,12 @@
 
 namespace lx::convolution {
 
-// A ring of padded rows, each of all components, and rows of components on their way out.
+// A ring of padded rows, each of all components, in elements of 16 bits, with some spare rows behind
+// it, and rows of components on their way in or out.
 struct FixedMemory {
   std::size_t stride;  // elements from component to component
   void* rows;
-  void* output;
+  void* components;
 };
 
 // A ring of rows in single precision with their surroundings, a row of nothing but outside, a row

@@ -20,9 +20,6 @@
 #define LX_HAS_LANE_PERMUTE LX_IS_X86_SINCE(HWY_AVX3)
 // Bytes from anywhere in one or two vectors of 64 bytes.
 #define LX_HAS_BYTE_PERMUTE LX_IS_X86_SINCE(HWY_AVX3_DL)
-// Sums of four products of bytes. The way they are switched on is that of one compiler.
-#define LX_HAS_DOT_PRODUCT (LX_HAS_BYTE_PERMUTE && HWY_COMPILER_GCC_ACTUAL)
-
 // Repeats the body of the next loop, whose count is a constant, instead of looping.
 #if HWY_COMPILER_CLANG
 #define LX_UNROLL _Pragma("clang loop unroll(full)")

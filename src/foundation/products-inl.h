@@ -81,6 +81,22 @@ HWY_INLINE hn::Vec512<std::int32_t> WordPairSums(hn::Vec512<std::int16_t> a,
 
 #endif  // LX_HAS_PAIR_PRODUCTS
 
+#if LX_HAS_PAIR_PRODUCTS
+
+// Puts what Pack() has put one behind the other in every block side by side.
+template <class D>
+HWY_INLINE hn::Vec<D> ZipHalves(D d, hn::Vec<D> packed) {
+  alignas(16) static constexpr std::uint8_t kBytes[16] = {0, 8,  1, 9,  2, 10, 3, 11,
+                                                          4, 12, 5, 13, 6, 14, 7, 15};
+  alignas(16) static constexpr std::uint8_t kWords[16] = {0, 1, 8,  9,  2, 3, 10, 11,
+                                                          4, 5, 12, 13, 6, 7, 14, 15};
+  const hn::Repartition<std::uint8_t, D> bytes;
+  const auto order = hn::LoadDup128(bytes, sizeof(hn::TFromD<D>) == 1 ? kBytes : kWords);
+  return hn::BitCast(d, hn::TableLookupBytes(hn::BitCast(bytes, packed), order));
+}
+
+#endif
+
 #if LX_HAS_LANES
 
 // a * b of the even lanes, and of the odd lanes.
@@ -107,6 +123,16 @@ HWY_INLINE auto OddProducts(V a, V b) {
 #else
   return hn::Mul(hn::ShiftRight<16>(hn::BitCast(wide, a)),
                  hn::ShiftRight<16>(hn::BitCast(wide, b)));
+#endif
+}
+
+// The sum of both.
+template <class V>
+HWY_INLINE auto PairProducts(V a, V b) {
+#if LX_HAS_PAIR_PRODUCTS
+  return WordPairSums(a, b);
+#else
+  return hn::Add(EvenProducts(a, b), OddProducts(a, b));
 #endif
 }
 

@@ -139,14 +139,7 @@ struct EvenOddTaps : LoadedTaps<T> {
     const Tag d;
     if constexpr (kFits) return lx::HWY_NAMESPACE::Join(d, {{parts[0], parts[1]}});
 #if LX_HAS_PAIR_PRODUCTS
-    alignas(16) static constexpr std::uint8_t kBytes[16] = {0, 8,  1, 9,  2, 10, 3, 11,
-                                                            4, 12, 5, 13, 6, 14, 7, 15};
-    alignas(16) static constexpr std::uint8_t kWords[16] = {0, 1, 8,  9,  2, 3, 10, 11,
-                                                            4, 5, 12, 13, 6, 7, 14, 15};
-    const hn::Repartition<std::uint8_t, Tag> bytes;
-    const auto order = hn::LoadDup128(bytes, sizeof(T) == 1 ? kBytes : kWords);
-    const auto packed = hn::BitCast(bytes, Pack(parts[0], parts[1]));
-    return hn::BitCast(d, hn::TableLookupBytes(packed, order));
+    return ZipHalves(d, Pack(parts[0], parts[1]));
 #else
     const hn::RebindToSigned<Lanes> whole;
     const auto largest = hn::Set(whole, hwy::LimitsMax<T>());
