@@ -229,20 +229,31 @@ class SumsOfPairs {
 
   void Row(const Element* const* rows, std::size_t width, Element* /*spare*/,
            std::size_t /*stride*/, T* to) const {
+    for (std::size_t x = 0; x < width; x += kAtOnce) {
+      AddUp(rows, x, std::min(kAtOnce, width - x), to + x);
+    }
+  }
+
+ private:
+  static constexpr std::size_t kAtOnce = 256;
+
+  // Coefficient by coefficient, so that the compiler has long loops to work on.
+  void AddUp(const Element* const* rows, std::size_t first, std::size_t count, T* to) const {
     const std::size_t size = kernel_.size;
-    for (std::size_t x = 0; x < width; ++x) {
-      auto sum = static_cast<std::uint32_t>(kernel_.offset);
-      for (std::size_t i = 0; i < size * size; ++i) {
-        sum += std::uint32_t{rows[i / size][x + i % size]} *
-               static_cast<std::uint32_t>(kernel_.coefficients[i]);
-      }
-      const std::int64_t v = static_cast<std::int32_t>(sum) >> kernel_.fraction;
+    std::uint32_t sums[kAtOnce];
+    std::fill(sums, sums + count, static_cast<std::uint32_t>(kernel_.offset));
+    for (std::size_t i = 0; i < size * size; ++i) {
+      const Element* const row = rows[i / size] + first + i % size;
+      const auto coefficient = static_cast<std::uint32_t>(kernel_.coefficients[i]);
+      for (std::size_t x = 0; x < count; ++x) sums[x] += row[x] * coefficient;
+    }
+    for (std::size_t x = 0; x < count; ++x) {
+      const std::int64_t v = static_cast<std::int32_t>(sums[x]) >> kernel_.fraction;
       const std::int64_t rectified = kernel_.absolute ? std::abs(v) : v;
       to[x] = static_cast<T>(std::clamp<std::int64_t>(rectified, 0, hwy::LimitsMax<T>()));
     }
   }
 
- private:
   const FixedKernel& kernel_;
 };
 

@@ -54,20 +54,53 @@ HWY_INLINE hn::Vec<hn::Rebind<T, D>> Finish(D d, hn::Vec<D> sum, const RealKerne
   return hn::DemoteTo(hn::Rebind<T, D>(), v);
 }
 
-template <typename T>
+// Vectors of results that are made at a time.
+constexpr std::size_t kTogether = LX_HAS_LANES ? 8 : 1;
+
+// kColumns: those of the kernel, or 0 where they are counted.
+template <typename T, std::size_t kColumns>
 void Row(const RealKernel& kernel, const float* const* taps, std::size_t width, T* to) {
   const hn::ScalableTag<float> d;
   const hn::Rebind<T, decltype(d)> narrow;
-  ForEachVector(d, width, [&](std::size_t x, auto access) HWY_ATTR {
-    auto sum = hn::Set(d, kernel.start);
+  const std::size_t n = hn::Lanes(d);
+  const std::size_t columns = kColumns == 0 ? kernel.sizeX : kColumns;
+  for (std::size_t first = 0; first < width; first += kTogether * n) {
+    hn::Vec<decltype(d)> sums[kTogether];
+    for (auto& sum : sums) sum = hn::Set(d, kernel.start);
     const float* coefficient = kernel.coefficients;
     for (std::size_t j = 0; j < kernel.sizeY; ++j) {
-      for (std::size_t i = 0; i < kernel.sizeX; ++i) {
-        sum = hn::Add(sum, hn::Mul(hn::LoadU(d, taps[j] + x + i), hn::Set(d, *coefficient++)));
+      const float* const row = taps[j] + first;
+      for (std::size_t i = 0; i < columns; ++i) {
+        const auto factor = hn::Set(d, *coefficient++);
+        LX_UNROLL
+        for (std::size_t v = 0; v < kTogether; ++v) {
+          sums[v] = hn::Add(sums[v], hn::Mul(hn::LoadU(d, row + i + v * n), factor));
+        }
       }
     }
-    access.Store(narrow, Finish<T>(d, sum, kernel), to + x);
-  });
+    for (std::size_t v = 0; v < kTogether; ++v) {
+      const std::size_t x = first + v * n;
+      if (x >= width) break;
+      const auto pixels = Finish<T>(d, sums[v], kernel);
+      if (x + n <= width) {
+        hn::StoreU(pixels, narrow, to + x);
+      } else {
+        PartVector{width - x}.Store(narrow, pixels, to + x);
+      }
+    }
+  }
+}
+
+template <typename T>
+void AnyRow(const RealKernel& kernel, const float* const* taps, std::size_t width, T* to) {
+  switch (kernel.sizeX) {
+    case 3:
+      return Row<T, 3>(kernel, taps, width, to);
+    case 5:
+      return Row<T, 5>(kernel, taps, width, to);
+    default:
+      return Row<T, 0>(kernel, taps, width, to);
+  }
 }
 
 // Source row `y` in single precision, with outside at both ends, into its place in the ring.
@@ -107,7 +140,7 @@ void Run(const ComponentImage& image, const RealKernel& kernel, const RealMemory
         const std::size_t at = (row % memory.slots * image.components + c) * memory.stride;
         memory.taps[j] = row < image.height ? memory.rows + at : memory.outside;
       }
-      Row(kernel, memory.taps, image.width, ComponentOutput(image, y, output, memory.stride, c));
+      AnyRow(kernel, memory.taps, image.width, ComponentOutput(image, y, output, memory.stride, c));
     }
     StoreComponents(image, y, output, memory.stride);
   }
@@ -137,7 +170,8 @@ template <typename T, class Kernel>
 bool WithMemory(const ComponentImage& image, const RealKernel& kernel, Kernel run) {
   RealMemory memory{};
   memory.slots = std::min(kernel.sizeY, image.height);
-  memory.stride = ComponentStride(image, kernel.sizeX, kernel.sizeX);
+  // Several vectors of results are made at a time, whose windows reach beyond the row.
+  memory.stride = ComponentStride(image, kernel.sizeX, kernel.sizeX) + 8 * kLargestVector;
   const std::size_t row = image.components * memory.stride;
   const Scratch<float> rows(memory.slots * row + memory.stride);
   const Scratch<T> ends(2 * row);
