@@ -66,21 +66,6 @@ TEST(Contract, BadArgumentsAreRefusedInOrder) {
   });
 }
 
-TEST(Contract, NullsThatMeanSomething) {
-  ForEveryOperation([](const Operation& operation, int choice) {
-    for (std::size_t i = 0; i < operation.parameters.size(); ++i) {
-      if (!operation.parameters[i].whenNull) continue;
-      Trial trial(operation, choice);
-      if (operation.parameters[i].IsRegion() && !operation.WorksInPlace(trial.call.values)) {
-        continue;
-      }
-      trial.call.values[i] = catalogue::NullOf(operation.parameters[i].kind);
-      trial.Run();
-      EXPECT_EQ(LxGetError(), LX_OK) << operation.parameters[i].name;
-    }
-  });
-}
-
 // What the catalogue says of running in place fits the types and the refusals; the sweep sees that
 // it works. Images that share their first pixel and not the rest are different ones.
 TEST(Contract, InPlaceIsAsStated) {
