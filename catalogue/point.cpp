@@ -5,6 +5,8 @@ namespace lx::catalogue {
 
 namespace {
 
+constexpr const char* kUntilThrown = "what was done until the function threw";
+
 const std::vector<Group> kGroups = {
     {{},
      {LX_FORM(PicCopy, void(LxBW8, LxROI<LxBW8>*), .trace = "PicCopy ( BW8 Const to Image)",
@@ -60,7 +62,9 @@ const std::vector<Group> kGroups = {
                             "table#1,2,4,8,16,32,64,128,256,512,1024,2048,4096,8192,16384,32768,"
                             "65536 shift=4294967295'the top bits':0..16",
               .summary = "Maps chosen bits of 16-bit pixels to 8 bits")}},
-    {{{LX_ERROR_ARGUMENT_3_OUT_OF_RANGE}},
+    {{{LX_ERROR_ARGUMENT_3_OUT_OF_RANGE},
+      {LX_ERROR_ALLOCATION_FAILED, kUntilThrown},
+      {LX_ERROR_INTERNAL, kUntilThrown}},
      {LX_FORM(PicTransform, void(LxROI<LxBW8>*, LxROI<LxBW8>*, ByteFunction, int),
               .trace = "PicTransform",
               .parameters = "source >destination function use-table=1:0..1",

@@ -143,11 +143,12 @@ TEST(Contract, ExtremeArguments) {
         trial.Place(i, picture, {Pitch::kTight, end});
       }
       LxSetMMX(turn / 2 % 2);
-      const CrashNote note(operation.signature, trial.call.Text(), 29, 3);
+      const std::string text = trial.call.Text();
+      const CrashNote note(operation.signature, text, 29, 3);
       trial.Run();
       LxSetMMX(1);
       EXPECT_TRUE(LxGetError() == LX_OK || operation.Refuses(LxGetError()))
-          << trial.call.Text() << ": " << LxGetError();
+          << text << ": " << LxGetError();
     }
   });
 }

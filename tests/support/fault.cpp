@@ -2,6 +2,7 @@
 #include "support/fault.h"
 
 #include <algorithm>
+#include <new>
 
 #include "support/trial/kernels.h"
 
@@ -11,11 +12,46 @@ namespace {
 
 constexpr Size kSize = {19, 3};
 
+template <class Value>
+bool IsNull(const Value& value) {
+  if constexpr (std::is_pointer_v<Value>) {
+    return value == nullptr;
+  } else {
+    return true;
+  }
+}
+
 Arguments Spoilt(const Operation& operation, int choice, const std::vector<const Fault*>& faults) {
   Arguments call(operation);
   call.SetChoice(choice);
   for (const Fault* const fault : faults) fault->spoil(call);
   return call;
+}
+
+template <class Thrown, class Pixel>
+Pixel ThrowPixel(Pixel /*pixel*/) {
+  throw Thrown();
+}
+
+template <class Thrown>
+struct ThrowingLookup : LxColorLookup {
+  void Transform(LxC24 /*colour*/, LxC24& /*result*/) override { throw Thrown(); }
+};
+
+// A function of the application that throws.
+template <class Thrown>
+Argument ThrowingArgument(Kind kind) {
+  static ThrowingLookup<Thrown> lookup;
+  switch (kind) {
+    case Kind::kByteFunction:
+      return &ThrowPixel<Thrown, unsigned char>;
+    case Kind::kWordFunction:
+      return &ThrowPixel<Thrown, unsigned short>;
+    case Kind::kColourLookup:
+      return &lookup;
+    default:
+      return catalogue::NullOf(kind);
+  }
 }
 
 class Collector {
@@ -168,7 +204,16 @@ class Collector {
       Add("null", index, code).spoil = [index](Arguments& call) { call.SetNull(index); };
     }
     if (parameter.kind == Kind::kKernel) AddKernels(index);
+    AddThrowing<int>(index, LX_ERROR_INTERNAL);
+    AddThrowing<std::bad_alloc>(index, LX_ERROR_ALLOCATION_FAILED);
     if (vector && parameter.role != catalogue::Role::kWritten) AddVectors(index);
+  }
+
+  template <class Thrown>
+  void AddThrowing(std::size_t index, LX_ERRORS code) {
+    const Argument throwing = ThrowingArgument<Thrown>(operation.parameters[index].kind);
+    if (std::visit([](const auto& value) { return IsNull(value); }, throwing)) return;
+    Add("that throws", index, code).spoil = [=](Arguments& call) { call.values[index] = throwing; };
   }
 
   void AddKernels(std::size_t index) {
