@@ -166,7 +166,7 @@ const std::vector<Group> kGroups = {
          PicVect1c2, void(ARITH_LOGIC_OPERATIONS, LxVector*, int, LxVector*, int, int),
          .trace = "PicVect1c2", .innerTraces = "CheckGroups | LxVector::SetStructure",
          .parameters =
-             "operation{2,0-1,3-9,13-15,19-20,22,35} source constant~3:-100000..100000 "
+             "operation{2,0-1,3-9,13-15,19-20,22,35} source constant~3,0,256,-1:-100000..100000 "
              ">destination first=0'from the first group'~0,0,0,1,3,-1:0..9 last=-1'to the last "
              "group'~-1,-1,-1,2,-2:0..12",
          .summary = "Untyped vector with a constant", .withoutKernel = "all")}},
