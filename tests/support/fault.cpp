@@ -217,7 +217,7 @@ class Collector {
   }
 
   void AddKernels(std::size_t index) {
-    const auto add = [&](const char* name, std::shared_ptr<LxKernel> kernel) {
+    const auto add = [&](const char* name, const std::shared_ptr<LxKernel>& kernel) {
       AddFound(name, index, [=](Arguments& call) { call.SetKernel(index, kernel); });
     };
     add("without storage", std::make_shared<LxKernel>());
