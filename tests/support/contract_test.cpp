@@ -134,6 +134,10 @@ TEST(Contract, ExtremeArguments) {
         if (operation.parameters[i].kind == Kind::kColour) {
           call.values[i] = LxColor{real(), real(), real()};
         }
+        if (auto* const* const kernel = std::get_if<LxKernel*>(&call.values[i])) {
+          (*kernel)->SetGain(real());
+          (*kernel)->GetDataPtr()[0] = real();
+        }
       }
       Trial trial(operation, std::move(call));
       const int end = turn % 2 == 0 ? kGuardBehind : kGuardBefore;

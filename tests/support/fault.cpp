@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <new>
+#include <set>
+#include <type_traits>
 
 #include "support/trial/kernels.h"
 
@@ -101,17 +103,14 @@ class Collector {
   // One value for each code: refusals by name, and values without a case.
   void AddChoices(std::size_t index) {
     const auto& offered = operation.parameters[index].choices;
-    std::vector<LX_ERRORS> seen;
+    std::set<LX_ERRORS> seen;
     for (int value = -1; value < 40; ++value) {
       const auto same = [value](const auto& each) { return each.value == value; };
       if (std::any_of(offered.begin(), offered.end(), same)) continue;
       const std::size_t before = faults.size();
       AddFound(std::to_string(value), index, [value](Arguments& call) { call.SetChoice(value); });
-      if (faults.size() == before) continue;
-      if (std::count(seen.begin(), seen.end(), faults.back().code) != 0)
-        faults.pop_back();
-      else
-        seen.push_back(faults.back().code);
+      const bool refused = faults.size() != before;
+      if (refused && !seen.insert(faults.back().code).second) faults.pop_back();
     }
   }
 
