@@ -32,9 +32,13 @@ void ExpectApart(const Operation& operation, int choice, const Reference& refere
   std::atomic<int> calls{0};
   std::atomic<bool> done{false};
   std::thread caller([&] {
-    PicSetOverlayColor({1, 2, 3});
     const auto trial = DrawTrial(operation, choice, reference, "caller");
-    for (trial->Prepare(); !done; ++calls) trial->Call();
+    for (trial->Prepare(); !done; ++calls) {
+      PicSetOverlayColor({static_cast<std::uint8_t>(calls), 2, 3});
+      trial->Call();
+      LxSetError(LX_ERROR_INTERNAL);
+    }
+    trial->Expect(reference);
     trial->Run();
     EXPECT_EQ(trial->Difference(), "") << operation.signature << trial->call.Text();
   });
