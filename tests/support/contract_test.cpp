@@ -20,12 +20,6 @@ namespace {
 
 using catalogue::InPlace;
 
-bool SizesMustAgree(const Operation& operation) {
-  return std::all_of(
-      operation.parameters.begin(), operation.parameters.end(),
-      [](const Parameter& each) { return each.size == catalogue::SizeRule::kEqual; });
-}
-
 // Where the check stands that finds the fault. Where several refuse with one code, each belongs to a
 // parameter.
 std::size_t CheckOf(const Operation& operation, const Fault& fault,
@@ -117,6 +111,24 @@ double Extreme(const Parameter& parameter, Random& random) {
   return values[random.Below(real ? values.size() : values.size() - 2)];
 }
 
+// Some of the arguments are extreme.
+Arguments DrawExtremes(const Operation& operation, Random& random) {
+  Arguments call(operation, random);
+  for (std::size_t i = 0; i < call.values.size(); ++i) {
+    const Parameter& parameter = operation.parameters[i];
+    const auto real = [&] { return static_cast<float>(Extreme(parameter, random)); };
+    if (random.Below(2) == 0) continue;
+    if (catalogue::IsNumber(parameter.kind)) call.SetNumber(i, Extreme(parameter, random));
+    if (parameter.kind == Kind::kColour) call.values[i] = LxColor{real(), real(), real()};
+    if (parameter.kind == Kind::kKernel) {
+      auto& kernel = *std::get<LxKernel*>(call.values[i]);
+      kernel.SetGain(real());
+      kernel.GetDataPtr()[0] = real();
+    }
+  }
+  return call;
+}
+
 // Whatever the numbers are, a call ends, and touches nothing before or behind the regions: there
 // are no pages there.
 TEST(Contract, ExtremeArguments) {
@@ -124,22 +136,8 @@ TEST(Contract, ExtremeArguments) {
     if (operation.parameters.front().IsReturned()) return;  // a getter
     Random random(operation.signature);
     for (int turn = 0; turn < 12; ++turn) {
-      Arguments call(operation, random);
-      call.SetChoice(choice);
-      const auto extreme = [&](std::size_t i) { return Extreme(operation.parameters[i], random); };
-      for (std::size_t i = 0; i < call.values.size(); ++i) {
-        const auto real = [&] { return static_cast<float>(extreme(i)); };
-        if (random.Below(2) == 0) continue;
-        if (catalogue::IsNumber(operation.parameters[i].kind)) call.SetNumber(i, extreme(i));
-        if (operation.parameters[i].kind == Kind::kColour) {
-          call.values[i] = LxColor{real(), real(), real()};
-        }
-        if (auto* const* const kernel = std::get_if<LxKernel*>(&call.values[i])) {
-          (*kernel)->SetGain(real());
-          (*kernel)->GetDataPtr()[0] = real();
-        }
-      }
-      Trial trial(operation, std::move(call));
+      Trial trial(operation, DrawExtremes(operation, random));
+      trial.call.SetChoice(choice);
       const int end = turn % 2 == 0 ? kGuardBehind : kGuardBefore;
       for (const std::size_t i : trial.Regions()) {
         Picture picture(operation.parameters[i].pixel, 29, 3);

@@ -129,18 +129,12 @@ class Collector {
       };
       null.relates = apart;
     }
-    if (SizesMustAgree() && usual.Regions().size() > 1) AddSizes(index);
+    if (SizesMustAgree(operation) && usual.Regions().size() > 1) AddSizes(index);
     if (operation.followsRuns && !parameter.IsWritten()) AddStaleRuns(index);
     if (!apart || operation.WorksInPlace(usual.call.values)) return;
     for (const std::size_t source : operation.SourceIndices()) {
       if (operation.parameters[source].pixel == parameter.pixel) AddSource(index, source);
     }
-  }
-
-  bool SizesMustAgree() const {
-    return std::all_of(
-        operation.parameters.begin(), operation.parameters.end(),
-        [](const Parameter& each) { return each.size == catalogue::SizeRule::kEqual; });
   }
 
   void AddSizes(std::size_t index) {
@@ -186,7 +180,7 @@ class Collector {
       add("with runs of another pitch", absolute, [](auto& image) {
         image.Attach(image.GetPixelPtr(0, 0), kSize.width, kSize.height, image.GetPitch() - 1);
       });
-      if (SizesMustAgree() && Trial(operation, choice).Regions().size() > 1) continue;
+      if (SizesMustAgree(operation) && Trial(operation, choice).Regions().size() > 1) continue;
       add("with runs of another place", absolute, [](auto& image) {
         image.Attach(image.GetPixelPtr(0, 1), kSize.width, kSize.height - 1, image.GetPitch());
       });
@@ -260,6 +254,12 @@ class Collector {
 };
 
 }  // namespace
+
+bool SizesMustAgree(const Operation& operation) {
+  return std::all_of(
+      operation.parameters.begin(), operation.parameters.end(),
+      [](const Parameter& each) { return each.size == catalogue::SizeRule::kEqual; });
+}
 
 std::vector<Fault> FaultsOf(const Operation& operation, int choice) {
   return Collector(operation, choice).Collect();

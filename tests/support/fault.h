@@ -22,6 +22,9 @@ struct Fault {
   bool relates = false;
 };
 
+/// Whether all regions must have one size.
+bool SizesMustAgree(const Operation& operation);
+
 /// Every fault that the catalogue lets expect of the operation.
 std::vector<Fault> FaultsOf(const Operation& operation, int choice);
 
