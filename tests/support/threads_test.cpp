@@ -27,8 +27,8 @@ std::unique_ptr<Trial> DrawTrial(const Operation& operation, int choice, const R
 // One thread calls as often as it can; what another one gets must not know of it: each has arguments,
 // an error state and an overlay colour of its own.
 void ExpectApart(const Operation& operation, int choice, const Reference& reference) {
-  constexpr int kTurns = 60;
-  constexpr auto kMost = std::chrono::milliseconds(30);
+  constexpr int kTurns = 40;
+  constexpr auto kMost = std::chrono::milliseconds(8);
   std::atomic<int> calls{0};
   std::atomic<bool> done{false};
   std::thread caller([&] {
