@@ -221,7 +221,7 @@ TEST_F(Files, TypesWithoutAFormatAreConvertedOrRefused) {
 
 TEST_F(Files, FormatIsToldByContentNotByName) {
   std::filesystem::rename(WriteGrey("a.png", 2, {1, 2}), Path("a.jpg"));
-  EXPECT_EQ(FormatOf(Path("a.jpg")), "PNG");
+  EXPECT_EQ(ReadFile(Path("a.jpg")).format, "PNG");
   EXPECT_EQ(LevelsOf(Path("a.jpg")), (Bytes{1, 2}));
 }
 
