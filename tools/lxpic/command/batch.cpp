@@ -95,7 +95,7 @@ std::string TimeText(const BatchOptions& options, const std::string& input,
 
 // In a folder the file has the name of an image; "a.tif.png" is drawn where that cannot be.
 void DrawTo(const std::string& path, const NamedNumbers& vector, const std::string& format = "") {
-  const auto chosen = DrawingFormatOf(format.empty() ? path : "." + format);
+  const auto chosen = DrawingFormatOf(format.empty() ? path : "drawing." + format);
   if (!format.empty() && !chosen) {
     throw Failure(kWrongUsage, "--as: a drawing is png or svg, not " + format);
   }

@@ -30,9 +30,8 @@ ImageValue MakeImageFor(Pixel pixel, unsigned long width, unsigned long height,
   }
   const unsigned long most = MaxPixels() / cost;
   if (width * height > most) {
-    throw Failure(kFileFailed, SizeText(width, height) + " are more than the " +
-                                   std::to_string(most) +
-                                   " that are read of such a file; --max-pixels raises this");
+    throw Failure(kFileFailed, SizeText(width, height) + ", but at most " + std::to_string(most) +
+                                   " are read; --max-pixels raises that");
   }
   return {pixel, static_cast<int>(width), static_cast<int>(height)};
 }
