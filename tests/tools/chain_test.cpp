@@ -134,6 +134,7 @@ TEST_F(ChainTest, KernelsAreRowsOrPresetsWithSettings) {
   EXPECT_EQ(middle("1,0,-1/2,0,-2/1,0,-1"), 0);
   EXPECT_EQ(middle("1,0,-1/2,0,-2/1,0,-1:rectifier=absolute"), 120);
   EXPECT_EQ(middle("1,0,-1/2,0,-2/1,0,-1:rectifier=negative"), 120);
+  EXPECT_EQ(middle("1,0,-1/2,0,-2/1,0,-1:rectifier=none:offset=200"), 80);
   EXPECT_EQ(middle("sobel-x:rectifier=negative"), 0);
   EXPECT_EQ(middle("sobel-x:rectifier=positive"), 120);
   EXPECT_EQ(middle("prewitt-x"), 90);
@@ -157,6 +158,8 @@ TEST_F(ChainTest, DepthsAndFurtherResultsAreReached) {
 }
 
 TEST_F(ChainTest, VectorsArePrinted) {
+  // An error of long ago is none of theirs.
+  LxSetError(LX_ERROR_ROI_NOT_ATTACHED);
   EXPECT_EQ(Tool({"vect1c2", "add", "u8:1,200,255", "100"}).out, "destination 101,255,255\n");
   EXPECT_EQ(Tool({"vect1c2", "add", "s16:-5,32767", "1"}).out, "destination -4,32767\n");
   EXPECT_EQ(Tool({"vect1c2", "divide", "1,2", "0"}).code, kOperationFailed);

@@ -108,24 +108,28 @@ TEST_F(Outputs, SignalsLeaveTheOldFileAndNothingElse) {
 
 // Whichever allocation fails, a file is the old one or the whole new one.
 TEST_F(Outputs, LackOfMemoryLeavesTheOldFileAndNothingElse) {
-  const std::string path = Path("o.tif");
-  const std::vector<std::string> words = {a, "lut", "invert", "-o", path};
-  ASSERT_EQ(Tool(words).code, kFine);
-  const std::string whole = Content(path);
-  WriteText(path, "old");
-  const std::size_t count = AllFiles().size();
-  testing::internal::CaptureStderr();
-  int code = kFine;
-  int halves = 0;
-  const auto check = [&] {
-    const std::string now = Content(path);
-    halves +=
-        AllFiles().size() == count && (now == whole || (now == "old" && code != kFine)) ? 0 : 1;
-    if (now == whole) WriteText(path, "old");
-  };
-  EXPECT_GT(test::FailEachAllocation([&] { code = RunTool(words); }, check), 200);
-  EXPECT_EQ(halves, 0);
-  EXPECT_TRUE(Contains(testing::internal::GetCapturedStderr(), "lxpic: not enough memory\n"));
+  const std::string path = Path("o/a.png");
+  for (const std::vector<std::string>& words :
+       {std::vector<std::string>{a, "lut", "invert", "-o", path},
+        {a, b, "oper", "invert", "--jobs", "2", "-o", Path("o/")}}) {
+    fs::create_directories(Path("o"));
+    ASSERT_EQ(Tool(words).code, kFine);
+    const std::string whole = Content(path);
+    const std::size_t count = AllFiles().size();
+    WriteText(path, "old");
+    testing::internal::CaptureStderr();
+    int code = kFine;
+    int halves = 0;
+    const auto check = [&] {
+      const std::string now = Content(path);
+      const bool isKept = now == whole || (now == "old" && code != kFine);
+      halves += isKept && AllFiles().size() == count ? 0 : 1;
+      if (now == whole) WriteText(path, "old");
+    };
+    EXPECT_GT(test::FailEachAllocation([&] { code = RunTool(words); }, check), 100);
+    EXPECT_EQ(halves, 0);
+    EXPECT_TRUE(Contains(testing::internal::GetCapturedStderr(), "lxpic: not enough memory\n"));
+  }
 }
 
 TEST_F(Outputs, LinksAndPermissionsStay) {
@@ -147,12 +151,15 @@ TEST_F(Outputs, NoRunWritesOverWhatIsRead) {
   Linked("links/a.png", b, true);
   Linked("operand/a.png", b, false);
   const std::string bitmap = Write("a.pbm", "P4\n1 1\n\x80");
+  const std::string tiff = WriteGrey("t.tif", 2, {5, 6});
+  const std::string drawing = Linked("out/t.tif.png", b, false);
   const auto before = AllFiles();
   for (const std::vector<std::string>& command :
        {std::vector<std::string>{b, a, "copy", "-o", Path("out/")},
         {a, b, "copy", "-o", Path("links")},
         {a, bitmap, "copy", "-o", Path("new/")},
         {a, Path("out/b.png"), "oper", "add", b, "-o", Path("operand")},
+        {a, tiff, "oper", "add", drawing, "histogram", "-o", Path("out/")},
         {a, "histogram", "--values", a},
         {a, "histogram", "--plot", a},
         {a, "oper", "add", b, "histogram", "--plot", b},
@@ -181,10 +188,9 @@ TEST_F(Outputs, TheDemonstrationKeepsItsInputs) {
   for (const auto& each : fs::directory_iterator(Path("d"))) {
     const std::string name = each.path().filename().string();
     const std::string golden = Linked("e/" + name, a, false);
-    const auto before = AllFiles();
     const bool isOwn = name == "golden.png";
     EXPECT_EQ(Tool({"demo", golden, b, "-o", Path("e")}).code, isOwn ? kFine : kWrongUsage) << name;
-    EXPECT_EQ(Content(golden), before.at(golden)) << name;
+    EXPECT_TRUE(fs::equivalent(golden, a)) << name;
     fs::remove_all(Path("e"));
   }
 }
