@@ -206,9 +206,9 @@ ExitCode RunChain(const Arguments& arguments) {
       ->option_text(" ");
   app.add_option("-o,--output", options.output, "The file to write, or a folder for many")
       ->option_text("FILE");
-  app.add_option("--as", options.outputFormat, "Write it as png, tif, jpg, pgm, ppm or svg")
+  app.add_option("--as", options.outputFormat, "How -o is written: png, tif, jpg, pgm, ppm or svg")
       ->option_text("FORMAT");
-  app.add_option("--plot", options.plot, "The same for a drawing of the last vector, PNG or SVG")
+  app.add_option("--plot", options.plot, "As -o, for a drawing of the last vector, PNG or SVG")
       ->option_text("FILE");
   app.add_option("--values", options.values, "The file to write the numbers to, .csv or .json")
       ->option_text("FILE");

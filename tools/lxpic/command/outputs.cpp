@@ -66,7 +66,8 @@ bool NamesFolder(const OutputOption& option, const std::vector<std::string>& inp
 std::vector<std::string> ChooseOutputs(const OutputOption& option,
                                        const std::vector<std::string>& inputs) {
   if (option.path.empty()) return std::vector<std::string>(inputs.size());
-  const bool isDrawing = option.format == "svg" || DrawingFormatOf(option.path);
+  const bool isDrawing =
+      option.format.empty() ? DrawingFormatOf(option.path).has_value() : option.format == "svg";
   if (NamesFolder(option, inputs)) {
     if (!option.format.empty() && !isDrawing) CheckFormat(option.path, option.format);
     std::vector<std::string> outputs;
