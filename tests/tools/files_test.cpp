@@ -255,6 +255,14 @@ Bytes Seen(const Stored& stored, unsigned x, unsigned y) {
   switch (stored.photometric) {
     case PHOTOMETRIC_PALETTE:
       return {static_cast<int>(level), static_cast<int>(level ^ 1), static_cast<int>(level ^ 2)};
+    case PHOTOMETRIC_SEPARATED: {
+      Bytes colour;
+      for (unsigned k = 0; k < 3; ++k) {
+        const unsigned light = (255 - stored.At(x, y, k)) * (255 - stored.At(x, y, 3)) / 255;
+        colour.push_back(static_cast<int>(light));
+      }
+      return colour;
+    }
     case PHOTOMETRIC_RGB: {
       Bytes colour;
       for (unsigned k = 0; k < 3; ++k) {
@@ -316,6 +324,7 @@ TEST_F(Files, TiffOfEveryLayoutIsRead) {
   for (int orientation = 2; orientation <= 8; ++orientation) {
     layouts.push_back({PHOTOMETRIC_RGB, 8, 3, false, false, orientation});
     layouts.push_back({PHOTOMETRIC_MINISBLACK, 16, 1, true, false, orientation});
+    layouts.push_back({PHOTOMETRIC_SEPARATED, 8, 4, orientation % 2 == 0, false, orientation});
   }
   for (const Stored& stored : layouts) {
     WriteStored(Path("a.tif"), stored);
