@@ -25,7 +25,7 @@ ssize_t Uninterrupted(const Call& call) {
 }  // namespace
 
 InputFile::InputFile(const std::string& path)
-    : descriptor(STDIN_FILENO), isOwn(path != kStandardStream), buffer(kBufferSize) {
+    : isOwn(path != kStandardStream), buffer(kBufferSize) {
   if (isOwn) descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
   if (descriptor < 0) {
     throw Failure(kFileFailed, std::string("cannot be opened: ") + std::strerror(errno));

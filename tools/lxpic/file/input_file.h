@@ -46,7 +46,7 @@ class InputFile {
 
   bool Fill() noexcept;
 
-  int descriptor;
+  int descriptor = 0;  // standard input
   bool isOwn;
   int error = 0;
   std::uint64_t start = 0;  // where a file was that was handed over open

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <utility>
 
 #include "tools/lxpic/common/failure.h"
 #include "tools/lxpic/file/output_file.h"
@@ -45,8 +46,8 @@ std::optional<DrawingFormat> DrawingFormatOf(const std::string& path) {
   return std::nullopt;
 }
 
-Drawing::Drawing(const std::string& fileName, DrawingFormat format, const Size& size)
-    : path(fileName),
+Drawing::Drawing(std::string fileName, DrawingFormat format, const Size& size)
+    : path(std::move(fileName)),
       isSvg(format == DrawingFormat::kSvg),
       surface(MakeSurface(&content, isSvg, size)),
       context(cairo_create(surface.get())) {

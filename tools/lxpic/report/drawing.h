@@ -15,7 +15,7 @@ namespace lx::tool {
 class Drawing : public LxDrawTarget {
  public:
   /// A drawing of `size` pixels for the file `path`.
-  Drawing(const std::string& path, DrawingFormat format, const Size& size);
+  Drawing(std::string path, DrawingFormat format, const Size& size);
 
   /// Chooses what later lines are drawn with.
   void SetPen(const Colour& colour, double width);
