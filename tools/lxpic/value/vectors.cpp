@@ -108,10 +108,12 @@ Value MakeFunction(const std::vector<unsigned>& entries) {
 template <class Vector, class Plain, Numbers::Drawing drawing = Numbers::Drawing::kLine>
 Value MakeFilled(const std::vector<unsigned>& entries) {
   using Element = std::remove_reference_t<decltype(std::declval<Vector&>()[0])>;
+  LxOk();
   auto vector = MakeEmpty<Vector>();
   for (const unsigned entry : entries) {
     vector->AddElement(Element(static_cast<Plain>(entry)));
   }
+  if (LxGetError() != LX_OK) throw Failure(kOperationFailed, "no memory for a vector");
   return {vector.get(), vector, [vector] { return ReadVector(*vector, drawing); }};
 }
 
