@@ -6,7 +6,10 @@ namespace lx::catalogue {
 namespace {
 
 const std::vector<Group> kGroups = {
-    {{{LX_ERROR_UNSUPPORTED_OPERATION}, {LX_ERROR_INTERNAL}},
+    {{{LX_ERROR_UNSUPPORTED_OPERATION},
+      {LX_ERROR_ROI_NOT_ATTACHED},
+      {LX_ERROR_SIZE_MISMATCH},
+      {LX_ERROR_INTERNAL}},
      {LX_FORM(PicOper, void(ARITH_LOGIC_OPERATIONS, LxBW8, LxROI<LxBW8>*),
               .trace = "PicOper ( BW8 Const to Image)",
               .parameters = "operation{0} constant~100 >destination",

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <limits>
 #include <string>
 #include <tuple>
 #include <type_traits>
@@ -79,6 +80,10 @@ Parameter MakeParameter() {
   made.pixel = kPixelOf<Plain>;
   // A reference is a result; the description tells when it is read as well.
   if (std::is_reference_v<T>) made.role = Role::kWritten;
+  if constexpr (std::is_arithmetic_v<Plain>) {
+    made.lowest = static_cast<double>(std::numeric_limits<Plain>::lowest());
+    made.highest = static_cast<double>(std::numeric_limits<Plain>::max());
+  }
   if constexpr (std::is_enum_v<Plain>) made.enumeration = EnumerationOf<Plain>();
   return made;
 }

@@ -53,6 +53,10 @@ const Refusal* Operation::FindRefusal(LX_ERRORS code) const {
   return found == refusals.end() ? nullptr : &*found;
 }
 
+bool Operation::Refuses(LX_ERRORS code) const {
+  return std::find(checks.begin(), checks.end(), code) != checks.end();
+}
+
 const std::vector<Operation>& All() {
   static const std::vector<Operation> operations = [] {
     std::vector<Operation> all;

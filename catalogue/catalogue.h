@@ -53,6 +53,8 @@ struct Parameter {
   std::vector<double> trials;           ///< what tests and benchmarks use, the most usual one first
   double minimum = 0;                   ///< of a number, usually
   double maximum = 0;
+  double lowest = 0;  ///< what the type of a number holds
+  double highest = 0;
   std::string enumeration;       ///< the enumeration whose names it takes; "" when none
   std::vector<Named> choices;    ///< the values of it that this form offers
   std::vector<unsigned> counts;  ///< the element counts that a vector may have; empty for any
@@ -113,6 +115,9 @@ struct Operation {
   bool hasKernel = true;          ///< the fast path dispatches on the instruction set
   std::vector<int> plainChoices;  ///< the choices for which it does not, where others do
   std::vector<Refusal> refusals;  ///< besides those of regions in general
+  /// The codes of all refusals, those of regions in general among them, in the order of the checks.
+  /// One that stands there several times comes of several parameters, in their order.
+  std::vector<LX_ERRORS> checks;
   void (*call)(Arguments&) = nullptr;
 
   /// Index of the first written region; parameters.size() when there is none.
@@ -127,6 +132,8 @@ struct Operation {
   bool WorksInPlace(const Arguments& arguments) const;
   /// What is special about refusing with `code`; null when it does not refuse with that.
   const Refusal* FindRefusal(LX_ERRORS code) const;
+  /// Whether it refuses with `code` at all.
+  bool Refuses(LX_ERRORS code) const;
 };
 
 /// A class with state. Its members are operations on the object.

@@ -11,7 +11,9 @@ const std::vector<Group> kGroups = {
               .trace = "TintGetComponent",
               .parameters = "source >plane index~0,1,2,3,4294967295:0..2 "
                             "lookup?'colours as they are'",
-              .summary = "One component of each colour"),
+              .summary = "One component of each colour",
+              .refusals = {{LX_ERROR_ALLOCATION_FAILED, "what was done until the lookup threw"},
+                           {LX_ERROR_INTERNAL, "what was done until the lookup threw"}}),
       LX_FORM(TintSetComponent, void(LxROI<LxBW8>*, LxROI<LxC24>*, unsigned),
               .trace = "TintSetComponent",
               .parameters = "plane <>target index~0,1,2,3,4294967295:0..2",

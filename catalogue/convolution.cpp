@@ -147,32 +147,41 @@ const std::vector<Group> kSmoothing = {
 
 const std::vector<Group> kKernels = {
     {{{LX_ERROR_KERNEL_NO_DATA},
-      {LX_ERROR_KERNEL_NOT_ALLOCATED},
       {LX_ERROR_UNSUPPORTED_KERNEL_SIZE},
       {LX_ERROR_DESTINATION_IS_SOURCE},
       {LX_ERROR_ALLOCATION_FAILED}},
      {LX_ANY_KERNEL(LxBW8, "PicConvolKernel BW8",
                     "ConvolKernel3x3 | ConvolKernel5x5 | ConvolKernel7x7"),
       LX_ANY_KERNEL(LxBW16, "PicConvolKernel BW16",
-                    "ConvolKernel3x3 BW16 | ConvolKernel5x5 BW16 | ConvolKernel7x7 BW16"),
-      LX_KERNEL_FORM(PicConvolKernel, LxC24, .trace = "PicConvolKernel ( C24)",
+                    "ConvolKernel3x3 BW16 | ConvolKernel5x5 BW16 | ConvolKernel7x7 BW16")}},
+    {{{LX_ERROR_DESTINATION_IS_SOURCE},
+      {LX_ERROR_KERNEL_NO_DATA},
+      {LX_ERROR_UNSUPPORTED_KERNEL_SIZE},
+      {LX_ERROR_ALLOCATION_FAILED}},
+     {LX_KERNEL_FORM(PicConvolKernel, LxC24, .trace = "PicConvolKernel ( C24)",
                      .innerTraces = "PicConvolKernel BW8 | ConvolKernel3x3 < PicConvolKernel BW8 | "
                                     "ConvolKernel5x5 < PicConvolKernel BW8 | ConvolKernel7x7 < "
                                     "PicConvolKernel BW8",
                      .parameters = kWithKernel, .summary = "Any kernel",
                      .inPlace = InPlace::kRefused)}},
     {{{LX_ERROR_KERNEL_NO_DATA},
-      {LX_ERROR_KERNEL_NOT_ALLOCATED},
       {LX_ERROR_KERNEL_RECTIFIER},
       {LX_ERROR_UNSUPPORTED_KERNEL_SIZE},
+      {LX_ERROR_ROI_NOT_ATTACHED},
+      {LX_ERROR_SIZE_MISMATCH},
       {LX_ERROR_DESTINATION_IS_SOURCE},
       {LX_ERROR_ALLOCATION_FAILED}},
      {LX_SYMMETRIC_KERNEL(LxBW8, "PicConvolSymmetricKernel",
                           "ConvolKernelS3xS3 | ConvolKernelS5xS5 | ConvolKernelS7xS7"),
       LX_SYMMETRIC_KERNEL(
           LxBW16, "PicConvolSymmetricKernel BW16",
-          "ConvolKernelS3xS3 BW16 | ConvolKernelS5xS5 BW16 | ConvolKernelS7xS7 (BW16)"),
-      LX_SYMMETRIC_KERNEL(LxC24, "PicConvolSymmetricKernel ( C24)",
+          "ConvolKernelS3xS3 BW16 | ConvolKernelS5xS5 BW16 | ConvolKernelS7xS7 (BW16)")}},
+    {{{LX_ERROR_DESTINATION_IS_SOURCE},
+      {LX_ERROR_KERNEL_NO_DATA},
+      {LX_ERROR_KERNEL_RECTIFIER},
+      {LX_ERROR_UNSUPPORTED_KERNEL_SIZE},
+      {LX_ERROR_ALLOCATION_FAILED}},
+     {LX_SYMMETRIC_KERNEL(LxC24, "PicConvolSymmetricKernel ( C24)",
                           "PicConvolSymmetricKernel | ConvolKernelS3xS3 < PicConvolSymmetricKernel "
                           "| ConvolKernelS5xS5 < PicConvolSymmetricKernel | ConvolKernelS7xS7 < "
                           "PicConvolSymmetricKernel")}}};

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Takes the texts of the rows apart.
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <charconv>
 #include <sstream>
@@ -188,6 +189,24 @@ Reach ReadReach(const Operation& operation, std::string_view text) {
   return reach;
 }
 
+constexpr std::array kRegionCodes = {LX_ERROR_ROI_NOT_ATTACHED, LX_ERROR_SIZE_MISMATCH};
+
+// Takes over the refusals of a group and a row, as an order and as a list of different codes.
+void DescribeRefusals(Operation& operation, std::vector<Refusal> all) {
+  const bool hasRegion = std::any_of(operation.parameters.begin(), operation.parameters.end(),
+                                     [](const Parameter& each) { return each.IsRegion(); });
+  for (Refusal& each : all) {
+    operation.checks.push_back(each.code);
+    const bool general =
+        hasRegion && std::count(kRegionCodes.begin(), kRegionCodes.end(), each.code) != 0;
+    if (!general && operation.FindRefusal(each.code) == nullptr) {
+      operation.refusals.push_back(std::move(each));
+    }
+  }
+  if (!hasRegion || operation.Refuses(kRegionCodes.front())) return;
+  operation.checks.insert(operation.checks.begin(), kRegionCodes.begin(), kRegionCodes.end());
+}
+
 Operation DescribeOne(std::string_view family, const Group& group, const Row& row) {
   Operation made;
   made.family = family;
@@ -212,8 +231,9 @@ Operation DescribeOne(std::string_view family, const Group& group, const Row& ro
       made.plainChoices.push_back(static_cast<int>(choice));
     }
   }
-  made.refusals = group.refusals;
-  made.refusals.insert(made.refusals.end(), row.refusals.begin(), row.refusals.end());
+  std::vector<Refusal> refusals = group.refusals;
+  refusals.insert(refusals.end(), row.refusals.begin(), row.refusals.end());
+  DescribeRefusals(made, std::move(refusals));
   made.call = row.binding.call;
   return made;
 }

@@ -5,6 +5,8 @@ namespace lx::catalogue {
 
 namespace {
 
+constexpr const char* kUntilThrown = "what was done until the function threw";
+
 const std::vector<Group> kGroups = {
     {{},
      {LX_FORM(PicCopy, void(LxBW8, LxROI<LxBW8>*), .trace = "PicCopy ( BW8 Const to Image)",
@@ -37,7 +39,7 @@ const std::vector<Group> kGroups = {
       LX_FORM(PicCopy, void(LxROI<LxC16>*, LxROI<LxC16>*), .trace = "PicCopy ( C16 Image)",
               .parameters = "source >destination", .summary = "Copies", .inPlace = InPlace::kYes,
               .withoutKernel = "all")}},
-    {{{LX_ERROR_WRONG_VECTOR_SIZE}, {LX_ERROR_VECTOR_NO_DATA}},
+    {{{LX_ERROR_VECTOR_NO_DATA}, {LX_ERROR_WRONG_VECTOR_SIZE}},
      {LX_FORM(PicLut, void(LxROI<LxBW8>*, LxROI<LxBW8>*, LxBW8Vector*), .trace = "PicLut",
               .parameters = "source >destination table#256",
               .summary = "Maps through a table of 256 entries", .inPlace = InPlace::kYes),
@@ -53,14 +55,16 @@ const std::vector<Group> kGroups = {
               .trace = "PicLut (BW16)", .parameters = "source >destination table",
               .summary = "Maps through a table of 65536 entries", .inPlace = InPlace::kYes,
               .withoutKernel = "all")}},
-    {{{LX_ERROR_WRONG_VECTOR_SIZE}, {LX_ERROR_VECTOR_NO_DATA}, {LX_ERROR_ARGUMENT_4_OUT_OF_RANGE}},
+    {{{LX_ERROR_VECTOR_NO_DATA}, {LX_ERROR_ARGUMENT_4_OUT_OF_RANGE}, {LX_ERROR_WRONG_VECTOR_SIZE}},
      {LX_FORM(PicLut, void(LxROI<LxBW16>*, LxROI<LxBW8>*, LxBW8Vector*, unsigned),
               .trace = "PicLut ( BW16 to BW8)",
               .parameters = "source >destination "
                             "table#1,2,4,8,16,32,64,128,256,512,1024,2048,4096,8192,16384,32768,"
                             "65536 shift=4294967295'the top bits':0..16",
               .summary = "Maps chosen bits of 16-bit pixels to 8 bits")}},
-    {{{LX_ERROR_ARGUMENT_3_OUT_OF_RANGE}},
+    {{{LX_ERROR_ARGUMENT_3_OUT_OF_RANGE},
+      {LX_ERROR_ALLOCATION_FAILED, kUntilThrown},
+      {LX_ERROR_INTERNAL, kUntilThrown}},
      {LX_FORM(PicTransform, void(LxROI<LxBW8>*, LxROI<LxBW8>*, ByteFunction, int),
               .trace = "PicTransform",
               .parameters = "source >destination function use-table=1:0..1",
@@ -151,18 +155,18 @@ const std::vector<Group> kGroups = {
               .trace = "PicConvertTo422 ( BW8 to BW16)", .parameters = "source >destination",
               .summary = "BW8 to BW16")}},
     {{{LX_ERROR_VECTOR_NO_DATA},
-      {LX_ERROR_ALLOCATION_FAILED},
       {LX_ERROR_UNSUPPORTED_DATA_SIZE},
       {LX_ERROR_UNSUPPORTED_DATA_TYPE},
       {LX_ERROR_VECTOR_EMPTY},
       {LX_ERROR_RANGE_END_BEFORE_START},
-      {LX_ERROR_DIVISION_BY_ZERO, "the largest value in every element"},
-      {LX_ERROR_UNSUPPORTED_OPERATION, "the destination laid out like the source"}},
+      {LX_ERROR_ALLOCATION_FAILED},
+      {LX_ERROR_UNSUPPORTED_OPERATION, "the destination laid out like the source"},
+      {LX_ERROR_DIVISION_BY_ZERO, "the largest value in every element"}},
      {LX_FORM(
          PicVect1c2, void(ARITH_LOGIC_OPERATIONS, LxVector*, int, LxVector*, int, int),
          .trace = "PicVect1c2", .innerTraces = "CheckGroups | LxVector::SetStructure",
          .parameters =
-             "operation{2,0-1,3-9,13-15,19-20,22,35} source constant~3:-100000..100000 "
+             "operation{2,0-1,3-9,13-15,19-20,22,35} source constant~3,0,256,-1:-100000..100000 "
              ">destination first=0'from the first group'~0,0,0,1,3,-1:0..9 last=-1'to the last "
              "group'~-1,-1,-1,2,-2:0..12",
          .summary = "Untyped vector with a constant", .withoutKernel = "all")}},

@@ -48,7 +48,8 @@ struct Row {
   std::vector<Refusal> refusals = {};
 };
 
-/// Overloads that refuse alike.
+/// Overloads that refuse alike. Refusals stand in the order of the checks, and a row's own behind
+/// the group's. Regions in general are checked first of all, unless their codes say where.
 struct Group {
   std::vector<Refusal> refusals;
   std::vector<Row> rows;

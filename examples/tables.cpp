@@ -6,7 +6,7 @@
 #include "lxpic/lxpic.h"
 
 int main() {
-  LxBW8Vector gamma(256);
+  LxBW8Vector gamma(256, 0);
   for (unsigned i = 0; i < 256; ++i) {
     gamma[i] = static_cast<unsigned char>(std::lround(255.0 * std::pow(i / 255.0, 1.0 / 2.2)));
   }

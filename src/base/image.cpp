@@ -27,8 +27,13 @@ std::uint64_t PitchFor(std::uint64_t rowBytes) {
 
 // Whether `height` rows `pitch` bytes apart can be addressed at all.
 bool Representable(std::uint64_t pitch, int height) {
-  return height == 0 ||
-         pitch <= static_cast<std::uint64_t>(PTRDIFF_MAX) / static_cast<unsigned>(height);
+  return pitch <=
+         static_cast<std::uint64_t>(PTRDIFF_MAX) / std::max(1U, static_cast<unsigned>(height));
+}
+
+// An empty image has an address too: that is what makes it attached.
+std::uint64_t StorageBytes(std::uint64_t pitch, unsigned height) {
+  return std::max(pitch * height, kCacheLine);
 }
 
 }  // namespace
@@ -71,9 +76,8 @@ bool LxImage<T>::Allocate(int width, int height) {
   }
   const std::uint64_t pitch = PitchFor(RowBytes<T>(width));
   if (!Representable(pitch, height)) return false;
-  // An empty image has an address too: that is what makes it attached.
-  const std::uint64_t bytes = std::max(pitch * static_cast<unsigned>(height), kCacheLine);
-  auto* const pixels = static_cast<std::uint8_t*>(lx::AllocateBytes(bytes));
+  auto* const pixels = static_cast<std::uint8_t*>(
+      lx::AllocateBytes(StorageBytes(pitch, static_cast<unsigned>(height))));
   if (pixels == nullptr) return false;
   Adopt(pixels, width, height, static_cast<std::ptrdiff_t>(pitch), true);
   return true;
@@ -96,11 +100,19 @@ void LxImage<T>::SetSize(LxGenericROI* model) {
 }
 
 template <class T>
+bool LxImage<T>::Owns(const void* address) const {
+  const auto offset =
+      reinterpret_cast<std::uintptr_t>(address) - reinterpret_cast<std::uintptr_t>(m_pPixels);
+  return m_bOwner &&
+         offset < StorageBytes(static_cast<std::uint64_t>(m_nPitch), this->m_un32Height);
+}
+
+template <class T>
 void LxImage<T>::Attach(void* pixels, int width, int height, std::ptrdiff_t pitch) {
   const auto distance =
       pitch < 0 ? 0 - static_cast<std::uint64_t>(pitch) : static_cast<std::uint64_t>(pitch);
   LX_ERRORS error = LX_OK;
-  if (pixels == nullptr) {
+  if (pixels == nullptr || Owns(pixels)) {
     error = LX_ERROR_ARGUMENT_1_OUT_OF_RANGE;
   } else if (width < 0) {
     error = LX_ERROR_ARGUMENT_2_OUT_OF_RANGE;

@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <cstdio>
 
+#include "base/failure.h"
+
 namespace {
 
 // Room for the annotations around the axes, in device pixels; never more than a quarter each.
@@ -43,8 +45,8 @@ void Inset(int start, int length, int before, int after, int& first, int& last) 
 }
 
 void Line(HDC target, int x0, int y0, int x1, int y1) {
-  MoveToEx(target, x0, y0);
-  LineTo(target, x1, y1);
+  target->MoveTo(x0, y0);
+  target->LineTo(x1, y1);
 }
 
 using Number = std::array<char, 32>;
@@ -59,11 +61,11 @@ int Format(double value, Number& text) {
 LxDrawTarget::~LxDrawTarget() = default;
 
 void MoveToEx(HDC target, int x, int y) {
-  if (target != nullptr) target->MoveTo(x, y);
+  if (target != nullptr) lx::RunGuarded([&] { target->MoveTo(x, y); });
 }
 
 void LineTo(HDC target, int x, int y) {
-  if (target != nullptr) target->LineTo(x, y);
+  if (target != nullptr) lx::RunGuarded([&] { target->LineTo(x, y); });
 }
 
 void LxPlot::SetRange(double xMinimum, double xMaximum, double yMinimum, double yMaximum) {
@@ -83,8 +85,10 @@ void LxPlot::DrawAnnotations(HDC target, int x, int y, int width, int height, co
                              const char* yLabel) {
   Inset(x, width, kLeftMargin, kRightMargin, m_n32Left, m_n32Right);
   Inset(y, height, kTopMargin, kBottomMargin, m_n32Top, m_n32AxisOrigin);
-  if (target == nullptr) return;
+  if (target != nullptr) lx::RunGuarded([&] { DrawAxes(target, xLabel, yLabel); });
+}
 
+void LxPlot::DrawAxes(HDC target, const char* xLabel, const char* yLabel) const {
   Line(target, m_n32Left, m_n32AxisOrigin, m_n32Right, m_n32AxisOrigin);
   Line(target, m_n32Left, m_n32AxisOrigin, m_n32Left, m_n32Top);
 

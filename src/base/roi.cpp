@@ -28,7 +28,7 @@ LxROI<T>::LxROI() = default;
 
 template <class T>
 LxROI<T>::LxROI(LxROI* parent, int x, int y, int width, int height) : m_pParent(parent) {
-  if (parent != nullptr && Place(x, y, width, height)) return;
+  if (parent != nullptr && parent != this && Place(x, y, width, height)) return;
   m_pParent = nullptr;
   lx::Fail(parent == nullptr ? LX_ERROR_ROI_NOT_ATTACHED : LX_ERROR_INCONSISTENT_ARGUMENTS,
            "LxROI::LxROI");
@@ -59,19 +59,28 @@ void LxROI<T>::SetPlacement(int x, int y, int width, int height) {
 
 template <class T>
 typename LxROI<T>::Origin LxROI<T>::Locate() const {
-  // The parent may have moved or shrunk since the placement was set.
-  if (m_pParent == nullptr ||
-      !lx::SpanFits(m_n32X, static_cast<int>(m_un32Width), m_pParent->m_un32Width) ||
-      !lx::SpanFits(m_n32Y, static_cast<int>(m_un32Height), m_pParent->m_un32Height)) {
-    return {};
+  // Regions may be nested deeper than a stack is.
+  std::ptrdiff_t x = 0;
+  std::ptrdiff_t y = 0;
+  const LxROI* root = this;
+  for (; root->m_pParent != nullptr; root = root->m_pParent) {
+    // The parent may have moved or shrunk since the placement was set.
+    const auto width = static_cast<int>(root->m_un32Width);
+    const auto height = static_cast<int>(root->m_un32Height);
+    if (!lx::SpanFits(root->m_n32X, width, root->m_pParent->m_un32Width) ||
+        !lx::SpanFits(root->m_n32Y, height, root->m_pParent->m_un32Height)) {
+      return {};
+    }
+    x += root->m_n32X;
+    y += root->m_n32Y;
   }
-  Origin origin = m_pParent->Locate();
+  Origin origin = root == this ? Origin{} : root->Locate();
   if (origin.base == nullptr) return {};
-  origin.base += m_n32Y * origin.pitch;
+  origin.base += y * origin.pitch;
   if constexpr (kBinary<T>) {
-    origin.firstBit += m_n32X;
+    origin.firstBit = x;
   } else {
-    origin.base += std::ptrdiff_t{m_n32X} * kPixelSize<T>;
+    origin.base += x * std::ptrdiff_t{kPixelSize<T>};
   }
   return origin;
 }

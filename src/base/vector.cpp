@@ -145,7 +145,9 @@ void LxVector::Reallocate(int capacity) {
     error = LX_ERROR_ARGUMENT_1_OUT_OF_RANGE;
   } else if (groupBytes == 0) {
     error = LX_ERROR_VECTOR_NO_DATA;
-  } else if (!Grow(static_cast<int>(static_cast<unsigned>(capacity) / groupBytes))) {
+  } else if (const std::uint64_t groups =
+                 (static_cast<unsigned>(capacity) + groupBytes - 1) / groupBytes;
+             !Grow(static_cast<int>(groups))) {
     error = LX_ERROR_ALLOCATION_FAILED;
   }
   if (error != LX_OK) lx::Fail(error, "LxVector::Reallocate");

@@ -53,32 +53,55 @@ bool WriteElements(const LxVectorTemplate<T>& vector, std::FILE* file) {
   return true;
 }
 
+/// Reads elements into next..end; gives the first one that the stream does not hold.
+template <class T>
+T* ReadUpTo(T* next, T* end, std::FILE* file) {
+  Chunk<T> chunk;
+  while (next != end) {
+    const auto wanted =
+        static_cast<std::size_t>(std::min<std::ptrdiff_t>(end - next, chunk.kCapacity));
+    const std::size_t got = std::fread(chunk.bytes.data(), chunk.kElement, wanted, file);
+    FieldDecoder decoder(chunk.bytes.data());
+    for (const T* const last = next + got; next != last; ++next) {
+      ElementRecord<T>::Visit(decoder, *next);
+    }
+    if (got != wanted) break;
+  }
+  return next;
+}
+
+/// Gives the vector exactly `count` elements, or none and false when there is no memory.
+template <class T>
+bool Enlarge(LxVectorTemplate<T>& vector, unsigned count) {
+  vector.SetMaxElements(count, 1);
+  const bool enlarged = vector.GetMaxElements() == count;
+  vector.SetNumElements(enlarged ? count : 0);
+  return enlarged;
+}
+
 /// Reads count and elements; sets the error code and gives false when that fails. Elements that a
-/// file lacks are zero.
+/// file lacks are zero. Where a count has to be taken on its word, the vector grows with the data.
 template <class T>
 bool ReadElements(LxVectorTemplate<T>& vector, std::FILE* file) {
   std::uint32_t total = 0;
   if (!ReadCount(file, total)) return false;
   vector.Empty();
-  if (!CheckExtent(file, std::uint64_t{total} * ElementRecord<T>::kBytes)) return false;
-  vector.SetMaxElements(total, 1);
-  if (vector.GetMaxElements() != total) return false;
-  vector.SetNumElements(total);
-  Chunk<T> chunk;
-  for (T* next = vector.begin(); next != vector.end();) {
-    const auto wanted = std::min<std::ptrdiff_t>(vector.end() - next, chunk.kCapacity);
-    const std::size_t got =
-        std::fread(chunk.bytes.data(), chunk.kElement, static_cast<std::size_t>(wanted), file);
-    FieldDecoder decoder(chunk.bytes.data());
-    for (const T* const last = next + got; next != last; ++next) {
-      ElementRecord<T>::Visit(decoder, *next);
-    }
-    if (got != static_cast<std::size_t>(wanted)) {
-      std::fill(next, vector.end(), T{});
-      LxSetError(LX_ERROR_FILE_READ_FAILED);
+  std::uint64_t trusted = 0;
+  if (!TrustBytes(file, std::uint64_t{total} * ElementRecord<T>::kBytes, trusted)) return false;
+  const std::uint64_t first = trusted / ElementRecord<T>::kBytes;
+  std::uint64_t room = first;
+  do {
+    const unsigned count = vector.GetNumElements();
+    if (!Enlarge(vector, static_cast<unsigned>(std::min<std::uint64_t>(room, total)))) return false;
+    T* const missing = ReadUpTo(vector.begin() + count, vector.end(), file);
+    if (missing != vector.end()) {
+      std::fill(missing, vector.end(), T{});
+      if (first < total) vector.SetMaxElements(0, 0);
+      LxSetError(first < total ? LX_ERROR_ALLOCATION_FAILED : LX_ERROR_FILE_READ_FAILED);
       return false;
     }
-  }
+    room *= 2;
+  } while (vector.GetNumElements() < total);
   return true;
 }
 

@@ -3,6 +3,8 @@
 
 #include <sys/types.h>
 
+#include <optional>
+
 #include "base/element_record.h"
 #include "lxpic/base/errors.h"
 
@@ -18,10 +20,10 @@ bool Failed(LX_ERRORS code) {
   return false;
 }
 
-// Bytes after the current position; 0 when the stream cannot tell.
-std::uint64_t BytesLeft(std::FILE* file) {
+// Bytes after the current position; none when the stream cannot tell.
+std::optional<std::uint64_t> BytesLeft(std::FILE* file) {
   const off_t here = ftello(file);
-  if (here < 0 || fseeko(file, 0, SEEK_END) != 0) return 0;
+  if (here < 0 || fseeko(file, 0, SEEK_END) != 0) return std::nullopt;
   const off_t end = ftello(file);
   fseeko(file, here, SEEK_SET);
   return end > here ? static_cast<std::uint64_t>(end - here) : 0;
@@ -59,8 +61,12 @@ bool ReadHeader(std::FILE* file, const FileHeader& expected) {
   return header == expected || Failed(LX_ERROR_BAD_FILE_SIGNATURE);
 }
 
-bool CheckExtent(std::FILE* file, std::uint64_t bytes) {
-  return bytes <= kUnprovenBytes || bytes <= BytesLeft(file) || Failed(LX_ERROR_ALLOCATION_FAILED);
+bool TrustBytes(std::FILE* file, std::uint64_t bytes, std::uint64_t& trusted) {
+  trusted = bytes;
+  if (bytes <= kUnprovenBytes) return true;
+  const auto left = BytesLeft(file);
+  if (!left) trusted = kUnprovenBytes;
+  return !left || bytes <= *left || Failed(LX_ERROR_ALLOCATION_FAILED);
 }
 
 void Finish(std::FILE* file, bool good, const char* name) {

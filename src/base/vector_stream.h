@@ -23,9 +23,10 @@ bool ReadCount(std::FILE* file, std::uint32_t& count);
 /// Reads the header and compares it.
 bool ReadHeader(std::FILE* file, const FileHeader& expected);
 
-/// Refuses to believe that `bytes` more bytes follow when the file does not hold them and they are
-/// more than a damaged count should ever make us allocate.
-bool CheckExtent(std::FILE* file, std::uint64_t bytes);
+/// How many of the `bytes` bytes that a count claims may be allocated before they have been read:
+/// all that the file holds, and not more of a stream that cannot tell than a damaged count should
+/// ever make us allocate. False when the file holds less and they are more than that.
+bool TrustBytes(std::FILE* file, std::uint64_t bytes, std::uint64_t& trusted);
 
 /// Ends Save() or Load(): closes `file`, which is null when it could not be opened, sets the code
 /// that belongs to it, and traces `name` after any failure.

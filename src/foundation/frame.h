@@ -3,9 +3,8 @@
 #pragma once
 
 #include <initializer_list>
-#include <new>
 
-#include "lxpic/base/errors.h"
+#include "base/failure.h"
 #include "lxpic/base/roi.h"
 
 namespace lx {
@@ -13,15 +12,9 @@ namespace lx {
 // Runs the body of an operation: resets the error state, turns exceptions into error codes and
 // appends `trace` after a failure. A null `trace` appends nothing.
 template <class Body>
-void RunOperation(const char* trace, Body&& body) noexcept {
+void RunOperation(const char* trace, const Body& body) noexcept {
   LxOk();
-  try {
-    body();
-  } catch (const std::bad_alloc&) {
-    LxSetError(LX_ERROR_ALLOCATION_FAILED);
-  } catch (...) {
-    LxSetError(LX_ERROR_INTERNAL);
-  }
+  RunGuarded(body);
   if (LxGetError() != LX_OK) LxTraceError(trace);
 }
 

@@ -21,7 +21,7 @@ struct PixelMap {
 };
 
 // The map over these regions, which all have the same size. Regions without gaps between their rows
-// become one long row.
+// become one long row, and rows of nothing none.
 template <class D, class... S>
 PixelMap MapOf(const LxROI<D>* destination, const LxROI<S>*... sources) {
   PixelMap map;
@@ -29,7 +29,7 @@ PixelMap MapOf(const LxROI<D>* destination, const LxROI<S>*... sources) {
   std::size_t count = 0;
   ((map.sources[count++] = RowsOf(sources)), ...);
   map.width = destination->GetWidth();
-  map.height = destination->GetHeight();
+  map.height = map.width == 0 ? 0 : destination->GetHeight();
   if (IsContiguous(destination) && (IsContiguous(sources) && ...)) {
     map.width *= map.height;
     map.height = map.height == 0 ? 0 : 1;

@@ -27,14 +27,15 @@ void LxBWHistogramVector::Draw(HDC target, float x, float y, float width, float 
     m_Plot.SetRange(0.0, count > 2 ? count - 1 : 1, 0.0, std::max(largest, 1U));
     m_Plot.DrawAnnotations(target, DevicePosition(x), DevicePosition(y), DevicePosition(width),
                            DevicePosition(height), "Value", "Count");
+    if (LxGetError() != LX_OK) return;
     const int origin = m_Plot.GetAxisOrigin();
     for (unsigned i = 0; i < count; ++i) {
       const int top = m_Plot.YView(m_pElements[i]);
       std::int64_t column = m_Plot.XView(i);
       const std::int64_t end = std::max<std::int64_t>(m_Plot.XView(i + 1.0), column + 1);
       for (; column < end; ++column) {
-        MoveToEx(target, static_cast<int>(column), origin);
-        LineTo(target, static_cast<int>(column), top);
+        target->MoveTo(static_cast<int>(column), origin);
+        target->LineTo(static_cast<int>(column), top);
       }
     }
   });

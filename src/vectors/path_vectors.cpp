@@ -24,11 +24,11 @@ template <class Path>
 void DrawPath(const Path& path, HDC target, Axis x, Axis y) {
   if (y.zoom == 0.0F) y.zoom = x.zoom;
   lx::RunOperation(nullptr, [&] {
-    if (path.GetNumElements() == 0) return;
+    if (target == nullptr || path.GetNumElements() == 0) return;
     const auto* point = path.begin();
     const auto& start = path.m_bClosed != 0 ? *(path.end() - 1) : *point++;
-    MoveToEx(target, x(start.m_n16X), y(start.m_n16Y));
-    for (; point != path.end(); ++point) LineTo(target, x(point->m_n16X), y(point->m_n16Y));
+    target->MoveTo(x(start.m_n16X), y(start.m_n16Y));
+    for (; point != path.end(); ++point) target->LineTo(x(point->m_n16X), y(point->m_n16Y));
   });
 }
 

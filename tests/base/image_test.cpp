@@ -75,7 +75,12 @@ TYPED_TEST(Image, RefusesSizesThatCannotBe) {
   for (const auto& [width, height] :
        {Size{-1, 1}, Size{1, -1}, Size{INT_MIN, INT_MIN}, Size{INT_MIN, 0}, Size{INT_MAX, INT_MAX},
         Size{INT_MAX - 63, INT_MAX}}) {
+    const auto allocations = lx::test::AllocationCount();
     image.SetSize(width, height);
+    // The bytes of so many bytes or bits could be counted.
+    if (sizeof(TypeParam) > 1 && !kBinary<TypeParam> && width != INT_MAX - 63) {
+      EXPECT_EQ(lx::test::AllocationCount(), allocations) << width << " x " << height;
+    }
     EXPECT_EQ(TakeOutcome(), "1303 LxImage::SetSize") << width << " x " << height;
     EXPECT_EQ(image.GetPixelPtr(0, 0), address);
     EXPECT_EQ(image.GetWidth(), 6U);
@@ -156,8 +161,19 @@ TYPED_TEST(Image, RefusesViewsThatCannotBe) {
     image.Attach(memory.data(), 9, 3, pitch);
     EXPECT_EQ(TakeOutcome(), "1014 LxImage::Attach") << pitch;
   }
+  image.Attach(memory.data(), 0, 0, PTRDIFF_MIN);
+  EXPECT_EQ(TakeOutcome(), "1014 LxImage::Attach");
   image.Check();
   EXPECT_EQ(TakeOutcome(), "1400");
+  // Memory that would be freed under the view.
+  for (const int height : {0, 3}) {
+    image.SetSize(9, height);
+    for (const int y : {0, std::max(0, height - 1)}) {
+      image.Attach(image.GetPixelPtr(0, y), 1, 1, 64);
+      EXPECT_EQ(TakeOutcome(), "1011 LxImage::Attach") << height << ' ' << y;
+    }
+    EXPECT_EQ(image.GetWidth(), 9U);
+  }
 }
 
 TYPED_TEST(Image, AViewIsOnlyReplacedOnPurpose) {

@@ -115,6 +115,13 @@ TEST(RunsOf, RegionsThatCannotHaveAny) {
   EXPECT_EQ(TakeOutcome(), "0");
   wide.AddRun(32768, 0, 1);
   EXPECT_EQ(TakeOutcome(), "1007 LxROI::AddRun");
+  LxVectorTemplate<LxRun> runs;
+  runs.AddElement({32768, 32769, 32768});
+  wide.SetRuns(runs, false);
+  EXPECT_EQ(TakeOutcome(), "1007 LxROI::SetRuns");
+  LxImage<LxBW8> tall(1, 32770);
+  tall.AddRun(0, 32768, 1);
+  EXPECT_EQ(TakeOutcome(), "1007 LxROI::AddRun");
 }
 
 TEST(RunsOf, RegionsSurviveEveryAllocationFailure) {
@@ -132,6 +139,8 @@ TEST(RunsOf, RegionsSurviveEveryAllocationFailure) {
       });
   EXPECT_EQ(failures, 1);
   EXPECT_EQ(image.GetRuns().GetNumElements(), 3U);
+  model.SetRuns(model.GetRuns(), false);
+  EXPECT_EQ(TakeOutcome(), "0");
   EXPECT_EQ(lx::test::FailEachAllocation(
                 [&] { image.AddRun(2, 2, 2); },
                 [&] {

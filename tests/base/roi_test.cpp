@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <deque>
 #include <vector>
 
 #include "base/pixel_types.h"
@@ -182,6 +183,9 @@ TYPED_TEST(Region, WithoutAnImageIsNotAttached) {
   const LxROI<TypeParam> orphan(nullptr, 0, 0, 1, 1);
   EXPECT_EQ(TakeOutcome(), "1400 LxROI::LxROI");
   ExpectDetached(orphan);
+  const LxROI<TypeParam> own(const_cast<LxROI<TypeParam>*>(&own), 0, 0, 0, 0);
+  EXPECT_EQ(TakeOutcome(), "1007 LxROI::LxROI");
+  ExpectDetached(own);
   LxImage<TypeParam> empty;
   const LxROI<TypeParam> part(&empty, 0, 0, 0, 0);
   EXPECT_EQ(TakeOutcome(), "0");
@@ -207,6 +211,15 @@ TYPED_TEST(Region, ComparesSizes) {
   this->child.CheckSize(&same);
   this->child.Check();
   EXPECT_EQ(TakeOutcome(), "32767");
+}
+
+TEST(NestedRegions, MayBeDeeperThanTheStack) {
+  LxImage<LxBW8> image(8, 8);
+  std::deque<LxROI<LxBW8>> regions;
+  regions.emplace_back(&image, 2, 3, 6, 5);
+  while (regions.size() < 300'000) regions.emplace_back(&regions.back(), 0, 0, 6, 5);
+  EXPECT_EQ(regions.back().GetPixelPtr(0, 0), image.GetPixelPtr(2, 3));
+  EXPECT_EQ(regions.back().GetIdentity(), image.GetIdentity());
 }
 
 TEST(BinaryRegion, RowSkipCountsTouchedBytes) {

@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <array>
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -172,10 +174,13 @@ const unsigned short* UnitsOf(const std::u16string& name) {
 }
 
 TEST_F(VectorFile, NamesMayBeUtf16) {
-  // Characters of one, two, three and four bytes in UTF-8.
-  const std::u16string name = folder.u16string() + u"/a\u00E9\u65E5\U0001F600";
+  // Characters of one, two, three and four bytes in UTF-8, the first and the last ones of each.
+  const std::u16string name =
+      folder.u16string() + u"/\x7F\x80\u07FF\u0800\u65E5\xFFFF\U00010000\U0001F600";
   vector.Save(UnitsOf(name));
-  EXPECT_EQ(Content(Path("a\xC3\xA9\xE6\x97\xA5\xF0\x9F\x98\x80")), Whole());
+  EXPECT_EQ(Content(Path("\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xE6\x97\xA5\xEF\xBF\xBF"
+                         "\xF0\x90\x80\x80\xF0\x9F\x98\x80")),
+            Whole());
   other.Load(UnitsOf(name));
   EXPECT_EQ(TakeOutcome(), "0");
   ExpectPoints(other, 3);
@@ -240,18 +245,38 @@ TEST_F(VectorFile, StreamsHoldSeveralVectors) {
 TEST_F(VectorFile, StreamsNeedNotSeek) {
   int ends[2];
   ASSERT_EQ(pipe(ends), 0);
-  const Stream out(fdopen(ends[1], "wb"), std::fclose);
+  Stream out(fdopen(ends[1], "wb"), std::fclose);
   const Stream in(fdopen(ends[0], "rb"), std::fclose);
   vector.Serialize(out.get(), 1, 1);
   const std::uint32_t impossible = 0xFFFFFFFF;
   std::fwrite(&impossible, sizeof impossible, 1, out.get());
-  std::fflush(out.get());
+  out.reset();
   other.Serialize(in.get(), 0, 1);
   EXPECT_EQ(TakeOutcome(), "0");
   ExpectPoints(other, 3);
   other.Serialize(in.get(), 0, 1);
+  EXPECT_EQ(lx::test::LastAllocation(), (1U << 26) / kElement * sizeof(LxBW8Path));
   EXPECT_EQ(TakeOutcome(), "1303 LxVector::Serialize");
   EXPECT_EQ(other.GetNumElements(), 0U);
+}
+
+// More than is believed unseen.
+TEST_F(VectorFile, LargeOnesLoadFromFilesAndStreams) {
+  constexpr unsigned kCount = 0xB71B00;
+  Write("vector", Whole().replace(4, 4, std::string("\0\x1B\xB7\0", 4)));
+  std::filesystem::resize_file(path, kHeader + std::size_t{kCount} * kElement);
+  const Stream pipe(popen(("tail -c +5 " + path).c_str(), "r"), pclose);
+  const std::array<std::function<void()>, 2> loads = {[&] { other.Load(path.c_str()); },
+                                                      [&] { other.Serialize(pipe.get(), 0, 1); }};
+  for (const auto& load : loads) {
+    load();
+    EXPECT_EQ(TakeOutcome(), "0");
+    EXPECT_EQ(other.GetMaxElements(), kCount);
+    EXPECT_EQ(other[kCount - 1].m_n16X, 0);
+    other.SetNumElements(5);
+    ExpectPoints(other, 5);
+    other.SetMaxElements(0, 0);
+  }
 }
 
 }  // namespace

@@ -193,6 +193,7 @@ TEST_F(VectorTemplate, SizesNeverWrap) {
   LxVectorTemplate<LxPeak> peaks;
   const FailAllocation guard(0);
   peaks.SetNumElements(0xFFFFFFFF);
+  EXPECT_EQ(lx::test::LastAllocation(), 0xFFFFFFFF * sizeof(LxPeak));
   EXPECT_EQ(TakeOutcome(), "1303 LxVector::SetMaxElements < LxVector::SetNumElements");
   EXPECT_EQ(peaks.GetNumElements() + peaks.GetMaxElements(), 0U);
 }

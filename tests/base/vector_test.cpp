@@ -58,6 +58,7 @@ TEST_F(Vector, StartsWithoutALayout) {
 }
 
 TEST_F(Vector, IsLaidOutByHand) {
+  vector.SetType(LX_VECTOR_SEGMENT, 1, 3);
   vector.SetUse(9);
   for (const int dataSize : {2, 4, 8}) {
     for (const int dataType : {1, 2}) {
@@ -98,7 +99,7 @@ TEST_F(Vector, TakesEveryKind) {
   for (const Row& row :
        {Row{1, 2000, 0, {8, 2, 0, 2000, 3, 1, 0}}, Row{2, 0, 0, {8, 1, 1, 1, 256, 2, 0}},
         Row{2, 1, 37, {8, 1, 1, 1, 37, 2, 0}}, Row{2, 1, 0, {8, 1, 0, 0, 1, 2, 0}},
-        Row{3, 1, 256, {2, 1, 1, 1, 256, 3, 0}}, Row{4, 12, 3, {8, 2, 12, 12, 3, 4, 0}},
+        Row{3, 1, 256, {2, 1, 1, 1, 256, 3, 0}}, Row{4, 12, 0, {8, 2, 12, 12, 3, 4, 0}},
         Row{4, 2, 5, {8, 2, 2, 2, 5, 4, 0}}, Row{7, 9, 0, {8, 4, 9, 9, 1, 7, 0}},
         Row{5, 0, 0, {8, 2, 0, 2048, 3, 5, 6}}}) {
     vector.SetType(row.kind, row.a, row.b);
@@ -121,7 +122,7 @@ TEST_F(Vector, TakesEveryKind) {
   }
 }
 
-TEST_F(Vector, GrowsByWholeGroupsAndKeepsItsContent) {
+TEST_F(Vector, GrowsByWholeGroupsAtLeastAndKeepsItsContent) {
   vector.SetType(LX_VECTOR_CONTOUR, 2, 0);
   vector.SetNbGroup(2);
   for (const int count : {3, -1}) {
@@ -129,10 +130,10 @@ TEST_F(Vector, GrowsByWholeGroupsAndKeepsItsContent) {
   }
   for (int i = 0; i < 6; ++i) static_cast<int*>(vector.GetDataPtr())[i] = i + 1;
   const void* const data = vector.GetDataPtr();
-  for (const int smaller : {0, 24, 35}) vector.Reallocate(smaller);
+  for (const int smaller : {0, 23, 24}) vector.Reallocate(smaller);
   EXPECT_EQ(vector.GetDataPtr(), data);
   EXPECT_EQ(vector.GetNbMaxGroup(), 2);
-  vector.Reallocate(24 + 24576);
+  vector.Reallocate(24 + 24576 - 11);
   EXPECT_EQ(Shape(vector), (Layout{8, 2, 2, 2 + 2048, 3, LX_VECTOR_CONTOUR, 0}));
   for (int i = 0; i < 9; ++i) {
     EXPECT_EQ(static_cast<int*>(vector.GetDataPtr())[i], i < 6 ? i + 1 : 0);
@@ -167,7 +168,7 @@ TYPED_TEST_SUITE(PixelVector, PixelVectors);
 
 TYPED_TEST(PixelVector, HasItsCountAndMayBeZeroed) {
   LxOk();
-  TypeParam plain(7);
+  TypeParam plain(7, 0);
   EXPECT_EQ(plain.GetNumElements(), 7U);
   EXPECT_EQ(plain.GetMaxElements(), 7U);
   TypeParam zeroed(300, 1);

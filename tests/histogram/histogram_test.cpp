@@ -73,41 +73,6 @@ TEST(Histogram, CountsAPixelOnceForEachOfItsRuns) {
   EXPECT_EQ(TotalOf(histogram), 22U);
 }
 
-TEST(Histogram, RunsThatLeaveTheirRegionAreRefused) {
-  Filled<LxBW8> image(20, 6, LxBW8(3));
-  image.SetPixel(LxBW8(9), 7, 4);  // the first of the run below
-  LxROI<LxBW8> region(&image, 2, 2, 10, 3);
-  region.AddRun(0, 0, 1);
-  region.AddRun(4, 2, 6);
-  LxBWHistogramVector histogram(3);
-  const auto expect = [&](LxROI<LxBW8>& counted, const char* outcome) {
-    histogram.SetNumElements(0);
-    PicHistogram(&counted, &histogram);
-    EXPECT_EQ(TakeOutcome(), outcome);
-    EXPECT_EQ(histogram.GetNumElements(), outcome == std::string("0") ? 256U : 0U);
-  };
-  region.SetPlacement(2, 2, 9, 3);
-  expect(region, "1007 PicHistogram");
-  // Offsets follow the region, addresses do not.
-  region.SetPlacement(3, 2, 10, 3);
-  expect(region, "0");
-  EXPECT_EQ(histogram[9], 1U);
-  EXPECT_EQ(histogram[3], 6U);
-  LxVectorTemplate<LxRun> runs(region.GetRuns());
-  const auto origin = reinterpret_cast<std::uintptr_t>(region.GetPixelPtr(0, 0));
-  for (LxRun& run : runs) {
-    run.start += origin;
-    run.end += origin;
-  }
-  region.SetRuns(runs, true);
-  region.SetPlacement(2, 2, 10, 3);
-  expect(region, "1007 PicHistogram");
-  // Another image below, whose rows lie elsewhere.
-  image.AddRun(0, 5, 20);
-  image.SetSize(70, 6);
-  expect(image, "1007 PicHistogram");
-}
-
 TEST(Histogram, LaysUntypedVectorsOut) {
   Filled<LxBW8> image(9, 9, LxBW8(3));
   LxVector vector;

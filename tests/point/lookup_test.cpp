@@ -3,13 +3,11 @@
 
 #include <cmath>
 #include <limits>
-#include <stdexcept>
 #include <vector>
 
 #include "lxpic/lxpic.h"
 #include "support/execution_path.h"
 #include "support/filled.h"
-#include "support/outcome_text.h"
 
 namespace lx::test {
 namespace {
@@ -39,15 +37,6 @@ TEST(Lut, BitsThatCannotSelect) {
   }
 }
 
-TEST(Lut, MissingTablesComeAfterRegions) {
-  Filled<LxBW8> grey(5, 2, 7);
-  LxImage<LxBW8> unattached;
-  PicLut(&unattached, &grey, static_cast<unsigned char*>(nullptr));
-  EXPECT_EQ(TakeOutcome(), "1400");
-  PicLut(&grey, &unattached, static_cast<LxBW8Vector*>(nullptr));
-  EXPECT_EQ(TakeOutcome(), "1400 PicLut");
-}
-
 int calls = 0;
 unsigned char lastArgument = 0;
 unsigned char CountCalls(unsigned char value) {
@@ -55,10 +44,6 @@ unsigned char CountCalls(unsigned char value) {
   lastArgument = value;
   return static_cast<unsigned char>(value + calls);
 }
-unsigned char ThrowByte(unsigned char value) {
-  return value == 3 ? throw std::runtime_error("no value") : value;
-}
-unsigned short ThrowWord(unsigned short /*value*/) { throw 5; }
 
 TEST(Transform, CallsOncePerPixelInRowOrder) {
   LxImage<LxBW8> image(3, 2);
@@ -78,23 +63,6 @@ TEST(Transform, CallsOncePerValueForATable) {
     EXPECT_EQ(lastArgument, 255);
     EXPECT_EQ(image.GetPixel(width - 1, 2), 41);
   }
-}
-
-TEST(Transform, FunctionsThatThrowOrAreMissing) {
-  Filled<LxBW8> grey(4, 4, 3);
-  Filled<LxBW16> deep(4, 4, 3);
-  for (const int useTable : {0, 1}) {
-    PicTransform(&grey, &grey, ThrowByte, useTable);
-    EXPECT_EQ(LxGetError(), LX_ERROR_INTERNAL);
-    EXPECT_STREQ(LxGetTrace(0), "PicTransform");
-    PicTransform(&grey, &grey, nullptr, useTable);
-    EXPECT_EQ(LxGetError(), LX_ERROR_ARGUMENT_3_OUT_OF_RANGE);
-  }
-  PicTransform(&deep, &deep, ThrowWord);
-  EXPECT_EQ(LxGetError(), LX_ERROR_INTERNAL);
-  EXPECT_STREQ(LxGetTrace(0), "PicTransform (BW16)");
-  PicTransform(&deep, &deep, nullptr);
-  EXPECT_EQ(LxGetError(), LX_ERROR_ARGUMENT_3_OUT_OF_RANGE);
 }
 
 struct GainRow {

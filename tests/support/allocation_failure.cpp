@@ -12,10 +12,12 @@ namespace {
 
 std::atomic<std::int64_t> live{0};
 thread_local std::int64_t allocations = 0;
+thread_local std::size_t asked = 0;
 // Which allocation fails; negative when none does.
 thread_local std::int64_t failing = -1;
 
 void* Allocate(std::size_t bytes, std::size_t alignment) noexcept {
+  asked = bytes;
   if (allocations++ == failing) return nullptr;
   // aligned_alloc wants whole multiples of the alignment.
   const std::size_t padding = (alignment - bytes % alignment) % alignment;
@@ -51,6 +53,8 @@ bool FailAllocation::Fired() const { return allocations > failing; }
 std::int64_t LiveAllocations() { return live; }
 
 std::int64_t AllocationCount() { return allocations; }
+
+std::size_t LastAllocation() { return asked; }
 
 }  // namespace lx::test
 

@@ -3,6 +3,7 @@
 // form of the global operator new and delete is replaced in programs that link this.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 namespace lx::test {
@@ -25,6 +26,9 @@ std::int64_t LiveAllocations();
 
 /// Allocations of this thread so far, failed ones included.
 std::int64_t AllocationCount();
+
+/// Bytes that the last of them asked for.
+std::size_t LastAllocation();
 
 /// Runs `scene` with its first allocation failing, then its second, and so on until none is left
 /// to fail; the last run is undisturbed. Returns how many allocations failed. `afterFailure` runs

@@ -124,6 +124,7 @@ void Trial::Prepare() {
 
 std::string Trial::Difference() const {
   if (LxGetError() != expected.error) return "error " + catalogue::ErrorName(LxGetError());
+  if (expected.error != LX_OK && !operation.Refuses(expected.error)) return "a code not listed";
   if (TraceNow() != expected.trace) return Text(TraceNow());
   for (std::size_t i = 0; i < before.size(); ++i) {
     const std::string found =
@@ -148,6 +149,7 @@ std::string Trial::ValueDifference(std::size_t index, const Plain& wanted) const
 
 std::string Trial::Refusal(LX_ERRORS code) const {
   if (LxGetError() != code) return catalogue::ErrorName(LxGetError());
+  if (!operation.Refuses(code)) return "a code not listed";
   const catalogue::Refusal* const known = operation.FindRefusal(code);
   if (known != nullptr && !known->leaves.empty()) return TraceFault();
   for (std::size_t i = 0; i < before.size(); ++i) {

@@ -39,6 +39,11 @@ class Trial {
   /// Replaces region parameter `index` by one of another size, or by one that is not attached.
   void Resize(std::size_t index, Size size);
   void Detach(std::size_t index);
+  /// Whether region parameter `index` still lies where it was placed.
+  bool IsPlaced(std::size_t index) const {
+    return arenas[index] != nullptr &&
+           std::get<LxGenericROI*>(call.values[index]) == arenas[index]->Region();
+  }
   /// Another region object over the pixels of region parameter `index`.
   LxGenericROI* Twin(std::size_t index) const { return arenas[index]->Twin(); }
 

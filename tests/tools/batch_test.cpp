@@ -85,7 +85,8 @@ TEST_F(Batch, WrongCommandLinesAreTold) {
         {"help", "lutt"},
         {"copy", "bw8", "4x4", "7", "-o", folder.string() + "/"},
         {"demo", a, "-o", Path("d")},
-        {"synth", "bord", "-o", Path("s.png")}}) {
+        {"synth", "bord", "-o", Path("s.png")},
+        {"synth", "board", "--noise", "nan", "-o", Path("s.png")}}) {
     EXPECT_EQ(Tool(wrong).code, kWrongUsage) << wrong.back();
   }
   EXPECT_EQ(Failing({Path("no.png"), "copy", "-o", Path("o.png")}),

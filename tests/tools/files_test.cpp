@@ -5,8 +5,17 @@
 #include <png.h>
 #include <tiffio.h>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <csignal>
 #include <cstdio>
+#include <fstream>
 #include <memory>
+#include <thread>
+#include <tuple>
 
 // jpeglib.h uses FILE without including what declares it.
 #include <jpeglib.h>
@@ -157,43 +166,293 @@ TEST_F(Files, NetpbmTextAndBitsAreRead) {
   }
 }
 
-TEST_F(Files, TiffOfOtherLayoutsIsRead) {
-  const auto levels = [&](int photometric, int bits, unsigned char byte) {
-    {
-      const OpenTiff tiff(TIFFOpen(Path("a.tif").c_str(), "w"), TIFFClose);
-      TIFFSetField(tiff.get(), TIFFTAG_IMAGEWIDTH, 2);
-      TIFFSetField(tiff.get(), TIFFTAG_IMAGELENGTH, 1);
-      TIFFSetField(tiff.get(), TIFFTAG_BITSPERSAMPLE, bits);
-      TIFFSetField(tiff.get(), TIFFTAG_PHOTOMETRIC, photometric);
-      unsigned char row[] = {byte, byte};
-      TIFFWriteScanline(tiff.get(), row, 0);
+// How a TIFF stores pixels.
+struct Stored {
+  int photometric;
+  unsigned bits;
+  unsigned samples;
+  bool tiled;
+  bool planes;
+  int orientation = ORIENTATION_TOPLEFT;
+
+  std::string Text() const {
+    return "photometric " + std::to_string(photometric) + ", " + std::to_string(bits) + " bits, " +
+           std::to_string(samples) + " samples, orientation " + std::to_string(orientation) +
+           (tiled ? ", tiles" : "") + (planes ? ", planes" : "");
+  }
+  // Sample `k` of the pixel in column `x` of row `y` of the file.
+  unsigned At(unsigned x, unsigned y, unsigned k) const {
+    return (0x9E37U * (x + 1) + 0x79B9U * y + 0x3C6EU * k) % (1U << bits);
+  }
+};
+
+constexpr unsigned kWidth = 19;
+constexpr unsigned kHeight = 18;
+
+// `count` pixels from (x, y) on with `samples` samples each, the first being `first`, packed.
+void Pack(const Stored& stored, unsigned x, unsigned y, unsigned count, unsigned first,
+          unsigned samples, unsigned char* bytes) {
+  unsigned bit = 0;
+  for (unsigned i = 0; i < count * samples; ++i) {
+    const unsigned sample = stored.At(x + i / samples, y, first + i % samples);
+    if (stored.bits == 16) {
+      reinterpret_cast<std::uint16_t*>(bytes)[i] = static_cast<std::uint16_t>(sample);
+      continue;
     }
-    return LevelsOf(Path("a.tif"));
-  };
-  EXPECT_EQ(levels(PHOTOMETRIC_MINISWHITE, 8, 10), (Bytes{245, 245}));
-  EXPECT_EQ(levels(PHOTOMETRIC_MINISBLACK, 1, 0x40), (Bytes{0, 255}));
+    bytes[bit / 8] =
+        static_cast<unsigned char>(bytes[bit / 8] | sample << (8 - stored.bits - bit % 8));
+    bit += stored.bits;
+  }
 }
 
-// A palette with transparent entries expands to four channels, of which three are kept.
-TEST_F(Files, PalettesWithAlphaBecomeColours) {
-  {
-    const OpenFile file = Open(Path("palette.png"), "wb");
-    png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
-    png_infop info = png_create_info_struct(png);
-    png_init_io(png, file.get());
-    png_set_IHDR(png, info, 1, 1, 8, PNG_COLOR_TYPE_PALETTE, PNG_INTERLACE_NONE,
-                 PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
-    const png_color palette[] = {{1, 2, 3}, {40, 50, 60}};
-    const png_byte alpha[] = {0, 128};
+void WriteStored(const std::string& path, const Stored& stored) {
+  const OpenTiff tiff(TIFFOpen(path.c_str(), "w"), TIFFClose);
+  const auto set = [&](unsigned tag, auto... values) { TIFFSetField(tiff.get(), tag, values...); };
+  set(TIFFTAG_IMAGEWIDTH, kWidth);
+  set(TIFFTAG_IMAGELENGTH, kHeight);
+  set(TIFFTAG_BITSPERSAMPLE, stored.bits);
+  set(TIFFTAG_SAMPLESPERPIXEL, stored.samples);
+  set(TIFFTAG_PHOTOMETRIC, stored.photometric);
+  set(TIFFTAG_PLANARCONFIG, stored.planes ? PLANARCONFIG_SEPARATE : PLANARCONFIG_CONTIG);
+  set(TIFFTAG_ORIENTATION, stored.orientation);
+  set(TIFFTAG_COMPRESSION, COMPRESSION_LZW);
+  std::array<std::array<std::uint16_t, 256>, 3> palette{};
+  for (unsigned i = 0; i < 256; ++i) {
+    for (unsigned k = 0; k < 3; ++k) palette[k][i] = static_cast<std::uint16_t>(257 * (i ^ k));
+  }
+  if (stored.photometric == PHOTOMETRIC_PALETTE) {
+    set(TIFFTAG_COLORMAP, palette[0].data(), palette[1].data(), palette[2].data());
+  }
+  const unsigned side = 16;
+  if (stored.tiled) set(TIFFTAG_TILEWIDTH, side), set(TIFFTAG_TILELENGTH, side);
+  const unsigned stepX = stored.tiled ? side : kWidth;
+  const unsigned stepY = stored.tiled ? side : 1;
+  const unsigned planes = stored.planes ? stored.samples : 1;
+  const unsigned samples = stored.samples / planes;
+  const unsigned rowBytes = (stepX * samples * stored.bits + 7) / 8;
+  for (unsigned plane = 0; plane < planes; ++plane) {
+    for (unsigned y = 0; y < kHeight; y += stepY) {
+      for (unsigned x = 0; x < kWidth; x += stepX) {
+        std::vector<unsigned char> bytes(std::size_t{rowBytes} * stepY);
+        for (unsigned i = 0; i < stepY; ++i) {
+          Pack(stored, x, y + i, stepX, plane, samples, bytes.data() + std::size_t{rowBytes} * i);
+        }
+        const auto number = static_cast<std::uint16_t>(plane);
+        if (stored.tiled) {
+          TIFFWriteTile(tiff.get(), bytes.data(), x, y, 0, number);
+        } else {
+          TIFFWriteScanline(tiff.get(), bytes.data(), y, number);
+        }
+      }
+    }
+  }
+}
+
+// Red, green and blue, or one grey level, of a pixel of the file.
+Bytes Seen(const Stored& stored, unsigned x, unsigned y) {
+  const unsigned most = (1U << stored.bits) - 1;
+  const unsigned level = stored.At(x, y, 0);
+  switch (stored.photometric) {
+    case PHOTOMETRIC_PALETTE:
+      return {static_cast<int>(level), static_cast<int>(level ^ 1), static_cast<int>(level ^ 2)};
+    case PHOTOMETRIC_SEPARATED: {
+      Bytes colour;
+      for (unsigned k = 0; k < 3; ++k) {
+        const unsigned light = (255 - stored.At(x, y, k)) * (255 - stored.At(x, y, 3)) / 255;
+        colour.push_back(static_cast<int>(light));
+      }
+      return colour;
+    }
+    case PHOTOMETRIC_RGB: {
+      Bytes colour;
+      for (unsigned k = 0; k < 3; ++k) {
+        const unsigned sample = stored.At(x, y, k);
+        colour.push_back(static_cast<int>(stored.bits == 16 ? sample >> 8 : sample * 255 / most));
+      }
+      return colour;
+    }
+    default: {
+      const unsigned white = stored.photometric == PHOTOMETRIC_MINISWHITE ? most - level : level;
+      return {static_cast<int>(stored.bits == 16 ? white : white * 255 / most)};
+    }
+  }
+}
+
+// Where a pixel of the file is seen: the first two letters of an orientation say where row 0 is,
+// the others where column 0 is.
+std::pair<unsigned, unsigned> PlaceOf(const Stored& stored, unsigned x, unsigned y) {
+  const unsigned fromRight = kWidth - 1 - x;
+  const unsigned fromBottom = kHeight - 1 - y;
+  switch (stored.orientation) {
+    case ORIENTATION_TOPRIGHT:
+      return {fromRight, y};
+    case ORIENTATION_BOTRIGHT:
+      return {fromRight, fromBottom};
+    case ORIENTATION_BOTLEFT:
+      return {x, fromBottom};
+    case ORIENTATION_LEFTTOP:
+      return {y, x};
+    case ORIENTATION_RIGHTTOP:
+      return {fromBottom, x};
+    case ORIENTATION_RIGHTBOT:
+      return {fromBottom, fromRight};
+    case ORIENTATION_LEFTBOT:
+      return {y, fromRight};
+    default:
+      return {x, y};
+  }
+}
+
+Bytes PixelAt(const ImageValue& image, int x, int y) {
+  if (image.PixelType() == Pixel::kBW16) return {image.As<LxBW16>().GetPixel(x, y).value};
+  if (image.PixelType() == Pixel::kBW8) return {image.As<LxBW8>().GetPixel(x, y).value};
+  const LxC24 pixel = image.As<LxC24>().GetPixel(x, y);
+  return {pixel.c2, pixel.c1, pixel.c0};
+}
+
+TEST_F(Files, TiffOfEveryLayoutIsRead) {
+  std::vector<Stored> layouts;
+  for (const bool tiled : {false, true}) {
+    for (const unsigned bits : {1U, 2U, 4U, 8U, 16U}) {
+      layouts.push_back({PHOTOMETRIC_MINISBLACK, bits, 1, tiled, false});
+      layouts.push_back({PHOTOMETRIC_MINISWHITE, bits, 2, tiled, bits == 4});
+      layouts.push_back({PHOTOMETRIC_RGB, bits, 3, tiled, false});
+      layouts.push_back({PHOTOMETRIC_RGB, bits, 4, tiled, true});
+      if (bits < 16) layouts.push_back({PHOTOMETRIC_PALETTE, bits, 1, tiled, false});
+    }
+  }
+  for (int orientation = 2; orientation <= 8; ++orientation) {
+    layouts.push_back({PHOTOMETRIC_RGB, 8, 3, false, false, orientation});
+    layouts.push_back({PHOTOMETRIC_MINISBLACK, 16, 1, true, false, orientation});
+    layouts.push_back({PHOTOMETRIC_SEPARATED, 8, 4, orientation % 2 == 0, false, orientation});
+  }
+  for (const Stored& stored : layouts) {
+    WriteStored(Path("a.tif"), stored);
+    const ImageValue image = ReadImage(Path("a.tif"));
+    const bool turned = stored.orientation >= ORIENTATION_LEFTTOP;
+    ASSERT_EQ(image.SizeText(), turned ? "18x19" : "19x18") << stored.Text();
+    for (unsigned i = 0; i < kWidth * kHeight; ++i) {
+      const auto [x, y] = PlaceOf(stored, i % kWidth, i / kWidth);
+      ASSERT_EQ(PixelAt(image, static_cast<int>(x), static_cast<int>(y)),
+                Seen(stored, i % kWidth, i / kWidth))
+          << stored.Text() << " at " << x << "," << y;
+    }
+  }
+}
+
+// A PNG of one row.
+void WriteRow(const std::string& path, png_uint_32 width, int depth, int colour,
+              std::vector<png_byte> row) {
+  const OpenFile file = Open(path, "wb");
+  png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
+  png_infop info = png_create_info_struct(png);
+  png_init_io(png, file.get());
+  png_set_IHDR(png, info, width, 1, depth, colour, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
+               PNG_FILTER_TYPE_DEFAULT);
+  const png_color palette[] = {{1, 2, 3}, {40, 50, 60}};
+  const png_byte alpha[] = {0, 128};
+  if (colour == PNG_COLOR_TYPE_PALETTE) {
     png_set_PLTE(png, info, palette, 2);
     png_set_tRNS(png, info, alpha, 2, nullptr);
-    png_byte row[] = {1};
-    png_bytep rows[] = {row};
-    png_set_rows(png, info, rows);
-    png_write_png(png, info, PNG_TRANSFORM_IDENTITY, nullptr);
-    png_destroy_write_struct(&png, &info);
   }
-  EXPECT_EQ(FirstColour(Path("palette.png")), (LxC24{60, 50, 40}));
+  png_bytep rows[] = {row.data()};
+  png_set_rows(png, info, rows);
+  png_write_png(png, info, PNG_TRANSFORM_IDENTITY, nullptr);
+  png_destroy_write_struct(&png, &info);
+}
+
+TEST_F(Files, PngOfOtherLayoutsIsRead) {
+  // A palette with transparent entries expands to four channels, of which three are kept.
+  WriteRow(Path("a.png"), 1, 8, PNG_COLOR_TYPE_PALETTE, {1});
+  EXPECT_EQ(FirstColour(Path("a.png")), (LxC24{60, 50, 40}));
+  for (const auto& [depth, byte, levels] :
+       {std::tuple{1, 0x40, Bytes{0, 255}}, {2, 0x60, {85, 170}}, {4, 0x2F, {34, 255}}}) {
+    WriteRow(Path("g.png"), 2, depth, PNG_COLOR_TYPE_GRAY, {static_cast<png_byte>(byte)});
+    EXPECT_EQ(LevelsOf(Path("g.png")), levels) << depth;
+  }
+}
+
+// A pixel of four inks; the marker says that they are stored as the light that is left.
+void WriteInks(const std::string& path, std::array<unsigned char, 4> inks, bool marked) {
+  const OpenFile file = Open(path, "wb");
+  jpeg_compress_struct codec{};
+  jpeg_error_mgr errors{};
+  codec.err = jpeg_std_error(&errors);
+  jpeg_create_compress(&codec);
+  jpeg_stdio_dest(&codec, file.get());
+  codec.image_width = codec.image_height = 1;
+  codec.input_components = 4;
+  codec.in_color_space = JCS_CMYK;
+  jpeg_set_defaults(&codec);
+  jpeg_set_colorspace(&codec, marked ? JCS_YCCK : JCS_CMYK);
+  codec.write_Adobe_marker = marked ? TRUE : FALSE;
+  jpeg_set_quality(&codec, 100, TRUE);
+  jpeg_start_compress(&codec, TRUE);
+  unsigned char* rows[] = {inks.data()};
+  jpeg_write_scanlines(&codec, rows, 1);
+  jpeg_finish_compress(&codec);
+  jpeg_destroy_compress(&codec);
+}
+
+TEST_F(Files, JpegOfInksBecomesColour) {
+  // Red, green and blue are what the inks leave of 255: 200 * 204 / 255 and so on.
+  WriteInks(Path("a.jpg"), {200, 100, 50, 204}, true);
+  WriteInks(Path("b.jpg"), {55, 155, 205, 51}, false);
+  for (const char* const name : {"a.jpg", "b.jpg"}) {
+    const Bytes pixel = PixelAt(ReadImage(Path(name)), 0, 0);
+    EXPECT_NEAR(pixel[0], 160, 3) << name;
+    EXPECT_NEAR(pixel[1], 80, 3) << name;
+    EXPECT_NEAR(pixel[2], 40, 3) << name;
+  }
+}
+
+// A pipe that gives `content` once.
+class Pipe {
+ public:
+  Pipe(std::string pipePath, std::string content) : path(std::move(pipePath)) {
+    mkfifo(path.c_str(), 0600);
+    std::signal(SIGPIPE, SIG_IGN);
+    writer = std::jthread(
+        [this, text = std::move(content)] { std::ofstream(path, std::ios::binary) << text; });
+  }
+  ~Pipe() {
+    // Lets a writer go on that nobody has read from.
+    const int opened = open(path.c_str(), O_RDONLY | O_NONBLOCK);
+    writer.join();
+    close(opened);
+    std::filesystem::remove(path);
+  }
+  Pipe(const Pipe&) = delete;
+  Pipe& operator=(const Pipe&) = delete;
+
+ private:
+  std::string path;
+  std::jthread writer;
+};
+
+TEST_F(Files, PipesAreReadOnceAndInOrder) {
+  const std::string part = WriteGrey("part.png", 3, {1, 2, 3});
+  const std::string twin = WriteGrey("twin.png", 3, {4, 5, 6});
+  const auto pipe = [&](const std::string& content) { return Pipe(Path("pipe"), content); };
+  for (const char* const name : {"a.png", "a.tif", "a.jpg", "a.pgm"}) {
+    const std::string content = Content(WriteGrey(name, 3, {9, 9, 9}));
+    {
+      const Pipe operand = pipe(content);
+      ASSERT_EQ(
+          Tool({part, twin, "oper", "add", Path("pipe"), "--jobs", "2", "-o", Path("o/")}).err, "");
+    }
+    EXPECT_EQ(LevelsOf(Path("o/part.png")), (Bytes{10, 11, 12})) << name;
+    EXPECT_EQ(LevelsOf(Path("o/twin.png")), (Bytes{13, 14, 15})) << name;
+    const Pipe input = pipe(content);
+    const Redirected standard(STDIN_FILENO, Path("pipe"), O_RDONLY);
+    ASSERT_EQ(Tool({"-", "oper", "add", "1", "-o", Path("o.png")}).err, "") << name;
+    EXPECT_EQ(LevelsOf(Path("o.png")), (Bytes{10, 10, 10})) << name;
+  }
+  std::string invert;
+  for (int v = 255; v >= 0; --v) invert += std::to_string(v) + " ";
+  const Pipe table = pipe(invert);
+  ASSERT_EQ(Tool({part, "lut", Path("pipe"), "-o", Path("o.png")}).err, "");
+  EXPECT_EQ(LevelsOf(Path("o.png")), (Bytes{254, 253, 252}));
 }
 
 TEST_F(Files, TypesWithoutAFormatAreConvertedOrRefused) {
@@ -221,7 +480,7 @@ TEST_F(Files, TypesWithoutAFormatAreConvertedOrRefused) {
 
 TEST_F(Files, FormatIsToldByContentNotByName) {
   std::filesystem::rename(WriteGrey("a.png", 2, {1, 2}), Path("a.jpg"));
-  EXPECT_EQ(FormatOf(Path("a.jpg")), "PNG");
+  EXPECT_EQ(ReadFile(Path("a.jpg")).format, "PNG");
   EXPECT_EQ(LevelsOf(Path("a.jpg")), (Bytes{1, 2}));
 }
 

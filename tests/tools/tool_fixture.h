@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <string>
 #include <vector>
@@ -15,6 +17,26 @@
 #include "tools/lxpic/value/image_value.h"
 
 namespace lx::tool {
+
+// While it lives, a descriptor of the process is `path`.
+class Redirected {
+ public:
+  Redirected(int which, const std::string& path, int mode) : target(which), before(dup(which)) {
+    const int opened = open(path.c_str(), mode);
+    dup2(opened, target);
+    close(opened);
+  }
+  ~Redirected() {
+    dup2(before, target);
+    close(before);
+  }
+  Redirected(const Redirected&) = delete;
+  Redirected& operator=(const Redirected&) = delete;
+
+ private:
+  int target;
+  int before;
+};
 
 class ToolTest : public testing::Test, protected test::TemporaryFolder {
  protected:
@@ -55,6 +77,7 @@ class ToolTest : public testing::Test, protected test::TemporaryFolder {
     testing::internal::CaptureStderr();
     const int code = RunTool(arguments);
     std::fflush(stdout);
+    LxSetMMX(1);
     return {code, testing::internal::GetCapturedStdout(), testing::internal::GetCapturedStderr()};
   }
 };

@@ -92,15 +92,20 @@ TEST(PathDrawing, MapsPixelCentres) {
 }
 
 template <class What>
-struct Throwing : Recorder {
+struct Throwing : LxDrawTarget {
+  void MoveTo(int /*x*/, int /*y*/) override { throw What(); }
   void LineTo(int /*x*/, int /*y*/) override { throw What(); }
+  void Text(int /*x*/, int /*y*/, const char* /*text*/) override { throw What(); }
+};
+struct Late : Recorder {
+  void LineTo(int /*x*/, int /*y*/) override { throw 1; }
 };
 
 TEST(Drawing, TargetsMayThrowOrBeMissing) {
   Throwing<int> broken;
   Throwing<std::bad_alloc> full;
   const auto path = PathOf<LxPathVector>({{1, 2}, {3, 4}}, 1);
-  LxBWHistogramVector histogram(0);
+  auto histogram = HistogramOf({1, 2, 3});
   const std::vector<std::pair<HDC, const char*>> rows = {
       {&broken, "32767"}, {&full, "1303"}, {nullptr, "0"}};
   for (const auto& [target, outcome] : rows) {
@@ -108,7 +113,18 @@ TEST(Drawing, TargetsMayThrowOrBeMissing) {
     EXPECT_EQ(TakeOutcome(), outcome);
     histogram.Draw(target, 0, 0, 100, 100);
     EXPECT_EQ(TakeOutcome(), outcome);
+    MoveToEx(target, 1, 2);
+    EXPECT_EQ(TakeOutcome(), outcome);
+    LineTo(target, 1, 2);
+    EXPECT_EQ(TakeOutcome(), outcome);
+    LxPlot().DrawAnnotations(target, 0, 0, 100, 100, "x", "y");
+    EXPECT_EQ(TakeOutcome(), outcome);
   }
+  // Nothing is drawn behind an exception.
+  Late late;
+  histogram.Draw(&late, 0, 0, 100, 100);
+  EXPECT_EQ(late.lines, "M25,74 ");
+  EXPECT_EQ(TakeOutcome(), "32767");
 }
 
 // Axes, and bars with the mapping of an own plot.

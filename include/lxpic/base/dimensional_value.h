@@ -10,7 +10,7 @@ class LXPIC_API LxDimensionalValue {
  public:
   LxDimensionalValue() = default;
   /// `unit` must outlive the value; null means none.
-  explicit LxDimensionalValue(double value, const char* unit = nullptr);
+  explicit LxDimensionalValue(double value, const char* unit);
   ~LxDimensionalValue();
 
   double GetValue() const { return m_f64Value; }

@@ -30,8 +30,9 @@ class LXPIC_API LxImage : public LxROI<T> {
   /// Makes the image a view of `width` × `height` pixels at `pixels`, rows `pitch` bytes apart,
   /// without copying. The memory stays the caller's and must outlive the view. A negative pitch
   /// describes a bottom-up image whose top row is at `pixels`. Errors, each changing nothing: null
-  /// `pixels` 1011, negative width 1012, negative height 1013, a pitch smaller than a row, or too
-  /// large for all rows to be addressed, 1014. Trace "LxImage::Attach".
+  /// `pixels`, or the memory that the image owns itself, 1011, negative width 1012, negative height
+  /// 1013, a pitch smaller than a row, or too large for all rows to be addressed, 1014. Trace
+  /// "LxImage::Attach".
   void Attach(void* pixels, int width, int height, std::ptrdiff_t pitch);
 
  protected:
@@ -42,6 +43,7 @@ class LXPIC_API LxImage : public LxROI<T> {
   LXPIC_PRIVATE void Adopt(std::uint8_t* pixels, int width, int height, std::ptrdiff_t pitch,
                            bool owner);
   LXPIC_PRIVATE void Release();
+  LXPIC_PRIVATE bool Owns(const void* address) const;
 
   std::uint8_t* m_pPixels = nullptr;
   std::ptrdiff_t m_nPitch = 0;

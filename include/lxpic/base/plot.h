@@ -5,7 +5,8 @@
 
 #include "lxpic/base/export.h"
 
-/// Where drawing goes. Coordinates are device pixels, y downwards.
+/// Where drawing goes. Coordinates are device pixels, y downwards. What a member throws ends the
+/// drawing with LX_ERROR_INTERNAL, std::bad_alloc with LX_ERROR_ALLOCATION_FAILED.
 class LXPIC_API LxDrawTarget {
  public:
   virtual ~LxDrawTarget();
@@ -47,6 +48,8 @@ class LXPIC_API LxPlot {
   int GetAxisOrigin() const { return m_n32AxisOrigin; }
 
  private:
+  LXPIC_PRIVATE void DrawAxes(HDC target, const char* xLabel, const char* yLabel) const;
+
   double m_f64XMinimum = 0.0;
   double m_f64XMaximum = 1.0;
   double m_f64YMinimum = 0.0;

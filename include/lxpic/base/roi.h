@@ -59,9 +59,9 @@ class LXPIC_API LxROI : public LxGenericROI {
  public:
   /// A region without a parent: 0 × 0, not attached.
   LxROI();
-  /// The child of `parent` at (x, y). A placement that leaves the parent sets
-  /// LX_ERROR_INCONSISTENT_ARGUMENTS, a null parent LX_ERROR_ROI_NOT_ATTACHED; the region is then
-  /// 0 × 0 and not attached. Trace "LxROI::LxROI".
+  /// The child of `parent` at (x, y). A placement that leaves the parent, and the region itself as
+  /// parent, sets LX_ERROR_INCONSISTENT_ARGUMENTS, a null parent LX_ERROR_ROI_NOT_ATTACHED; the
+  /// region is then 0 × 0 and not attached. Trace "LxROI::LxROI".
   LxROI(LxROI* parent, int x, int y, int width, int height);
   ~LxROI() override;
 
@@ -91,7 +91,7 @@ class LXPIC_API LxROI : public LxGenericROI {
   /// Replaces the runs. `absolute` says that start and end are addresses, not byte offsets from
   /// pixel (0, 0). A run outside the region, or whose position disagrees with its bytes, sets
   /// LX_ERROR_INCONSISTENT_ARGUMENTS and nothing changes; so does any run in a binary region. Trace
-  /// "LxROI::SetRuns".
+  /// "LxROI::SetRuns". Operations that follow runs check them again.
   void SetRuns(const LxVectorTemplate<LxRun>& runs, bool absolute);
   /// Appends the run of `length` pixels that starts at (x, y), neither beyond 32,767. A run outside
   /// the region sets LX_ERROR_INCONSISTENT_ARGUMENTS. Trace "LxROI::AddRun".

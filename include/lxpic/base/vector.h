@@ -78,8 +78,8 @@ class LXPIC_API LxVector {
   /// A tag that says what the content means, set by the operation that made it.
   int GetUse() const { return m_n32Use; }
   void SetUse(int use) { m_n32Use = use; }
-  /// Grows the storage to as many whole groups as `capacity` bytes hold, zeroed, and keeps the
-  /// content; a smaller capacity changes nothing. LX_ERROR_ARGUMENT_1_OUT_OF_RANGE when negative,
+  /// Grows the storage to whole groups of at least `capacity` bytes, zeroed, and keeps the content;
+  /// a smaller capacity changes nothing. LX_ERROR_ARGUMENT_1_OUT_OF_RANGE when negative,
   /// LX_ERROR_VECTOR_NO_DATA before the first layout, LX_ERROR_ALLOCATION_FAILED. Trace
   /// "LxVector::Reallocate".
   void Reallocate(int capacity);
@@ -103,7 +103,7 @@ class LXPIC_API LxBW8Vector : public LxVectorTemplate<LxBW8> {
  public:
   LxBW8Vector() = default;
   /// `count` elements, zeroed when `zero` is non-zero; empty after LX_ERROR_ALLOCATION_FAILED.
-  explicit LxBW8Vector(unsigned count, int zero = 0);
+  explicit LxBW8Vector(unsigned count, int zero);
 };
 
 /// Vector of 16-bit grey levels.
@@ -111,7 +111,7 @@ class LXPIC_API LxBW16Vector : public LxVectorTemplate<LxBW16> {
  public:
   LxBW16Vector() = default;
   /// As LxBW8Vector(unsigned, int).
-  explicit LxBW16Vector(unsigned count, int zero = 0);
+  explicit LxBW16Vector(unsigned count, int zero);
 };
 
 /// Vector of 32-bit values.
@@ -119,7 +119,7 @@ class LXPIC_API LxBW32Vector : public LxVectorTemplate<LxBW32> {
  public:
   LxBW32Vector() = default;
   /// As LxBW8Vector(unsigned, int).
-  explicit LxBW32Vector(unsigned count, int zero = 0);
+  explicit LxBW32Vector(unsigned count, int zero);
 };
 
 /// Vector of colours.
@@ -127,5 +127,5 @@ class LXPIC_API LxC24Vector : public LxVectorTemplate<LxC24> {
  public:
   LxC24Vector() = default;
   /// As LxBW8Vector(unsigned, int).
-  explicit LxC24Vector(unsigned count, int zero = 0);
+  explicit LxC24Vector(unsigned count, int zero);
 };

@@ -9,7 +9,7 @@
 /// Combines the groups `first`..`last` (-1: the last one) of `source` with `constant` into the same
 /// groups of `destination`, which takes the source's layout; its other groups become 0. Elements
 /// are 8, 16 or 32 bits wide, signed or unsigned, and saturate at the bounds of their type. Works
-/// in place.
+/// in place. All six arguments are given: four call the form below.
 ///
 /// Operations 0-9, 13-15, 19, 20, 22 (`constant` where the element is not 0, else 0) and 35. The
 /// constant is taken modulo the element type. A shift of more bits than the element has (a negative
@@ -22,7 +22,7 @@
 /// storage), LX_ERROR_UNSUPPORTED_OPERATION. Trace "PicVect1c2", after "CheckGroups" for a bad
 /// range.
 LXPIC_API void PicVect1c2(ARITH_LOGIC_OPERATIONS operation, LxVector* source, int constant,
-                          LxVector* destination, int first = 0, int last = -1);
+                          LxVector* destination, int first, int last);
 
 /// Reserved for floating-point vectors: computes nothing and always sets
 /// LX_ERROR_UNSUPPORTED_DATA_SIZE (for a floating-point source) or LX_ERROR_UNSUPPORTED_DATA_TYPE

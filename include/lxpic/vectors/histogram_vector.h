@@ -18,8 +18,7 @@ class LXPIC_API LxBWHistogramVector : public LxVectorTemplate<unsigned int> {
   /// Draws a bar for each bin above axes labelled "Value" (0 to the last bin) and "Count" (0 to the
   /// largest count), in a rectangle of `width` × `height` device pixels at (x, y), each truncated
   /// and clamped to 32 bits. A bar is a row of vertical lines, one at least. Without bins the axes
-  /// go from 0 to 1; a null target draws nothing. It reports nothing but what the target throws:
-  /// LX_ERROR_INTERNAL.
+  /// go from 0 to 1; a null target draws nothing. It reports nothing but what the target throws.
   void Draw(HDC target, float x, float y, float width, float height);
 
   /// Shannon entropy, in bits, of the bins `first` to `last`; 0xFFFFFFFF is the last bin of all.

@@ -16,7 +16,7 @@
 /// `floor((x + 0.5 + panX) * zoomX)`, `floor((y + 0.5 + panY) * zoomY)`, the products in single
 /// precision, positions that no device has clamped to 32 bits. A `zoomY` of 0 is `zoomX`. A closed
 /// path starts at its last point. A null target or an empty path draws nothing. It reports nothing
-/// but what the target throws: LX_ERROR_INTERNAL.
+/// but what the target throws.
 /// @{
 
 class LXPIC_API LxPathVector : public LxVectorTemplate<LxPath> {

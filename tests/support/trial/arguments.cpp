@@ -110,6 +110,10 @@ void Arguments::Set(std::string_view parameter, double number) {
   values.at(operation->IndexOf(parameter)) = number;
 }
 
+void Arguments::SetNumber(std::size_t index, double number) {
+  values[index] = slots[index].number = number;
+}
+
 void Arguments::SetChoice(int choice) {
   for (std::size_t i = 0; i < values.size(); ++i) {
     if (operation->parameters[i].kind == Kind::kChoice) values[i] = static_cast<double>(choice);

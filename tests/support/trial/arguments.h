@@ -29,6 +29,7 @@ class Arguments {
 
   /// Sets the number or choice of this name. Throws std::out_of_range when there is none.
   void Set(std::string_view parameter, double number);
+  void SetNumber(std::size_t index, double number);
   void SetChoice(int choice);
   void SetVector(std::size_t index, const Elements& content);
   void SetKernel(std::size_t index, std::shared_ptr<LxKernel> kernel);

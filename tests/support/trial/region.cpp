@@ -25,7 +25,7 @@ constexpr std::ptrdiff_t kMargin = 64;
 constexpr std::size_t kCapacity = std::size_t{3} << 20;
 
 const GuardedBuffer& BufferOf(std::size_t slot, GuardedEnd end) {
-  static std::map<std::pair<std::size_t, GuardedEnd>, GuardedBuffer> buffers;
+  thread_local std::map<std::pair<std::size_t, GuardedEnd>, GuardedBuffer> buffers;
   return buffers.try_emplace({slot, end}, kCapacity, end).first->second;
 }
 

@@ -2,14 +2,12 @@
 #include "tools/lxpic/chain/chain.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <span>
 #include <utility>
 
 #include "tools/lxpic/chain/execute.h"
 #include "tools/lxpic/chain/overloads.h"
 #include "tools/lxpic/common/failure.h"
-#include "tools/lxpic/file/files.h"
 
 namespace lx::tool {
 
@@ -31,8 +29,8 @@ class OverlayColourScope {
 
 bool StartsStep(const std::string& word) { return word == kStoreStep || IsOperation(word); }
 
-Chain::Chain(std::vector<std::string> steps, int runs, std::string operandFolder)
-    : words(std::move(steps)), repeat(runs), folder(std::move(operandFolder)) {}
+Chain::Chain(std::vector<std::string> steps, int runs, std::shared_ptr<OperandFiles> operandFiles)
+    : words(std::move(steps)), repeat(runs), files(std::move(operandFiles)) {}
 
 ChainResult Chain::Run(const ImageValue& input, const Observer& observe) {
   const OverlayColourScope scope;
@@ -87,6 +85,7 @@ std::size_t Chain::RunOperation(std::size_t first, State& state, const Observer&
   context.findImage = [&](const std::string& word) { return FindImage(word, state); };
   context.findValue = [&](const std::string& word) { return state.store.ValueOf(word); };
   context.startsStep = StartsStep;
+  context.readText = [&](const std::string& path) { return files->TableText(path); };
   const Call call = ChooseOverload(name, std::span(words).subspan(first + 1), context);
 
   const Outcome outcome = Execute(call, state.current, repeat);
@@ -108,9 +107,7 @@ std::size_t Chain::RunOperation(std::size_t first, State& state, const Observer&
 ImageValue Chain::FindImage(const std::string& word, const State& state) {
   if (word == "@" && state.input) return state.input;
   if (word.starts_with('@')) return state.store.ImageOf(word);
-  const auto found = files.find(word);
-  if (found != files.end()) return found->second;
-  return files[word] = ReadImage((std::filesystem::path(folder) / word).string());
+  return files->Image(word);
 }
 
 }  // namespace lx::tool

@@ -3,10 +3,11 @@
 #pragma once
 
 #include <functional>
-#include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "tools/lxpic/chain/operand_files.h"
 #include "tools/lxpic/chain/store.h"
 
 namespace lx::tool {
@@ -35,9 +36,10 @@ class Chain {
  public:
   using Observer = std::function<void(const StepReport&)>;
 
-  /// Each operation runs `runs` times, from the same start each time. Operands are files of
-  /// `operandFolder` unless their names are absolute.
-  explicit Chain(std::vector<std::string> steps, int runs = 1, std::string operandFolder = "");
+  /// Each operation runs `runs` times, from the same start each time. Chains that run the same
+  /// steps may share `operandFiles`.
+  explicit Chain(std::vector<std::string> steps, int runs,
+                 std::shared_ptr<OperandFiles> operandFiles);
 
   /// `input` may be no image. Throws Failure, which names the step.
   ChainResult Run(const ImageValue& input, const Observer& observe = {});
@@ -58,8 +60,7 @@ class Chain {
 
   std::vector<std::string> words;
   int repeat;
-  std::string folder;
-  std::map<std::string, ImageValue> files;  // operands that have been read
+  std::shared_ptr<OperandFiles> files;
 };
 
 }  // namespace lx::tool

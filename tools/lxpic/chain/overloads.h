@@ -30,6 +30,8 @@ struct StepContext {
   std::function<Value(const std::string&)> findValue;
   /// Whether a word is the name of an operation or of another step.
   std::function<bool(const std::string&)> startsStep;
+  /// Reads the file of a table.
+  ReadFileText readText = ReadTableText;
 };
 
 /// What stands between the name of an operation and its operands, in any order: labels of the form

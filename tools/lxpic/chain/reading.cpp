@@ -117,7 +117,7 @@ std::size_t Reading::Nearness() const {
 }
 
 Value Reading::ReadWord(const Parameter& parameter, const std::string& word) const {
-  if (!word.starts_with('@')) return ReadValue(parameter, word);
+  if (!word.starts_with('@')) return ReadValue(parameter, word, context.readText);
   try {
     return FitValue(parameter, context.findValue(word));
   } catch (const Failure& failure) {

@@ -6,15 +6,19 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
+#include <new>
 #include <optional>
 
 #include "tools/lxpic/chain/chain.h"
+#include "tools/lxpic/command/clashes.h"
 #include "tools/lxpic/command/outputs.h"
 #include "tools/lxpic/common/jobs.h"
 #include "tools/lxpic/common/words.h"
 #include "tools/lxpic/file/files.h"
-#include "tools/lxpic/report/drawing.h"
+#include "tools/lxpic/file/identity.h"
+#include "tools/lxpic/file/input_file.h"
+#include "tools/lxpic/file/output_file.h"
+#include "tools/lxpic/report/drawing_format.h"
 #include "tools/lxpic/report/plot.h"
 
 namespace lx::tool {
@@ -48,25 +52,28 @@ class Progress {
   bool shown;
 };
 
-// The files of one run of the chain; "" for none.
-struct FileNames {
-  std::string input;
-  std::string output;
-  std::string plot;
-};
+void MakeFolder(const OutputOption& option, const std::vector<std::string>& inputs) {
+  if (!NamesFolder(option, inputs)) return;
+  std::error_code error;
+  fs::create_directories(option.path, error);
+  if (error) throw Failure(kFileFailed, option.path + ": cannot be made: " + error.message());
+}
 
-std::vector<FileNames> ChooseFiles(const BatchOptions& options,
-                                   const std::vector<std::string>& inputs) {
-  if (!options.plot.empty() && options.plot == options.output) {
-    throw Failure(kWrongUsage, "-o and --plot name the same file");
+// The files of each run, once it is known that none is written over another.
+std::vector<RunFiles> ChooseFiles(const BatchOptions& options, const SplitWords& words) {
+  const OutputOption output{"-o", options.output, options.outputFormat};
+  const OutputOption plot{"--plot", options.plot, ""};
+  const auto outputs = ChooseOutputs(output, words.inputs);
+  const auto plots = ChooseOutputs(plot, words.inputs);
+  CommandFiles files{{}, words.steps, options.values, false};
+  for (std::size_t i = 0; i < outputs.size(); ++i) {
+    files.runs.push_back({words.inputs[i], outputs[i], plots[i]});
   }
-  const auto outputs = ChooseOutputs("-o", options.output, inputs);
-  const auto plots = ChooseOutputs("--plot", options.plot, inputs);
-  std::vector<FileNames> files;
-  for (std::size_t i = 0; i < inputs.size(); ++i) {
-    files.push_back({inputs[i], outputs[i], plots[i]});
-  }
-  return files;
+  files.mayReplace = outputs.size() == 1 && !NamesFolder(output, words.inputs);
+  CheckClashes(files);
+  MakeFolder(output, words.inputs);
+  MakeFolder(plot, words.inputs);
+  return files.runs;
 }
 
 // What one run of the chain leaves to be told.
@@ -87,8 +94,12 @@ std::string TimeText(const BatchOptions& options, const std::string& input,
 }
 
 // In a folder the file has the name of an image; "a.tif.png" is drawn where that cannot be.
-void DrawTo(const std::string& path, const NamedNumbers& vector) {
-  WritePlot(IsDrawingName(path) ? path : path + ".png", vector);
+void DrawTo(const std::string& path, const NamedNumbers& vector, const std::string& format = "") {
+  const auto chosen = DrawingFormatOf(format.empty() ? path : "drawing." + format);
+  if (!format.empty() && !chosen) {
+    throw Failure(kWrongUsage, "--as: a drawing is png or svg, not " + format);
+  }
+  WritePlot(chosen || IsStream(path) ? path : path + ".png", vector, chosen);
 }
 
 const NamedNumbers* FindVector(const ChainResult& result, bool ofLastStep) {
@@ -100,7 +111,7 @@ const NamedNumbers* FindVector(const ChainResult& result, bool ofLastStep) {
 }
 
 // Writes what the options ask for.
-void WriteFiles(const BatchOptions& options, const FileNames& files, const ChainResult& result) {
+void WriteFiles(const BatchOptions& options, const RunFiles& files, const ChainResult& result) {
   const NamedNumbers* const last = FindVector(result, true);
   if (!files.plot.empty()) {
     const NamedNumbers* const vector = last != nullptr ? last : FindVector(result, false);
@@ -111,10 +122,10 @@ void WriteFiles(const BatchOptions& options, const FileNames& files, const Chain
     const bool isTold = !files.plot.empty() || !result.numbers.empty() || options.time;
     if (!isTold) throw Failure(kWrongUsage, "nothing is written: add -o FILE");
   } else if (last != nullptr && files.plot.empty()) {
-    DrawTo(files.output, *last);
+    DrawTo(files.output, *last, options.outputFormat);
   } else {
     if (!result.image) throw Failure(kWrongUsage, "there is no image to write");
-    WriteImage(files.output, result.image);
+    WriteImage(files.output, result.image, options.outputFormat);
   }
 }
 
@@ -124,11 +135,11 @@ ChainResult RunChain(Chain& chain, const std::string& input, const Chain::Observ
     return chain.Run(start, observe);
   } catch (const Failure& failure) {
     if (input.empty()) throw;
-    throw failure.Of(input);
+    throw failure.Of(ShownInput(input));
   }
 }
 
-RunReport RunOne(Chain& chain, const BatchOptions& options, const FileNames& files) {
+RunReport RunOne(Chain& chain, const BatchOptions& options, const RunFiles& files) {
   RunReport report{{files.input, {}}, "", std::nullopt};
   try {
     const ChainResult result = RunChain(chain, files.input, [&](const StepReport& step) {
@@ -138,6 +149,8 @@ RunReport RunOne(Chain& chain, const BatchOptions& options, const FileNames& fil
     report.row.numbers = result.numbers;
   } catch (const Failure& failure) {
     report.failure = failure;
+  } catch (const std::bad_alloc&) {
+    report.failure = Failure(kOperationFailed, "not enough memory").Of(ShownInput(files.input));
   }
   return report;
 }
@@ -152,14 +165,13 @@ TableFormat FormatOf(const BatchOptions& options) {
 
 void WriteNumbers(const BatchOptions& options, const std::vector<TableRow>& rows) {
   const std::string text = TableText(rows, FormatOf(options));
-  if (options.values.empty()) {
-    std::fputs(text.c_str(), stdout);
+  if (!options.values.empty()) {
+    WriteText(options.values, text);
     return;
   }
-  std::ofstream file(options.values, std::ios::binary);
-  file << text;
-  file.close();
-  if (!file) throw Failure(kFileFailed, options.values + ": cannot be written");
+  // Numbers would damage an image that goes the same way.
+  const bool isTaken = IsStandardOutput(options.output) || IsStandardOutput(options.plot);
+  std::fputs(text.c_str(), isTaken ? stderr : stdout);
 }
 
 // Tells of the runs in their order, and keeps their numbers.
@@ -200,12 +212,13 @@ class Teller {
 }  // namespace
 
 ExitCode RunBatch(const BatchOptions& options) {
-  auto [inputs, steps] = SplitInputs(options.words);
-  if (inputs.empty()) inputs.emplace_back();
-  const auto files = ChooseFiles(options, inputs);
+  SplitWords words = SplitInputs(options.words);
+  if (words.inputs.empty()) words.inputs.emplace_back();
+  const auto files = ChooseFiles(options, words);
+  const auto operandFiles = std::make_shared<OperandFiles>();
   Teller teller(files.size(), !options.time);
-  RunJobs(files.size(), options.jobs, [&, &words = steps] {
-    const auto chain = std::make_shared<Chain>(words, options.repeat);
+  RunJobs(files.size(), options.jobs, [&] {
+    const auto chain = std::make_shared<Chain>(words.steps, options.repeat, operandFiles);
     return [&, chain](std::size_t i) {
       return [&teller, report = RunOne(*chain, options, files[i])] { teller.Tell(report); };
     };
@@ -213,8 +226,6 @@ ExitCode RunBatch(const BatchOptions& options) {
   return teller.Finish(options);
 }
 
-void ReportFailure(const std::string& message) {
-  std::fprintf(stderr, "lxpic: %s\n", message.c_str());
-}
+void ReportFailure(const char* message) noexcept { std::fprintf(stderr, "lxpic: %s\n", message); }
 
 }  // namespace lx::tool

@@ -16,6 +16,8 @@ struct BatchOptions {
   std::vector<std::string> words;
   /// A file, or a folder for one file for each input; "" writes nothing.
   std::string output;
+  /// The extension of what `output` is to be written as; "" takes it from the name.
+  std::string outputFormat;
   /// As `output`, for a drawing of the last vector.
   std::string plot;
   /// The file for the numbers; "" prints them.
@@ -34,7 +36,7 @@ struct BatchOptions {
 /// anything runs.
 ExitCode RunBatch(const BatchOptions& options);
 
-/// "lxpic: " and the message on stderr.
-void ReportFailure(const std::string& message);
+/// "lxpic: " and the message on stderr. It needs no memory.
+void ReportFailure(const char* message) noexcept;
 
 }  // namespace lx::tool

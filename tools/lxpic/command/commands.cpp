@@ -4,7 +4,9 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <exception>
 #include <new>
 
@@ -12,7 +14,10 @@
 #include "tools/lxpic/command/batch.h"
 #include "tools/lxpic/command/listing.h"
 #include "tools/lxpic/common/failure.h"
+#include "tools/lxpic/common/words.h"
 #include "tools/lxpic/file/files.h"
+#include "tools/lxpic/file/identity.h"
+#include "tools/lxpic/file/input_file.h"
 #include "tools/lxpic/report/demo.h"
 #include "tools/lxpic/scene/synth.h"
 
@@ -51,6 +56,10 @@ What an operation leaves besides that image is kept under the name that its help
 another result takes the name; 'store NAME' keeps what the step before left, image or numbers, under
 a name of your own. Numbers are printed at the end, those of many files as one table. Where the last
 step leaves a vector, -o draws it.
+
+A file called - is standard input, and behind -o standard output, which then gets PNG or what --as
+says; numbers go to stderr there. Pipes and devices are read and written as they are. Any other file
+is replaced only when its successor is whole, and no run writes over a file that another one reads.
 
 Types are bw8, bw16, bw32, c24, c15, c16, c24a, complex64 and bw1. Files hold bw8, bw16 and c24.
 Exit codes: 0 fine, 1 an operation failed, 2 a wrong command line, 3 a file cannot be read or
@@ -92,6 +101,19 @@ bool Parse(CLI::App& app, Arguments arguments) {
   return false;
 }
 
+void AddMaxPixels(CLI::App& app) {
+  app.add_option_function<unsigned long>("--max-pixels", SetMaxPixels,
+                                         "Refuse image files of more pixels than this")
+      ->check(CLI::Range(1UL, 1UL << 40))
+      ->default_str(std::to_string(kDefaultMaxPixels))
+      ->option_text("N [" + std::to_string(kDefaultMaxPixels) + "]");
+}
+
+// Refuses what CLI11 takes for a number, and what lies within no range.
+std::string CheckNumber(const std::string& word) {
+  return ReadNumber(word) ? "" : "'" + word + "' is not a number";
+}
+
 ExitCode RunList(const Arguments& arguments) {
   CLI::App app("Lists the operations and their forms", "lxpic list");
   std::string part;
@@ -104,6 +126,7 @@ ExitCode RunInfo(const Arguments& arguments) {
   CLI::App app("Tells format, size, pixel type and values of image files", "lxpic info");
   std::vector<std::string> files;
   app.add_option("FILE", files, "Image files")->required();
+  AddMaxPixels(app);
   if (!Parse(app, arguments)) return kFine;
   ExitCode code = kFine;
   for (const std::string& file : files) {
@@ -127,9 +150,11 @@ ExitCode RunSynth(const Arguments& arguments) {
   app.add_option("--defects", options.defects, "How many defects")->check(CLI::Range(0, 100));
   app.add_option("--seed", options.seed, "Of the defects and the noise")->capture_default_str();
   app.add_option("--noise", options.noise, "Standard deviation in grey levels")
+      ->check(CheckNumber)
       ->check(CLI::Range(0.0, 100.0))
       ->capture_default_str();
   app.add_option("--light", options.light, "How many percent darker the darkest corner is")
+      ->check(CheckNumber)
       ->check(CLI::Range(0.0, 100.0))
       ->capture_default_str();
   app.add_option("--size", size, "WxH")->default_str("1200x900");
@@ -140,11 +165,14 @@ ExitCode RunSynth(const Arguments& arguments) {
     if (!read) throw Failure(kWrongUsage, "--size: '" + size + "' is not a size like 640x480");
     options.size = *read;
   }
-  CheckExtension(output);
+  CheckFormat(output);
   const SynthPicture picture = Synthesise(options);
+  // They would damage an image that goes the same way.
+  std::FILE* const told = IsStandardOutput(output) ? stderr : stdout;
   WriteImage(output, picture.image);
   for (const Defect& each : picture.defects) {
-    std::printf("%s at %d,%d %dx%d\n", each.kind.c_str(), each.x, each.y, each.width, each.height);
+    std::fprintf(told, "%s at %d,%d %dx%d\n", each.kind.c_str(), each.x, each.y, each.width,
+                 each.height);
   }
   return kFine;
 }
@@ -155,6 +183,7 @@ ExitCode RunDemoCommand(const Arguments& arguments) {
   std::vector<std::string> files;
   app.add_option("FILE", files, "GOLDEN and PART");
   app.add_option("-o,--output", options.folder, "The folder for images and page")->required();
+  AddMaxPixels(app);
   if (!Parse(app, arguments)) return kFine;
   if (!files.empty() && files.size() != 2) {
     throw Failure(kWrongUsage, "demo takes two images, GOLDEN and PART, or none");
@@ -177,7 +206,9 @@ ExitCode RunChain(const Arguments& arguments) {
       ->option_text(" ");
   app.add_option("-o,--output", options.output, "The file to write, or a folder for many")
       ->option_text("FILE");
-  app.add_option("--plot", options.plot, "The same for a drawing of the last vector, PNG or SVG")
+  app.add_option("--as", options.outputFormat, "How -o is written: png, tif, jpg, pgm, ppm or svg")
+      ->option_text("FORMAT");
+  app.add_option("--plot", options.plot, "As -o, for a drawing of the last vector, PNG or SVG")
       ->option_text("FILE");
   app.add_option("--values", options.values, "The file to write the numbers to, .csv or .json")
       ->option_text("FILE");
@@ -190,6 +221,7 @@ ExitCode RunChain(const Arguments& arguments) {
   app.add_option("--repeat", options.repeat, "Run each so often, and print the median")
       ->check(CLI::Range(1, 100000))
       ->option_text("N");
+  AddMaxPixels(app);
   app.footer(std::string("Other commands, each with its own --help:\n"
                          "  list [TEXT]       the operations\n"
                          "  help [OPERATION]  this, or everything about an operation\n"
@@ -200,6 +232,7 @@ ExitCode RunChain(const Arguments& arguments) {
   if (!Parse(app, arguments)) return kFine;
   if (options.words.empty()) throw Failure(kWrongUsage, "nothing to do; 'lxpic help' tells more");
   if (!format.empty()) options.format = ReadFormat(format);
+  if (options.values == kStandardStream) options.values.clear();
   if (plain) LxSetMMX(0);
   return RunBatch(options);
 }
@@ -232,18 +265,29 @@ ExitCode Dispatch(const Arguments& arguments) {
   return command->run({arguments.begin() + 1, arguments.end()});
 }
 
+// What was printed may still wait to be written.
+void FinishStandardOutput() {
+  if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return;
+  throw Failure(kFileFailed,
+                std::string("standard output: cannot be written: ") + std::strerror(errno));
+}
+
 }  // namespace
 
+// What reports a lack of memory must not need any.
 int RunTool(const std::vector<std::string>& arguments) {
   try {
-    return Dispatch(arguments);
+    SetMaxPixels(kDefaultMaxPixels);
+    const ExitCode code = Dispatch(arguments);
+    FinishStandardOutput();
+    return code;
   } catch (const Failure& failure) {
     ReportFailure(failure.what());
     return failure.Code();
   } catch (const std::bad_alloc&) {
     ReportFailure("not enough memory");
   } catch (const std::exception& error) {
-    ReportFailure(std::string("internal error: ") + error.what());
+    ReportFailure(error.what());
   }
   return kOperationFailed;
 }

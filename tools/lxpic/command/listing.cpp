@@ -248,8 +248,7 @@ std::string HelpText(const std::string& name) {
 }
 
 std::string InfoText(const std::string& path) {
-  const std::string format = FormatOf(path);
-  const ImageValue image = ReadImage(path);
+  const auto [image, format] = ReadFile(path);
   std::string text =
       path + ": " + format + ", " + image.SizeText() + ", " + image.TypeName() + "\n";
   const double pixelCount = static_cast<double>(image.Width()) * image.Height();

@@ -3,14 +3,15 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <set>
 
 #include "tools/lxpic/chain/chain.h"
 #include "tools/lxpic/chain/overloads.h"
 #include "tools/lxpic/common/failure.h"
 #include "tools/lxpic/common/words.h"
 #include "tools/lxpic/file/files.h"
-#include "tools/lxpic/report/drawing.h"
+#include "tools/lxpic/file/identity.h"
+#include "tools/lxpic/file/input_file.h"
+#include "tools/lxpic/report/drawing_format.h"
 
 namespace lx::tool {
 
@@ -20,42 +21,19 @@ namespace fs = std::filesystem;
 
 bool LooksLikeFile(const std::string& word) {
   std::error_code ignored;
-  return word.find_first_of("./") != std::string::npos || fs::exists(word, ignored);
-}
-
-bool NamesFolder(const std::string& output, const std::vector<std::string>& inputs) {
-  // Without an input there is no name for a file in a folder.
-  if (inputs.front().empty()) return false;
-  std::error_code ignored;
-  return output.ends_with('/') || fs::is_directory(output, ignored) ||
-         (inputs.size() > 1 && !HasKnownExtension(output) && !IsDrawingName(output));
+  return word == kStandardStream || word.find_first_of("./") != std::string::npos ||
+         fs::exists(word, ignored);
 }
 
 // The file in the folder for `input`, whose name it keeps as far as it can be written.
-fs::path OutputFor(const std::string& input, const fs::path& folder) {
-  fs::path name = fs::path(input).filename();
-  if (!HasKnownExtension(name.string())) name.replace_extension(".png");
-  return folder / name;
-}
-
-std::vector<std::string> OutputsInFolder(const std::vector<std::string>& inputs,
-                                         const std::string& folder) {
-  std::error_code error;
-  fs::create_directories(folder, error);
-  if (error) throw Failure(kFileFailed, folder + ": cannot be made: " + error.message());
-  std::vector<std::string> outputs;
-  std::set<fs::path> used;
-  for (const std::string& input : inputs) {
-    const fs::path output = OutputFor(input, folder);
-    if (!used.insert(output).second) {
-      throw Failure(kWrongUsage, "two inputs would be written to " + output.string());
-    }
-    if (fs::exists(output, error) && fs::equivalent(input, output, error)) {
-      throw Failure(kWrongUsage, input + " would be overwritten by its result");
-    }
-    outputs.push_back(output.string());
+std::string OutputFor(const std::string& input, const OutputOption& option) {
+  fs::path name = input == kStandardStream ? "stdin" : fs::path(input).filename();
+  if (!option.format.empty()) {
+    name.replace_extension(option.format);
+  } else if (!HasKnownExtension(name.string())) {
+    name.replace_extension("png");
   }
-  return outputs;
+  return (fs::path(option.path) / name).string();
 }
 
 }  // namespace
@@ -70,19 +48,38 @@ SplitWords SplitInputs(const std::vector<std::string>& words) {
     throw Failure(kWrongUsage, "'" + input + "' is neither a file nor an operation" +
                                    Suggestion(input, OperationNames()));
   }
+  if (std::count(words.begin(), words.end(), kStandardStream) > 1) {
+    throw Failure(kWrongUsage, "standard input can be read only once");
+  }
   return split;
 }
 
-std::vector<std::string> ChooseOutputs(const std::string& option, const std::string& output,
+bool NamesFolder(const OutputOption& option, const std::vector<std::string>& inputs) {
+  const std::string& path = option.path;
+  // Without an input there is no name for a file in a folder.
+  if (path.empty() || inputs.front().empty() || IsStream(path)) return false;
+  std::error_code ignored;
+  return path.ends_with('/') || fs::is_directory(path, ignored) ||
+         (inputs.size() > 1 && !HasKnownExtension(path) && !DrawingFormatOf(path));
+}
+
+std::vector<std::string> ChooseOutputs(const OutputOption& option,
                                        const std::vector<std::string>& inputs) {
-  if (output.empty()) return std::vector<std::string>(inputs.size());
-  if (NamesFolder(output, inputs)) return OutputsInFolder(inputs, output);
-  if (inputs.size() > 1) {
-    throw Failure(kWrongUsage,
-                  "several images need a folder to be written to: " + option + " FOLDER/");
+  if (option.path.empty()) return std::vector<std::string>(inputs.size());
+  const bool isDrawing =
+      option.format.empty() ? DrawingFormatOf(option.path).has_value() : option.format == "svg";
+  if (NamesFolder(option, inputs)) {
+    if (!option.format.empty() && !isDrawing) CheckFormat(option.path, option.format);
+    std::vector<std::string> outputs;
+    for (const std::string& input : inputs) outputs.push_back(OutputFor(input, option));
+    return outputs;
   }
-  if (!IsDrawingName(output)) CheckExtension(output);
-  return {output};
+  if (inputs.size() > 1) {
+    throw Failure(kWrongUsage, std::string("several images need a folder to be written to: ") +
+                                   option.name + " FOLDER/");
+  }
+  if (!isDrawing) CheckFormat(option.path, option.format);
+  return {option.path};
 }
 
 }  // namespace lx::tool

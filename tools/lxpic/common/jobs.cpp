@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <exception>
 #include <future>
 #include <thread>
 #include <vector>
@@ -17,8 +18,13 @@ class Threads {
  public:
   Threads(std::vector<std::promise<Finish>>& promises, std::size_t count,
           const std::function<Job()>& makeJob) {
-    for (std::size_t i = 0; i < count; ++i) {
-      threads.emplace_back([this, &promises, job = makeJob()] { Work(promises, job); });
+    try {
+      for (std::size_t i = 0; i < count; ++i) {
+        threads.emplace_back([this, &promises, job = makeJob()] { Work(promises, job); });
+      }
+    } catch (const std::exception&) {
+      // Fewer threads do the same work.
+      if (threads.empty()) throw;
     }
   }
   // Waits for all of them.

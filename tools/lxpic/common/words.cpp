@@ -5,6 +5,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <numeric>
 #include <system_error>
 
@@ -38,7 +39,12 @@ std::size_t EditDistance(std::string_view a, std::string_view b) {
 
 }  // namespace
 
-std::optional<double> ReadNumber(std::string_view word) { return ReadAll<double>(word); }
+std::optional<double> ReadNumber(std::string_view word) {
+  const auto number = ReadAll<double>(word);
+  // False for what is no number, too.
+  const bool isFinite = number && std::abs(*number) <= std::numeric_limits<float>::max();
+  return isFinite ? number : std::nullopt;
+}
 
 std::optional<std::vector<double>> ReadNumbers(std::string_view word) {
   std::vector<double> numbers;

@@ -14,7 +14,7 @@ struct Size {
   int height;
 };
 
-/// A number that fills the whole word.
+/// A finite number that fills the whole word and that single precision can hold.
 std::optional<double> ReadNumber(std::string_view word);
 
 /// One number, or several with commas between them.

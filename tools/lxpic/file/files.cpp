@@ -4,13 +4,12 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
 #include <string_view>
 
 #include "tools/lxpic/common/words.h"
 #include "tools/lxpic/file/format.h"
+#include "tools/lxpic/file/identity.h"
 
 namespace lx::tool {
 
@@ -27,7 +26,7 @@ constexpr PixelMask kColour = MaskOf(Pixel::kC24);
 struct Magic {
   std::string_view bytes;
   const char* format;
-  ImageValue (*read)(const std::string&);
+  ImageValue (*read)(InputFile&);
 };
 
 using namespace std::string_view_literals;
@@ -47,7 +46,7 @@ struct Extension {
   std::string_view name;
   const char* format;
   PixelMask holds;
-  void (*write)(const std::string&, const ImageValue&);
+  void (*write)(OutputFile&, const ImageValue&);
 };
 
 constexpr std::array kExtensions = {
@@ -60,28 +59,39 @@ constexpr std::array kExtensions = {
     Extension{".ppm", "PPM", kColour, WritePnm},
     Extension{".pnm", "PNM", kGrey | kColour, WritePnm}};
 
-const Extension* FindExtension(const std::string& path) {
-  std::string name = std::filesystem::path(path).extension().string();
+const Extension* FindExtension(std::string name) {
   for (char& c : name) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
   const auto* const found = std::find_if(kExtensions.begin(), kExtensions.end(),
                                          [&](const Extension& each) { return each.name == name; });
   return found == kExtensions.end() ? nullptr : found;
 }
 
-const Magic& FindMagic(const std::string& path) {
-  char head[8] = {};
-  const File file = OpenFile(path, "rb");
-  const std::size_t count = std::fread(head, 1, sizeof head, file.get());
-  if (std::ferror(file.get()) != 0) {
-    throw Failure(kFileFailed, std::string("cannot be read: ") + std::strerror(errno));
-  }
-  const std::string_view start(head, count);
+std::string KnownExtensions() {
+  std::vector<std::string> names;
+  for (const Extension& each : kExtensions) names.emplace_back(each.name);
+  return Join(names, ", ");
+}
+
+const Extension& ChooseFormat(const std::string& path, const std::string& format) {
+  const std::string own = std::filesystem::path(path).extension().string();
+  const Extension* found = FindExtension(format.empty() ? own : "." + format);
+  if (found == nullptr && format.empty() && IsStream(path)) found = kExtensions.data();
+  if (found != nullptr) return *found;
+  throw Failure(kWrongUsage,
+                format.empty()
+                    ? path + ": the name must end with one of these: " + KnownExtensions()
+                    : "'" + format + "' is none of these: " + KnownExtensions());
+}
+
+const Magic& FindMagic(InputFile& file) {
+  const std::string_view start = file.Peek(8);
+  file.CheckRead();
   const auto* const found = std::find_if(kMagics.begin(), kMagics.end(), [&](const Magic& each) {
     return start.substr(0, each.bytes.size()) == each.bytes;
   });
   if (found == kMagics.end()) {
-    throw Failure(kFileFailed, count == 0 ? "the file is empty"
-                                          : "not an image: PNG, TIFF, JPEG and PNM are read");
+    throw Failure(kFileFailed, start.empty() ? "the file is empty"
+                                             : "not an image: PNG, TIFF, JPEG and PNM are read");
   }
   return *found;
 }
@@ -123,12 +133,6 @@ ImageValue Presentable(const ImageValue& image, PixelMask holds) {
   }
 }
 
-std::string KnownExtensions() {
-  std::vector<std::string> names;
-  for (const Extension& each : kExtensions) names.emplace_back(each.name);
-  return Join(names, ", ");
-}
-
 void WriteAs(const Extension& extension, const std::string& path, const ImageValue& image) {
   const ImageValue shown = Presentable(image, extension.holds);
   if ((extension.holds & MaskOf(shown.PixelType())) == 0) {
@@ -138,48 +142,47 @@ void WriteAs(const Extension& extension, const std::string& path, const ImageVal
   if (shown.Width() == 0 || shown.Height() == 0) {
     throw Failure(kFileFailed, "an image without pixels cannot be written");
   }
+  OutputFile file(path);
+  extension.write(file, shown);
+  file.Finish();
+}
+
+FileContent ReadFrom(InputFile& file) {
+  const Magic& magic = FindMagic(file);
   try {
-    extension.write(path, shown);
+    return {magic.read(file), magic.format};
   } catch (const Failure&) {
-    // Half an image is worse than none.
-    std::error_code ignored;
-    if (std::filesystem::is_regular_file(path, ignored)) std::filesystem::remove(path, ignored);
+    file.CheckRead();
     throw;
   }
 }
 
 }  // namespace
 
-ImageValue ReadImage(const std::string& path) {
+FileContent ReadFile(const std::string& path) {
   try {
-    return FindMagic(path).read(path);
+    InputFile file(path);
+    return ReadFrom(file);
   } catch (const Failure& failure) {
-    throw Failure(kFileFailed, path + ": " + failure.what());
+    throw Failure(kFileFailed, ShownInput(path) + ": " + failure.what());
   }
 }
 
-void WriteImage(const std::string& path, const ImageValue& image) {
-  CheckExtension(path);
-  try {
-    WriteAs(*FindExtension(path), path, image);
-  } catch (const Failure& failure) {
-    throw failure.Of(path);
-  }
-}
+ImageValue ReadImage(const std::string& path) { return ReadFile(path).image; }
 
-std::string FormatOf(const std::string& path) {
+void WriteImage(const std::string& path, const ImageValue& image, const std::string& format) {
+  const Extension& extension = ChooseFormat(path, format);
   try {
-    return FindMagic(path).format;
+    WriteAs(extension, path, image);
   } catch (const Failure& failure) {
     throw failure.Of(path);
   }
 }
 
-bool HasKnownExtension(const std::string& path) { return FindExtension(path) != nullptr; }
-
-void CheckExtension(const std::string& path) {
-  if (HasKnownExtension(path)) return;
-  throw Failure(kWrongUsage, path + ": the name must end with one of these: " + KnownExtensions());
+bool HasKnownExtension(const std::string& path) {
+  return FindExtension(std::filesystem::path(path).extension().string()) != nullptr;
 }
+
+void CheckFormat(const std::string& path, const std::string& format) { ChooseFormat(path, format); }
 
 }  // namespace lx::tool

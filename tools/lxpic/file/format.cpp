@@ -1,40 +1,37 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tools/lxpic/file/format.h"
 
-#include <cerrno>
-#include <cstring>
+#include <atomic>
+
+#include "tools/lxpic/file/files.h"
 
 namespace lx::tool {
 
 namespace {
 
-// Far beyond any camera, and still something that can be allocated.
 constexpr unsigned long kMaxSide = 1UL << 20;
-constexpr unsigned long kMaxPixels = 1UL << 28;
 
-std::string SystemError() { return std::strerror(errno); }
+std::atomic<unsigned long> maxPixels = kDefaultMaxPixels;
+
+std::string SizeText(unsigned long width, unsigned long height) {
+  return std::to_string(width) + "x" + std::to_string(height) + " pixels";
+}
 
 }  // namespace
 
-File OpenFile(const std::string& path, const char* mode) {
-  File file(std::fopen(path.c_str(), mode));
-  if (!file) throw Failure(kFileFailed, "cannot be opened: " + SystemError());
-  return file;
-}
+void SetMaxPixels(unsigned long count) { maxPixels = count; }
 
-void CloseWritten(File file) {
-  const bool written = std::fflush(file.get()) == 0 && std::ferror(file.get()) == 0;
-  if (!written || std::fclose(file.release()) != 0) {
-    throw Failure(kFileFailed, "cannot be written: " + SystemError());
+unsigned long MaxPixels() { return maxPixels; }
+
+ImageValue MakeImageFor(Pixel pixel, unsigned long width, unsigned long height,
+                        unsigned long cost) {
+  if (width < 1 || height < 1 || width > kMaxSide || height > kMaxSide) {
+    throw Failure(kFileFailed, "damaged: " + SizeText(width, height));
   }
-}
-
-ImageValue MakeImageFor(Pixel pixel, unsigned long width, unsigned long height) {
-  const bool possible = width >= 1 && height >= 1 && width <= kMaxSide && height <= kMaxSide &&
-                        width * height <= kMaxPixels;
-  if (!possible) {
-    throw Failure(kFileFailed, "damaged, or too large: " + std::to_string(width) + "x" +
-                                   std::to_string(height) + " pixels");
+  const unsigned long most = MaxPixels() / cost;
+  if (width * height > most) {
+    throw Failure(kFileFailed, SizeText(width, height) + ", but at most " + std::to_string(most) +
+                                   " are read; --max-pixels raises that");
   }
   return {pixel, static_cast<int>(width), static_cast<int>(height)};
 }
@@ -44,6 +41,11 @@ std::vector<unsigned char*> Rows(const ImageValue& image) {
   rows.reserve(static_cast<std::size_t>(image.Height()));
   for (int y = 0; y < image.Height(); ++y) rows.push_back(image.Row(y));
   return rows;
+}
+
+Failure NotReadable(const char* format, const std::string& reason) {
+  return {kFileFailed, std::string("damaged, or of a kind of ") + format + " that is not read: " +
+                           (reason.empty() ? "no reason is known" : reason)};
 }
 
 }  // namespace lx::tool

@@ -1,43 +1,40 @@
 // SPDX-License-Identifier: Apache-2.0
-// What the file formats share. Their functions throw Failure without naming the file.
+// What the file formats share. Their functions throw Failure without naming the file; those that
+// read leave it to their caller to tell an end of the file from a failure of the system.
 #pragma once
 
-#include <cstdio>
-#include <memory>
 #include <string>
 #include <vector>
 
 #include "tools/lxpic/common/failure.h"
+#include "tools/lxpic/file/input_file.h"
+#include "tools/lxpic/file/output_file.h"
 #include "tools/lxpic/value/image_value.h"
 
 namespace lx::tool {
 
-ImageValue ReadPng(const std::string& path);
-void WritePng(const std::string& path, const ImageValue& image);
+ImageValue ReadPng(InputFile& file);
+void WritePng(OutputFile& file, const ImageValue& image);
 
-ImageValue ReadJpeg(const std::string& path);
-void WriteJpeg(const std::string& path, const ImageValue& image);
+ImageValue ReadJpeg(InputFile& file);
+void WriteJpeg(OutputFile& file, const ImageValue& image);
 
-ImageValue ReadTiff(const std::string& path);
-void WriteTiff(const std::string& path, const ImageValue& image);
+ImageValue ReadTiff(InputFile& file);
+void WriteTiff(OutputFile& file, const ImageValue& image);
 
-ImageValue ReadPnm(const std::string& path);
-void WritePnm(const std::string& path, const ImageValue& image);
+ImageValue ReadPnm(InputFile& file);
+void WritePnm(OutputFile& file, const ImageValue& image);
 
-struct FileCloser {
-  void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, FileCloser>;
-
-File OpenFile(const std::string& path, const char* mode);
-/// Closes a file that was written, and fails when not all of it reached the disk.
-void CloseWritten(File file);
-
-/// An image for the pixels of a file. Refuses sizes that only a damaged file would claim.
-ImageValue MakeImageFor(Pixel pixel, unsigned long width, unsigned long height);
+/// An image for the pixels of a file. Refuses sizes that only a damaged file would claim, and more
+/// than MaxPixels() / `cost`, where reading takes `cost` times the memory that the image does.
+ImageValue MakeImageFor(Pixel pixel, unsigned long width, unsigned long height,
+                        unsigned long cost = 1);
 
 /// Addresses of the rows, top row first.
 std::vector<unsigned char*> Rows(const ImageValue& image);
+
+/// The failure of a format's codec, which tells why; "" where it does not.
+Failure NotReadable(const char* format, const std::string& reason);
 
 /// Where the C libraries leave the text of their error before they jump out.
 struct ErrorText {

@@ -5,6 +5,7 @@
 
 #include <bit>
 #include <csetjmp>
+#include <cstdio>
 
 #include "tools/lxpic/file/format.h"
 
@@ -19,6 +20,17 @@ void OnError(png_structp png, png_const_charp text) {
 }
 
 void OnWarning(png_structp /*png*/, png_const_charp /*text*/) {}
+
+void OnRead(png_structp png, png_bytep bytes, png_size_t count) {
+  auto* const file = static_cast<InputFile*>(png_get_io_ptr(png));
+  if (file->Read(bytes, count) != count) png_error(png, "the file ends too early");
+}
+
+void OnWrite(png_structp png, png_bytep bytes, png_size_t count) {
+  static_cast<OutputFile*>(png_get_io_ptr(png))->Write(bytes, count);
+}
+
+void OnFlush(png_structp /*png*/) {}
 
 struct Reader {
   Reader() : png(png_create_read_struct(PNG_LIBPNG_VER_STRING, &error, OnError, OnWarning)) {
@@ -62,9 +74,9 @@ void ChooseLayout(png_structp png, png_infop info) {
   }
 }
 
-bool ReadHeader(png_structp png, png_infop info, std::FILE* file) {
+bool ReadHeader(png_structp png, png_infop info, InputFile* file) {
   if (setjmp(png_jmpbuf(png)) != 0) return false;
-  png_init_io(png, file);
+  png_set_read_fn(png, file, OnRead);
   png_read_info(png, info);
   ChooseLayout(png, info);
   png_set_interlace_handling(png);
@@ -86,10 +98,10 @@ struct Layout {
   int colour;
 };
 
-bool WriteAll(png_structp png, png_infop info, std::FILE* file, const Layout& layout,
+bool WriteAll(png_structp png, png_infop info, OutputFile* file, const Layout& layout,
               png_bytepp rows) {
   if (setjmp(png_jmpbuf(png)) != 0) return false;
-  png_init_io(png, file);
+  png_set_write_fn(png, file, OnWrite, OnFlush);
   png_set_IHDR(png, info, layout.width, layout.height, layout.depth, layout.colour,
                PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
   png_write_info(png, info);
@@ -107,12 +119,11 @@ Pixel PixelOfLayout(png_structp png, png_infop info) {
 
 }  // namespace
 
-ImageValue ReadPng(const std::string& path) {
-  const File file = OpenFile(path, "rb");
+ImageValue ReadPng(InputFile& file) {
   Reader reader;
   if (reader.info == nullptr) throw Failure(kFileFailed, "not enough memory");
-  if (!ReadHeader(reader.png, reader.info, file.get())) {
-    throw Failure(kFileFailed, std::string("damaged PNG: ") + reader.error.text);
+  if (!ReadHeader(reader.png, reader.info, &file)) {
+    throw NotReadable("PNG", reader.error.text);
   }
   ImageValue image = MakeImageFor(PixelOfLayout(reader.png, reader.info),
                                   png_get_image_width(reader.png, reader.info),
@@ -121,23 +132,21 @@ ImageValue ReadPng(const std::string& path) {
     throw Failure(kFileFailed, "a PNG layout that is not read");
   }
   if (!ReadRows(reader.png, Rows(image).data())) {
-    throw Failure(kFileFailed, std::string("damaged PNG: ") + reader.error.text);
+    throw NotReadable("PNG", reader.error.text);
   }
   return image;
 }
 
-void WritePng(const std::string& path, const ImageValue& image) {
-  File file = OpenFile(path, "wb");
+void WritePng(OutputFile& file, const ImageValue& image) {
   Writer writer;
   if (writer.info == nullptr) throw Failure(kFileFailed, "not enough memory");
   const Layout layout{static_cast<png_uint_32>(image.Width()),
                       static_cast<png_uint_32>(image.Height()),
                       image.PixelType() == Pixel::kBW16 ? 16 : 8,
                       image.PixelType() == Pixel::kC24 ? PNG_COLOR_TYPE_RGB : PNG_COLOR_TYPE_GRAY};
-  if (!WriteAll(writer.png, writer.info, file.get(), layout, Rows(image).data())) {
+  if (!WriteAll(writer.png, writer.info, &file, layout, Rows(image).data())) {
     throw Failure(kFileFailed, std::string("cannot be written: ") + writer.error.text);
   }
-  CloseWritten(std::move(file));
 }
 
 }  // namespace lx::tool

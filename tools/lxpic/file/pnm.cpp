@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The Netpbm formats P2 to P6. Samples are kept as they are stored, whatever their maximum.
 #include <cctype>
-#include <cerrno>
 #include <cstdint>
-#include <cstring>
 #include <utility>
 
 #include "tools/lxpic/file/format.h"
@@ -18,11 +16,11 @@ namespace {
 
 class Source {
  public:
-  explicit Source(const std::string& path) : file(OpenFile(path, "rb")) {}
+  explicit Source(InputFile& opened) : file(opened) {}
 
   unsigned Byte() {
-    const int c = std::fgetc(file.get());
-    if (c == EOF) Damaged("the file ends too early");
+    const int c = file.Byte();
+    if (c < 0) Damaged("the file ends too early");
     return static_cast<unsigned>(c);
   }
 
@@ -34,8 +32,8 @@ class Source {
     while (std::isdigit(static_cast<int>(c)) != 0) {
       value = 10 * value + (c - '0');
       if (value > kMaxNumber) Damaged("a number is too large");
-      const int next = std::fgetc(file.get());
-      if (next == EOF) return value;
+      const int next = file.Byte();
+      if (next < 0) return value;
       c = static_cast<unsigned>(next);
     }
     if (std::isspace(static_cast<int>(c)) == 0) Damaged("a number does not end");
@@ -58,7 +56,7 @@ class Source {
     }
   }
 
-  File file;
+  InputFile& file;
 };
 
 struct Header {
@@ -141,8 +139,8 @@ void StoreLine(const unsigned char* row, Pixel pixel, std::vector<unsigned char>
 
 }  // namespace
 
-ImageValue ReadPnm(const std::string& path) {
-  Source source(path);
+ImageValue ReadPnm(InputFile& file) {
+  Source source(file);
   const Header header = ReadHeader(source);
   ImageValue image = MakeImageFor(header.PixelType(), header.width, header.height);
   for (unsigned char* row : Rows(image)) {
@@ -155,17 +153,17 @@ ImageValue ReadPnm(const std::string& path) {
   return image;
 }
 
-void WritePnm(const std::string& path, const ImageValue& image) {
-  File file = OpenFile(path, "wb");
+void WritePnm(OutputFile& file, const ImageValue& image) {
   const bool wide = image.PixelType() == Pixel::kBW16;
-  std::fprintf(file.get(), "P%c\n%d %d\n%d\n", image.PixelType() == Pixel::kC24 ? '6' : '5',
-               image.Width(), image.Height(), wide ? 65535 : 255);
+  const std::string header = std::string("P") + (image.PixelType() == Pixel::kC24 ? "6" : "5") +
+                             "\n" + std::to_string(image.Width()) + " " +
+                             std::to_string(image.Height()) + (wide ? "\n65535\n" : "\n255\n");
+  file.Write(header.data(), header.size());
   std::vector<unsigned char> line(image.RowBytes());
   for (const unsigned char* row : Rows(image)) {
     StoreLine(row, image.PixelType(), line);
-    std::fwrite(line.data(), 1, line.size(), file.get());
+    file.Write(line.data(), line.size());
   }
-  CloseWritten(std::move(file));
 }
 
 }  // namespace lx::tool

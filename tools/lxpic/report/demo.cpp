@@ -2,12 +2,14 @@
 #include "tools/lxpic/report/demo.h"
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <span>
 
 #include "tools/lxpic/chain/chain.h"
 #include "tools/lxpic/common/failure.h"
 #include "tools/lxpic/file/files.h"
+#include "tools/lxpic/file/identity.h"
 #include "tools/lxpic/report/page.h"
 #include "tools/lxpic/scene/synth.h"
 
@@ -23,6 +25,11 @@ constexpr const char* kGolden = "golden.png";
 constexpr const char* kPart = "part.png";
 constexpr const char* kDefects = "defects.png";
 constexpr const char* kResult = "result.png";
+constexpr const char* kPage = "index.html";
+// All that may be written besides the copies of the two images.
+constexpr std::array kMade = {"golden-grey.png", "part-grey.png",  "golden-smooth.png",
+                              "part-smooth.png", "difference.png", "amplified.png",
+                              kDefects,          kResult,          kPage};
 
 // Amplified differences above kLevel, that is differences above 24 grey levels of smoothed images,
 // are defects.
@@ -59,6 +66,21 @@ Samples ReadSamples(const DemoOptions& options) {
   throw Failure(kOperationFailed, options.golden + " is " + samples.golden.SizeText() + " and " +
                                       options.part + " is " + samples.part.SizeText() +
                                       ": both must have the same size");
+}
+
+bool IsSameFile(const std::string& a, const std::string& b) {
+  const std::string identity = IdentityOf(a);
+  return !identity.empty() && identity == IdentityOf(b);
+}
+
+// Throws when a file of the folder, other than its own copy, would be written over an image.
+void CheckInput(const std::string& input, const char* copy, const std::string& folder) {
+  std::vector<std::string> names(kMade.begin(), kMade.end());
+  names.insert(names.end(), {kGolden, kPart});
+  for (const std::string& name : names) {
+    if (name == copy || !IsSameFile(input, (fs::path(folder) / name).string())) continue;
+    throw Failure(kWrongUsage, input + " would be overwritten: choose another folder");
+  }
 }
 
 // The steps that make an image grey; none when it is.
@@ -102,7 +124,7 @@ class Inspection {
  private:
   double TimeOf(const ImageValue& start, const Words& steps) {
     double time = 0;
-    Chain chain(steps, kRuns, folder);
+    Chain chain(steps, kRuns, std::make_shared<OperandFiles>(folder));
     result = chain.Run(start, [&](const StepReport& report) { time += report.milliseconds; }).image;
     return time;
   }
@@ -195,17 +217,24 @@ void Inspect(Inspection& inspection, const Samples& samples, Page& page) {
   page.wholeCommand = "lxpic " + shown + " " + Join(whole, " ") + " -o " + kResult;
 }
 
+// An image that lies in its place already is left alone.
+void WriteCopy(const std::string& path, const ImageValue& image, const std::string& original) {
+  if (!IsSameFile(path, original)) WriteImage(path, image);
+}
+
 }  // namespace
 
 DemoResult RunDemo(const DemoOptions& options) {
+  CheckInput(options.golden, kGolden, options.folder);
+  CheckInput(options.part, kPart, options.folder);
   const Samples samples = ReadSamples(options);
   std::error_code error;
   fs::create_directories(options.folder, error);
   if (error) throw Failure(kFileFailed, options.folder + ": cannot be made: " + error.message());
 
   Inspection inspection(options.folder);
-  WriteImage(inspection.PathOf(kGolden), samples.golden);
-  WriteImage(inspection.PathOf(kPart), samples.part);
+  WriteCopy(inspection.PathOf(kGolden), samples.golden, options.golden);
+  WriteCopy(inspection.PathOf(kPart), samples.part, options.part);
   Page page;
   page.golden = kGolden;
   page.part = kPart;
@@ -219,7 +248,7 @@ DemoResult RunDemo(const DemoOptions& options) {
   for (const Defect& defect : samples.defects) {
     page.defects.push_back({defect, CountMarked(mask, defect)});
   }
-  const std::string file = inspection.PathOf("index.html");
+  const std::string file = inspection.PathOf(kPage);
   WritePage(file, page);
   return {file, page.defectPixels};
 }

@@ -5,8 +5,10 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <utility>
 
 #include "tools/lxpic/common/failure.h"
+#include "tools/lxpic/file/output_file.h"
 
 namespace lx::tool {
 
@@ -21,21 +23,33 @@ bool HasExtension(const std::string& path, const char* extension) {
   return std::filesystem::path(path).extension() == extension;
 }
 
-cairo_surface_t* MakeSurface(const std::string& path, bool isSvg, const Size& size) {
-  if (isSvg) return cairo_svg_surface_create(path.c_str(), size.width, size.height);
+// Cairo calls this from C, so nothing may be thrown through it.
+cairo_status_t Append(void* text, const unsigned char* data, unsigned count) {
+  try {
+    static_cast<std::string*>(text)->append(reinterpret_cast<const char*>(data), count);
+    return CAIRO_STATUS_SUCCESS;
+  } catch (const std::exception&) {
+    return CAIRO_STATUS_NO_MEMORY;
+  }
+}
+
+cairo_surface_t* MakeSurface(std::string* content, bool isSvg, const Size& size) {
+  if (isSvg) return cairo_svg_surface_create_for_stream(Append, content, size.width, size.height);
   return cairo_image_surface_create(CAIRO_FORMAT_RGB24, size.width, size.height);
 }
 
 }  // namespace
 
-bool IsDrawingName(const std::string& path) {
-  return HasExtension(path, ".png") || HasExtension(path, ".svg");
+std::optional<DrawingFormat> DrawingFormatOf(const std::string& path) {
+  if (HasExtension(path, ".png")) return DrawingFormat::kPng;
+  if (HasExtension(path, ".svg")) return DrawingFormat::kSvg;
+  return std::nullopt;
 }
 
-Drawing::Drawing(const std::string& fileName, const Size& size)
-    : path(fileName),
-      isSvg(HasExtension(fileName, ".svg")),
-      surface(MakeSurface(fileName, isSvg, size)),
+Drawing::Drawing(std::string fileName, DrawingFormat format, const Size& size)
+    : path(std::move(fileName)),
+      isSvg(format == DrawingFormat::kSvg),
+      surface(MakeSurface(&content, isSvg, size)),
       context(cairo_create(surface.get())) {
   Check(cairo_status(context.get()));
   SetColour(context.get(), {kWhite, kWhite, kWhite});
@@ -68,9 +82,10 @@ void Drawing::Text(int x, int y, const char* text) {
 void Drawing::Finish() {
   cairo_stroke(context.get());
   Check(cairo_status(context.get()));
-  if (!isSvg) Check(cairo_surface_write_to_png(surface.get(), path.c_str()));
+  if (!isSvg) Check(cairo_surface_write_to_png_stream(surface.get(), Append, &content));
   cairo_surface_finish(surface.get());
   Check(cairo_surface_status(surface.get()));
+  WriteText(path, content);
 }
 
 void Drawing::Check(cairo_status_t status) const {

@@ -7,14 +7,15 @@
 #include "lxpic/lxpic.h"
 #include "tools/lxpic/common/cairo.h"
 #include "tools/lxpic/common/words.h"
+#include "tools/lxpic/report/drawing_format.h"
 
 namespace lx::tool {
 
 /// Lines and texts on white, one pen after the other.
 class Drawing : public LxDrawTarget {
  public:
-  /// A drawing of `size` pixels for the file `path`: SVG by that extension, PNG by any other.
-  Drawing(const std::string& path, const Size& size);
+  /// A drawing of `size` pixels for the file `path`.
+  Drawing(std::string path, DrawingFormat format, const Size& size);
 
   /// Chooses what later lines are drawn with.
   void SetPen(const Colour& colour, double width);
@@ -33,12 +34,10 @@ class Drawing : public LxDrawTarget {
 
   std::string path;
   bool isSvg;
+  std::string content;  // of an SVG, as it grows
   SurfacePointer surface;
   ContextPointer context;
   bool textShown = true;
 };
-
-/// Whether a drawing can be written to a file of this name.
-bool IsDrawingName(const std::string& path);
 
 }  // namespace lx::tool

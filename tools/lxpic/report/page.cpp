@@ -4,11 +4,10 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <fstream>
 #include <numeric>
 #include <sstream>
 
-#include "tools/lxpic/common/failure.h"
+#include "tools/lxpic/file/output_file.h"
 
 namespace lx::tool {
 
@@ -179,13 +178,11 @@ std::string DefectViews(const Page& page) {
 }  // namespace
 
 void WritePage(const std::string& path, const Page& page) {
-  std::ofstream file(path, std::ios::binary);
-  file << kHead << Summary(page) << "<h2>Step by step</h2>\n";
-  for (std::size_t i = 0; i < page.steps.size(); ++i) file << StepCard(page.steps[i], i + 1);
-  file << "<h2>All in one line</h2>\n"
-       << CommandText(page.wholeCommand) << DefectViews(page) << "</main>\n</body>\n</html>\n";
-  file.close();
-  if (!file) throw Failure(kFileFailed, path + ": cannot be written");
+  std::string text = kHead + Summary(page) + "<h2>Step by step</h2>\n";
+  for (std::size_t i = 0; i < page.steps.size(); ++i) text += StepCard(page.steps[i], i + 1);
+  text += "<h2>All in one line</h2>\n" + CommandText(page.wholeCommand) + DefectViews(page) +
+          "</main>\n</body>\n</html>\n";
+  WriteText(path, text);
 }
 
 }  // namespace lx::tool

@@ -10,7 +10,6 @@
 #include <limits>
 
 #include "tools/lxpic/report/drawing.h"
-
 namespace lx::tool {
 
 namespace {
@@ -250,8 +249,10 @@ void DrawPath(Drawing& drawing, const NamedNumbers& named) {
 
 }  // namespace
 
-void WritePlot(const std::string& path, const NamedNumbers& vector) {
-  Drawing drawing(path, kSize);
+void WritePlot(const std::string& path, const NamedNumbers& vector,
+               std::optional<DrawingFormat> format) {
+  if (!format) format = DrawingFormatOf(path).value_or(DrawingFormat::kPng);
+  Drawing drawing(path, *format, kSize);
   switch (vector.numbers.drawing) {
     case Numbers::Drawing::kBars:
       DrawBars(drawing, vector);

@@ -1,14 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <optional>
 #include <string>
 
+#include "tools/lxpic/report/drawing_format.h"
 #include "tools/lxpic/value/numbers.h"
 
 namespace lx::tool {
 
-/// Draws a vector of a kind that can be drawn into a PNG or SVG file: counts as bars, profiles as
+/// Draws a vector of a kind that can be drawn into a PNG or SVG file, as the name says where
+/// `format` does not: counts as bars, profiles as
 /// lines, both over axes, and paths as they lie in the image. Throws Failure.
-void WritePlot(const std::string& path, const NamedNumbers& vector);
+void WritePlot(const std::string& path, const NamedNumbers& vector,
+               std::optional<DrawingFormat> format = {});
 
 }  // namespace lx::tool

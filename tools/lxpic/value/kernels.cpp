@@ -70,6 +70,7 @@ std::shared_ptr<LxKernel> KernelOfRows(const std::string& text) {
   if (coefficients.size() > kMaxCoefficients) {
     throw Failure(kWrongUsage, "the kernel has too many coefficients");
   }
+  LxOk();
   auto kernel =
       std::make_shared<LxKernel>(static_cast<short>(coefficients.size() / rows.size()),
                                  static_cast<short>(rows.size()), 1.0F, 0U, RECTIFIER_POSITIVE, 0U);

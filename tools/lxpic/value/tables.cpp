@@ -5,13 +5,12 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <fstream>
-#include <iterator>
 #include <limits>
 #include <string_view>
 
 #include "tools/lxpic/common/failure.h"
 #include "tools/lxpic/common/words.h"
+#include "tools/lxpic/file/input_file.h"
 
 namespace lx::tool {
 
@@ -46,10 +45,7 @@ std::vector<unsigned> MakeTable(const NamedTable& table, double argument, std::s
   return entries;
 }
 
-std::vector<unsigned> ReadTableFile(const std::string& path, unsigned maximum) {
-  std::ifstream file(path);
-  if (!file) throw Failure(kFileFailed, path + ": cannot be opened; a table is " + kTableForms);
-  std::string text{std::istreambuf_iterator<char>(file), {}};
+std::vector<unsigned> EntriesOf(const std::string& path, std::string text, unsigned maximum) {
   std::replace_if(
       text.begin(), text.end(), [](char c) { return c == '\n' || c == '\r' || c == '\t'; }, ' ');
   std::replace(text.begin(), text.end(), ',', ' ');
@@ -103,14 +99,25 @@ constexpr std::array kElementTypes = {MakeElementType<std::int32_t>("s32", LX_DA
 
 }  // namespace
 
-std::vector<unsigned> ReadTable(const std::string& word, std::size_t size, unsigned maximum) {
+std::string ReadTableText(const std::string& path) {
+  // Room for the largest table with all its digits and blanks.
+  constexpr std::size_t kMostBytes = 16 * kMaxEntries;
+  try {
+    return ReadText(path, kMostBytes);
+  } catch (const Failure& failure) {
+    throw Failure(kFileFailed, std::string(failure.what()) + "; a table is " + kTableForms);
+  }
+}
+
+std::vector<unsigned> ReadTable(const std::string& word, std::size_t size, unsigned maximum,
+                                const ReadFileText& readText) {
   const std::size_t colon = word.find(':');
   const auto* const found =
       std::find_if(kTables.begin(), kTables.end(), [&](const NamedTable& each) {
         return each.name == word.substr(0, colon) &&
                each.hasArgument == (colon != std::string::npos);
       });
-  if (found == kTables.end()) return ReadTableFile(word, maximum);
+  if (found == kTables.end()) return EntriesOf(word, readText(word), maximum);
   if (!found->hasArgument) return MakeTable(*found, 0, size, maximum);
   const auto argument = ReadNumber(std::string_view(word).substr(colon + 1));
   if (!argument || !(*argument > 0)) {
@@ -129,6 +136,7 @@ std::shared_ptr<LxVector> ReadVector(const std::string& word) {
   if (type == kElementTypes.end() || !numbers) {
     throw Failure(kWrongUsage, "'" + word + "' is not a vector like 1,2,3 or u8:1,2,3");
   }
+  LxOk();
   auto vector = std::make_shared<LxVector>();
   vector->SetStructure(type->dataSize, static_cast<int>(numbers->size()), 1, type->dataType);
   if (LxGetError() != LX_OK) throw Failure(kOperationFailed, "no memory for a vector");

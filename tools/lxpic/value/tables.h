@@ -2,6 +2,7 @@
 // Lookup tables and vectors from words of the command line.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -15,10 +16,17 @@ namespace lx::tool {
 inline constexpr const char* kTableForms =
     "a file of numbers, identity, invert, gamma:G or threshold:N";
 
+/// Reads the text of a table's file. Throws Failure, which names the file.
+using ReadFileText = std::function<std::string(const std::string& path)>;
+
+/// The text of a file of at most 1 MiB, which no table exceeds.
+std::string ReadTableText(const std::string& path);
+
 /// A table of values 0..`maximum`. The named forms have `size` entries, a file has as many as it
 /// holds. "gamma:G" raises to the power 1/G, "threshold:N" is `maximum` from N upwards. Throws
 /// Failure.
-std::vector<unsigned> ReadTable(const std::string& word, std::size_t size, unsigned maximum);
+std::vector<unsigned> ReadTable(const std::string& word, std::size_t size, unsigned maximum,
+                                const ReadFileText& readText);
 
 /// "1,2,3" as signed 32-bit elements; a prefix "u8:", "s8:", "u16:", "s16:", "u32:", "s32:" or
 /// "f32:" names another type. Throws Failure.

@@ -23,32 +23,36 @@ using catalogue::Parameter;
 using catalogue::Pixel;
 
 template <Argument (*read)(const Parameter&, const std::string&)>
-Value ReadScalar(const Parameter& parameter, const std::string& word) {
+Value ReadScalar(const Parameter& parameter, const std::string& word,
+                 const ReadFileText& /*readText*/) {
   return ScalarValue(read(parameter, word));
 }
 
-Value ReadTableValue(const Parameter& parameter, const std::string& word) {
+Value ReadTableValue(const Parameter& parameter, const std::string& word,
+                     const ReadFileText& readText) {
   const TableKind& table = *FindTableKind(parameter.kind);
   const auto& counts = parameter.counts;
   const bool fits =
       counts.empty() || std::find(counts.begin(), counts.end(), table.size) != counts.end();
   const std::size_t size = fits ? table.size : *std::max_element(counts.begin(), counts.end());
-  return table.make(ReadTable(word, size, table.maximum));
+  return table.make(ReadTable(word, size, table.maximum, readText));
 }
 
-Value ReadUntypedVector(const Parameter& /*parameter*/, const std::string& word) {
+Value ReadUntypedVector(const Parameter& /*parameter*/, const std::string& word,
+                        const ReadFileText& /*readText*/) {
   auto vector = ReadVector(word);
   return {vector.get(), vector, [vector] { return VectorNumbers(*vector); }};
 }
 
-Value ReadKernelValue(const Parameter& /*parameter*/, const std::string& word) {
+Value ReadKernelValue(const Parameter& /*parameter*/, const std::string& word,
+                      const ReadFileText& /*readText*/) {
   auto kernel = ReadKernel(word);
   return {kernel.get(), kernel, {}};
 }
 
 struct KindReader {
   Kind kind;
-  Value (*read)(const Parameter&, const std::string&);
+  Value (*read)(const Parameter&, const std::string&, const ReadFileText&);
   const char* forms;
 };
 
@@ -99,12 +103,12 @@ Value TableOf(const TableKind& table, const Numbers& numbers) {
 
 }  // namespace
 
-Value ReadValue(const Parameter& parameter, const std::string& word) {
+Value ReadValue(const Parameter& parameter, const std::string& word, const ReadFileText& readText) {
   try {
     if (parameter.whenNull && word == kNullWord) return {catalogue::NullOf(parameter.kind), {}, {}};
     const KindReader* const reader = FindReader(parameter);
     if (reader == nullptr) throw Failure(kWrongUsage, kNoWords);
-    return reader->read(parameter, word);
+    return reader->read(parameter, word, readText);
   } catch (const Failure& failure) {
     throw failure.Of(parameter.name);
   }

@@ -8,6 +8,7 @@
 
 #include "catalogue/catalogue.h"
 #include "tools/lxpic/value/numbers.h"
+#include "tools/lxpic/value/tables.h"
 
 namespace lx::tool {
 
@@ -20,7 +21,8 @@ struct Value {
 };
 
 /// Reads `word` as a value of `parameter`, which is no region and not written. Throws Failure.
-Value ReadValue(const catalogue::Parameter& parameter, const std::string& word);
+Value ReadValue(const catalogue::Parameter& parameter, const std::string& word,
+                const ReadFileText& readText = ReadTableText);
 
 /// A value that a step left, as a value of `parameter`: a number as if it had been written there,
 /// a vector as it is, or as a table of the same entries. Throws Failure.

@@ -32,9 +32,19 @@ Numbers ReadVector(const Vector& vector, Numbers::Drawing drawing) {
   return numbers;
 }
 
+// Some are made with a capacity.
+template <class Vector>
+std::shared_ptr<Vector> MakeEmpty() {
+  if constexpr (std::is_default_constructible_v<Vector>) {
+    return std::make_shared<Vector>();
+  } else {
+    return std::make_shared<Vector>(0U);
+  }
+}
+
 template <class Vector, Numbers::Drawing drawing>
 Value MakeTyped() {
-  auto vector = std::make_shared<Vector>(0U);
+  auto vector = MakeEmpty<Vector>();
   return {vector.get(), vector, [vector] { return ReadVector(*vector, drawing); }};
 }
 
@@ -98,10 +108,12 @@ Value MakeFunction(const std::vector<unsigned>& entries) {
 template <class Vector, class Plain, Numbers::Drawing drawing = Numbers::Drawing::kLine>
 Value MakeFilled(const std::vector<unsigned>& entries) {
   using Element = std::remove_reference_t<decltype(std::declval<Vector&>()[0])>;
-  auto vector = std::make_shared<Vector>(0U);
+  LxOk();
+  auto vector = MakeEmpty<Vector>();
   for (const unsigned entry : entries) {
     vector->AddElement(Element(static_cast<Plain>(entry)));
   }
+  if (LxGetError() != LX_OK) throw Failure(kOperationFailed, "no memory for a vector");
   return {vector.get(), vector, [vector] { return ReadVector(*vector, drawing); }};
 }
 
