@@ -45,6 +45,42 @@ HWY_INLINE hn::Vec<D> Narrow(D d, V v) {
 #endif
 }
 
+#if HWY_ARCH_X86 && LX_HAS_LANES
+
+// Real lanes cut to integers, which must fit: Highway's own conversion also mends those that do not.
+HWY_INLINE hn::Vec128<std::int32_t> TruncateFitting(hn::Vec128<float> v) {
+  return hn::Vec128<std::int32_t>{_mm_cvttps_epi32(v.raw)};
+}
+#if LX_IS_X86_SINCE(HWY_AVX2)
+HWY_INLINE hn::Vec256<std::int32_t> TruncateFitting(hn::Vec256<float> v) {
+  return hn::Vec256<std::int32_t>{_mm256_cvttps_epi32(v.raw)};
+}
+#endif
+#if LX_IS_X86_SINCE(HWY_AVX3)
+HWY_INLINE hn::Vec512<std::int32_t> TruncateFitting(hn::Vec512<float> v) {
+  return hn::Vec512<std::int32_t>{_mm512_cvttps_epi32(v.raw)};
+}
+#endif
+
+// 1 / v to 11 bits at least, which all of these processors give.
+template <class V>
+HWY_INLINE V ReciprocalEstimate(V v) {
+  return hn::ApproximateReciprocal(v);
+}
+
+#else
+
+template <class V>
+HWY_INLINE auto TruncateFitting(V v) {
+  return hn::ConvertTo(hn::RebindToSigned<hn::DFromV<V>>(), v);
+}
+template <class V>
+HWY_INLINE V ReciprocalEstimate(V v) {
+  return hn::Div(hn::Set(hn::DFromV<V>(), 1.0F), v);
+}
+
+#endif
+
 // Wide lanes of a vector: its even and its odd elements, or its only element.
 #if LX_HAS_LANES
 inline constexpr std::size_t kHalves = 2;
