@@ -68,6 +68,18 @@ HWY_INLINE V ReciprocalEstimate(V v) {
   return hn::ApproximateReciprocal(v);
 }
 
+// Signed lanes clamped to unsigned bytes: in each block of sixteen, eight of `a` and eight of `b`.
+HWY_INLINE hn::Vec128<std::uint8_t> PackClamped(hn::Vec128<std::int16_t> a,
+                                                hn::Vec128<std::int16_t> b) {
+  return hn::Vec128<std::uint8_t>{_mm_packus_epi16(a.raw, b.raw)};
+}
+#if LX_IS_X86_SINCE(HWY_AVX2)
+HWY_INLINE hn::Vec256<std::uint8_t> PackClamped(hn::Vec256<std::int16_t> a,
+                                                hn::Vec256<std::int16_t> b) {
+  return hn::Vec256<std::uint8_t>{_mm256_packus_epi16(a.raw, b.raw)};
+}
+#endif
+
 #else
 
 template <class V>
@@ -133,6 +145,25 @@ HWY_INLINE hn::Vec<D> Join(D d, const Halves<D>& halves) {
   return Narrow(d, halves.half[0]);
 #endif
 }
+
+// The elements of halves of signed lanes, clamped to unsigned bytes.
+#if LX_HAS_LANES
+template <class D, class W>
+HWY_INLINE hn::Vec<D> JoinClamped(D d, W even, W odd) {
+#if HWY_ARCH_X86
+  HWY_ALIGN static constexpr std::uint8_t kTurns[16] = {0, 8,  1, 9,  2, 10, 3, 11,
+                                                        4, 12, 5, 13, 6, 14, 7, 15};
+  return hn::TableLookupBytes(PackClamped(even, odd), hn::LoadDup128(d, kTurns));
+#else
+  const hn::DFromV<W> whole;
+  const auto clamp = [&](W v) HWY_ATTR {
+    const auto low = hn::Max(v, hn::Zero(whole));
+    return hn::BitCast(WideTag<D>(), hn::Min(low, hn::Set(whole, 255)));
+  };
+  return Join(d, {{clamp(even), clamp(odd)}});
+#endif
+}
+#endif
 
 // Applies rule(wide, lanes...) to the halves, so that products and sums fit. Each result must fit
 // the narrow lane. Even and odd lanes are taken apart where they lie: nothing crosses.

@@ -260,6 +260,16 @@ struct AbsoluteDifference {
 
 // A rule with its operands exchanged.
 template <class Rule>
+class Swapped;
+
+}  // namespace lx::point::HWY_NAMESPACE
+namespace lx::HWY_NAMESPACE {
+template <class Rule>
+inline constexpr bool kComputes<point::HWY_NAMESPACE::Swapped<Rule>> = kComputes<Rule>;
+}
+namespace lx::point::HWY_NAMESPACE {
+
+template <class Rule>
 class Swapped {
  public:
   HWY_INLINE Swapped() {}

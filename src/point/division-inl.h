@@ -177,6 +177,8 @@ HWY_INLINE V QuotientOfWords(D d, V a, V b) {
 
 class Divide {
  public:
+  static constexpr bool kComputes = true;
+
   HWY_INLINE Divide() {}
 
   template <class D, class V>
@@ -194,6 +196,8 @@ class Divide {
 
 class Modulo {
  public:
+  static constexpr bool kComputes = true;
+
   HWY_INLINE Modulo() {}
 
   template <class D, class V>
@@ -212,6 +216,8 @@ class Modulo {
 
 class ScaledDivide {
  public:
+  static constexpr bool kComputes = true;
+
   HWY_INLINE ScaledDivide() {}
 
   template <class D, class V>

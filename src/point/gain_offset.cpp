@@ -18,10 +18,6 @@ using namespace lx::point;
 // Gains have five fractional bits.
 std::int64_t FixedGain(float gain) { return TruncateTo32(static_cast<double>(gain) * 32.0); }
 
-std::uint8_t Clamped(std::int64_t value) {
-  return static_cast<std::uint8_t>(std::clamp<std::int64_t>(value, 0, 255));
-}
-
 // Of a colour: clamped like the grey ones, so that no infinity meets a 0 or another infinity.
 double Bounded(float value) {
   return std::isnan(value) ? 0.0 : std::clamp<double>(value, INT32_MIN, INT32_MAX);
@@ -30,7 +26,9 @@ double Bounded(float value) {
 void Tabulate(float gain, float offset, ByteTableData& table) {
   const double g = Bounded(gain);
   const double o = Bounded(offset);
-  for (int v = 0; v < 256; ++v) table[v] = Clamped(TruncateTo32(v * g + o));
+  for (int v = 0; v < 256; ++v) {
+    table[v] = static_cast<std::uint8_t>(TruncateTo(v * g + o, 0, 255));
+  }
 }
 
 }  // namespace
@@ -38,11 +36,7 @@ void Tabulate(float gain, float offset, ByteTableData& table) {
 void PicGainOffset(LxROI<LxBW8>* source, LxROI<LxBW8>* destination, float gain, float offset) {
   RunOperation("PicGainOffset", [&] {
     if (!Usable({source, destination})) return;
-    const std::int64_t g = FixedGain(gain);
-    const std::int64_t o = TruncateTo32(offset);
-    ByteTableData table;
-    for (int v = 0; v < 256; ++v) table[v] = Clamped((g * v >> 5) + o);
-    LookUpBytes(MapOf(destination, source), table);
+    ScaleBytes(MapOf(destination, source), FixedGain(gain), TruncateTo32(offset));
   });
 }
 

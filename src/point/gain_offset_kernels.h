@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Gain and offset on 16-bit pixels.
+// Gain and offset on grey pixels, with five fractional bits.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,8 @@
 
 namespace lx::point {
 
-// destination = ((source * gain) >> 5) + offset, clamped to 0..65535.
+// destination = ((source * gain) >> 5) + offset, clamped to the range of the pixels.
+void ScaleBytes(const PixelMap& map, std::int64_t gain, std::int64_t offset);
 void ScaleWords(const PixelMap& map, std::int64_t gain, std::int64_t offset);
 
 }  // namespace lx::point
