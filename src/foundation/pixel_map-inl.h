@@ -44,20 +44,13 @@ template <typename T, class Rule>
 using MapTag =
     std::conditional_t<kComputes<Rule>, hn::ScalableTag<T>, hn::CappedTag<T, 32 / sizeof(T)>>;
 
-// How a map reads ahead once its images leave the caches. Older processors gain from each line, a
-// little ahead; newer ones do that by themselves within a page, and need the start of the next one.
+// How a map reads ahead once its images leave the caches: a little more than the nearest of them
+// answers in. Further ahead it only disturbs what processors do by themselves.
 struct ReadAhead {
-#if LX_IS_X86_SINCE(HWY_AVX3)
-  static constexpr std::size_t kFrom = std::size_t{24} << 20;  // bytes of all images
-  static constexpr std::size_t kStretch = 4096;
-  static constexpr std::size_t kDistance = 4096;
-#else
-  static constexpr std::size_t kFrom = std::size_t{4} << 20;
+  static constexpr std::size_t kFrom = std::size_t{4} << 20;  // bytes of all images
   static constexpr std::size_t kStretch = 128;
-  static constexpr std::size_t kDistance = 512;
-#endif
+  static constexpr std::size_t kDistance = 320;
   static constexpr std::size_t kLine = 64;
-  static constexpr std::size_t kLines = HWY_MIN(kStretch / kLine, 8);
 };
 
 // Says that the line at an address is going to be written.
@@ -70,8 +63,8 @@ HWY_INLINE void PrefetchForWriting(const void* at) {
 #endif
 }
 
-// Calls step(x, access) for each vector of a row, two whole ones at a time. Before every stretch of a
-// row that is `far` away it calls ahead(x) for the first element of each line to be fetched.
+// Calls step(x, access) for each vector of a row, two whole ones at a time. For rows that are `far`
+// away it calls ahead(x) with an element of each line to come, the last ones beyond the row.
 template <class D, class Step, class Ahead>
 HWY_INLINE void ForEachPair(D d, std::size_t width, bool far, const Step& step,
                             const Ahead& ahead) {
@@ -83,8 +76,8 @@ HWY_INLINE void ForEachPair(D d, std::size_t width, bool far, const Step& step,
     std::size_t end = pairs;
     if (far) {
       end = HWY_MIN(pairs, x + ReadAhead::kStretch / kSize);
-      for (std::size_t line = 0; line < ReadAhead::kLines; ++line) {
-        ahead(x + (ReadAhead::kDistance + line * ReadAhead::kLine) / kSize);
+      for (std::size_t i = 0; i < ReadAhead::kStretch; i += ReadAhead::kLine) {
+        ahead(x + (ReadAhead::kDistance + i) / kSize);
       }
     }
     for (; x < end; x += 2 * n) {
