@@ -37,15 +37,8 @@ namespace {
 constexpr std::size_t kPiece = std::size_t{256} << 10;
 constexpr std::size_t kPiecewise = std::size_t{16} << 20;
 
-bool Overlap(const std::uint8_t* a, const std::uint8_t* b, std::size_t bytes) {
-  const auto first = reinterpret_cast<std::uintptr_t>(a);
-  const auto second = reinterpret_cast<std::uintptr_t>(b);
-  return (first < second ? second - first : first - second) < bytes;
-}
-
 void CopyRow(std::uint8_t* to, const std::uint8_t* from, std::size_t bytes) {
-  const bool whole = bytes > kPiecewise || Overlap(to, from, bytes);
-  const std::size_t piece = whole ? bytes : kPiece;
+  const std::size_t piece = bytes > kPiecewise ? bytes : kPiece;
   for (std::size_t x = 0; x < bytes; x += piece) {
     std::memmove(to + x, from + x, std::min(piece, bytes - x));
   }
