@@ -165,6 +165,30 @@ HWY_INLINE hn::Vec<D> JoinClamped(D d, W even, W odd) {
 }
 #endif
 
+// The elements of quarters of 32-bit lanes, clamped to unsigned bytes.
+#if LX_HAS_LANES
+template <class D, class Q>
+HWY_INLINE hn::Vec<D> JoinQuartersClamped(D d, Q first, Q second, Q third, Q fourth) {
+#if HWY_ARCH_X86
+  HWY_ALIGN static constexpr std::uint8_t kTurns[16] = {0, 4, 8,  12, 1, 5, 9,  13,
+                                                        2, 6, 10, 14, 3, 7, 11, 15};
+  const hn::Repartition<std::int16_t, D> words;
+  const auto low = hn::ReorderDemote2To(words, first, second);
+  const auto high = hn::ReorderDemote2To(words, third, fourth);
+  return hn::TableLookupBytes(PackClamped(low, high), hn::LoadDup128(d, kTurns));
+#else
+  const hn::DFromV<Q> whole;
+  const auto clamp = [&](Q v) HWY_ATTR {
+    const auto low = hn::Max(v, hn::Zero(whole));
+    return hn::BitCast(hn::RebindToUnsigned<decltype(whole)>(), hn::Min(low, hn::Set(whole, 255)));
+  };
+  const auto low = hn::Or(clamp(first), hn::ShiftLeft<8>(clamp(second)));
+  const auto high = hn::Or(clamp(third), hn::ShiftLeft<8>(clamp(fourth)));
+  return hn::BitCast(d, hn::Or(low, hn::ShiftLeft<16>(high)));
+#endif
+}
+#endif
+
 // Applies rule(wide, lanes...) to the halves, so that products and sums fit. Each result must fit
 // the narrow lane. Even and odd lanes are taken apart where they lie: nothing crosses.
 template <class D, class Rule, class... V>

@@ -8,7 +8,6 @@
 #include "foundation/frame.h"
 #include "foundation/truncate.h"
 #include "point/gain_offset_kernels.h"
-#include "point/lut_kernels.h"
 
 namespace {
 
@@ -23,12 +22,8 @@ double Bounded(float value) {
   return std::isnan(value) ? 0.0 : std::clamp<double>(value, INT32_MIN, INT32_MAX);
 }
 
-void Tabulate(float gain, float offset, ByteTableData& table) {
-  const double g = Bounded(gain);
-  const double o = Bounded(offset);
-  for (int v = 0; v < 256; ++v) {
-    table[v] = static_cast<std::uint8_t>(TruncateTo(v * g + o, 0, 255));
-  }
+ColourScale::Component Component(float gain, float offset) {
+  return {Bounded(gain), Bounded(offset)};
 }
 
 }  // namespace
@@ -44,11 +39,9 @@ void PicGainOffset(LxROI<LxC24>* source, LxROI<LxC24>* destination, LxColor gain
   RunOperation("PicGainOffset", [&] {
     if (!Usable({source, destination})) return;
     // A colour's first float belongs to a pixel's last byte.
-    ByteTableData tables[3];
-    Tabulate(gain.c2, offset.c2, tables[0]);
-    Tabulate(gain.c1, offset.c1, tables[1]);
-    Tabulate(gain.c0, offset.c0, tables[2]);
-    LookUpComponents(MapOf(destination, source), tables);
+    ScaleColours(MapOf(destination, source),
+                 {{Component(gain.c2, offset.c2), Component(gain.c1, offset.c1),
+                   Component(gain.c0, offset.c0)}});
   });
 }
 
