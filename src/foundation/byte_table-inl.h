@@ -16,6 +16,8 @@ namespace lx::HWY_NAMESPACE {
 // A table of 256 bytes, held in registers where the instruction set can index them.
 class ByteTable {
  public:
+  static constexpr bool kComputes = true;
+
   explicit HWY_INLINE ByteTable(const std::uint8_t* table) : table_(table) {
 #if LX_HAS_BYTE_PERMUTE
     for (int i = 0; i < 4; ++i) quarters_[i] = _mm512_loadu_si512(table + 64 * i);
@@ -48,20 +50,30 @@ class ByteTable {
  private:
   [[maybe_unused]] const std::uint8_t* table_;
 #if LX_HAS_LANES && !LX_HAS_BYTE_PERMUTE
-  // Sixteen shuffles of sixteen bytes. Saturation pushes every index outside the block above 0x7F,
-  // where the shuffle gives 0.
+  // Sixteen shuffles of sixteen bytes: bit 7 makes a shuffle give 0 or its entry, which joins the
+  // halves of the table, and the bits below choose among the eight results, nearest first.
   template <class D>
   HWY_INLINE hn::Vec<D> ShuffledEntries(D d, hn::Vec<D> index) const {
-    const auto bias = hn::Set(d, 0x70);
-    const auto step = hn::Set(d, 16);
-    auto result = hn::Zero(d);
-    auto offset = index;
-    for (std::size_t block = 0; block < 16; ++block) {
-      const auto bytes = hn::LoadDup128(d, table_ + 16 * block);
-      result = hn::Or(result, hn::TableLookupBytesOr0(bytes, hn::SaturatedAdd(offset, bias)));
-      offset = hn::Sub(offset, step);
-    }
-    return result;
+    const auto upper = hn::Xor(index, hn::Set(d, 0x80));
+    const auto block = [&](std::size_t i) HWY_ATTR {
+      return hn::Or(hn::TableLookupBytesOr0(hn::LoadDup128(d, table_ + 16 * i), index),
+                    hn::TableLookupBytesOr0(hn::LoadDup128(d, table_ + 16 * i + 128), upper));
+    };
+    const auto bit6 = hn::Add(index, index);
+    const auto bit5 = hn::Add(bit6, bit6);
+    const auto bit4 = hn::Add(bit5, bit5);
+    const auto pair = [&](std::size_t i)
+                          HWY_ATTR { return Choose(d, bit4, block(i + 1), block(i)); };
+    const auto four = [&](std::size_t i) HWY_ATTR { return Choose(d, bit5, pair(i + 2), pair(i)); };
+    return Choose(d, bit6, four(4), four(0));
+  }
+
+  // Where the highest bit of a lane is set, `yes`.
+  template <class D>
+  static HWY_INLINE hn::Vec<D> Choose(D d, hn::Vec<D> bit, hn::Vec<D> yes, hn::Vec<D> no) {
+    const hn::RebindToSigned<D> whole;
+    return hn::BitCast(d, hn::IfNegativeThenElse(hn::BitCast(whole, bit), hn::BitCast(whole, yes),
+                                                 hn::BitCast(whole, no)));
   }
 #endif
 

@@ -87,6 +87,30 @@ HWY_INLINE void StoreColour(D d, hn::Vec<D> c0, hn::Vec<D> c1, hn::Vec<D> c2, st
   hn::StoreInterleaved3(c0, c1, c2, d, to);
 }
 
+#if LX_HAS_LANES && !LX_HAS_BYTE_PERMUTE
+
+// tripled[v][i]: which pixel of its sixteen goes to byte i of vector v.
+template <std::size_t kLanes>
+struct TripleIndices {
+  alignas(kLanes) std::uint8_t tripled[3][kLanes];
+};
+
+template <std::size_t kLanes>
+constexpr TripleIndices<kLanes> MakeTripleIndices() {
+  TripleIndices<kLanes> made{};
+  for (std::size_t v = 0; v < 3; ++v) {
+    for (std::size_t i = 0; i < kLanes; ++i) {
+      made.tripled[v][i] = static_cast<std::uint8_t>((kLanes * v + i) / 3 % 16);
+    }
+  }
+  return made;
+}
+
+template <std::size_t kLanes>
+inline constexpr TripleIndices<kLanes> kTripleIndices = MakeTripleIndices<kLanes>();
+
+#endif
+
 // Each lane three times in a row, as the bytes of grey colour pixels: three vectors in `to`.
 template <class D>
 HWY_INLINE void Triple(D d, hn::Vec<D> grey, hn::Vec<D> (&to)[3]) {
@@ -95,10 +119,23 @@ HWY_INLINE void Triple(D d, hn::Vec<D> grey, hn::Vec<D> (&to)[3]) {
   for (int v = 0; v < 3; ++v) {
     to[v].raw = _mm512_permutexvar_epi8(_mm512_load_si512(kColourIndices.merge[v]), grey.raw);
   }
+#elif LX_HAS_LANES
+  // Shuffles stay within sixteen bytes: the first third needs the lower ones everywhere, the last
+  // third the upper ones, and the middle has both where they are needed.
+  constexpr std::size_t kLanes = hn::MaxLanes(d);
+  static_assert(kLanes == 16 || kLanes == 32);
+  const auto& index = kTripleIndices<kLanes>.tripled;
+  hn::Vec<D> from[3] = {grey, grey, grey};
+  if constexpr (kLanes == 32) {
+    from[0] = hn::ConcatLowerLower(d, grey, grey);
+    from[2] = hn::ConcatUpperUpper(d, grey, grey);
+  }
+  for (std::size_t v = 0; v < 3; ++v) {
+    to[v] = hn::TableLookupBytes(from[v], hn::Load(d, index[v]));
+  }
 #else
-  HWY_ALIGN std::uint8_t bytes[3 * hn::MaxLanes(d)];
-  hn::StoreInterleaved3(grey, grey, grey, d, bytes);
-  for (std::size_t v = 0; v < 3; ++v) to[v] = hn::Load(d, bytes + v * hn::Lanes(d));
+  (void)d;
+  for (auto& each : to) each = grey;
 #endif
 }
 

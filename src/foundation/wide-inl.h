@@ -45,6 +45,54 @@ HWY_INLINE hn::Vec<D> Narrow(D d, V v) {
 #endif
 }
 
+#if HWY_ARCH_X86 && LX_HAS_LANES
+
+// Real lanes cut to integers, which must fit: Highway's own conversion also mends those that do not.
+HWY_INLINE hn::Vec128<std::int32_t> TruncateFitting(hn::Vec128<float> v) {
+  return hn::Vec128<std::int32_t>{_mm_cvttps_epi32(v.raw)};
+}
+#if LX_IS_X86_SINCE(HWY_AVX2)
+HWY_INLINE hn::Vec256<std::int32_t> TruncateFitting(hn::Vec256<float> v) {
+  return hn::Vec256<std::int32_t>{_mm256_cvttps_epi32(v.raw)};
+}
+#endif
+#if LX_IS_X86_SINCE(HWY_AVX3)
+HWY_INLINE hn::Vec512<std::int32_t> TruncateFitting(hn::Vec512<float> v) {
+  return hn::Vec512<std::int32_t>{_mm512_cvttps_epi32(v.raw)};
+}
+#endif
+
+// 1 / v to 11 bits at least, which all of these processors give.
+template <class V>
+HWY_INLINE V ReciprocalEstimate(V v) {
+  return hn::ApproximateReciprocal(v);
+}
+
+// Signed lanes clamped to unsigned bytes: in each block of sixteen, eight of `a` and eight of `b`.
+HWY_INLINE hn::Vec128<std::uint8_t> PackClamped(hn::Vec128<std::int16_t> a,
+                                                hn::Vec128<std::int16_t> b) {
+  return hn::Vec128<std::uint8_t>{_mm_packus_epi16(a.raw, b.raw)};
+}
+#if LX_IS_X86_SINCE(HWY_AVX2)
+HWY_INLINE hn::Vec256<std::uint8_t> PackClamped(hn::Vec256<std::int16_t> a,
+                                                hn::Vec256<std::int16_t> b) {
+  return hn::Vec256<std::uint8_t>{_mm256_packus_epi16(a.raw, b.raw)};
+}
+#endif
+
+#else
+
+template <class V>
+HWY_INLINE auto TruncateFitting(V v) {
+  return hn::ConvertTo(hn::RebindToSigned<hn::DFromV<V>>(), v);
+}
+template <class V>
+HWY_INLINE V ReciprocalEstimate(V v) {
+  return hn::Div(hn::Set(hn::DFromV<V>(), 1.0F), v);
+}
+
+#endif
+
 // Wide lanes of a vector: its even and its odd elements, or its only element.
 #if LX_HAS_LANES
 inline constexpr std::size_t kHalves = 2;
@@ -97,6 +145,49 @@ HWY_INLINE hn::Vec<D> Join(D d, const Halves<D>& halves) {
   return Narrow(d, halves.half[0]);
 #endif
 }
+
+// The elements of halves of signed lanes, clamped to unsigned bytes.
+#if LX_HAS_LANES
+template <class D, class W>
+HWY_INLINE hn::Vec<D> JoinClamped(D d, W even, W odd) {
+#if HWY_ARCH_X86
+  HWY_ALIGN static constexpr std::uint8_t kTurns[16] = {0, 8,  1, 9,  2, 10, 3, 11,
+                                                        4, 12, 5, 13, 6, 14, 7, 15};
+  return hn::TableLookupBytes(PackClamped(even, odd), hn::LoadDup128(d, kTurns));
+#else
+  const hn::DFromV<W> whole;
+  const auto clamp = [&](W v) HWY_ATTR {
+    const auto low = hn::Max(v, hn::Zero(whole));
+    return hn::BitCast(WideTag<D>(), hn::Min(low, hn::Set(whole, 255)));
+  };
+  return Join(d, {{clamp(even), clamp(odd)}});
+#endif
+}
+#endif
+
+// The elements of quarters of 32-bit lanes, clamped to unsigned bytes.
+#if LX_HAS_LANES
+template <class D, class Q>
+HWY_INLINE hn::Vec<D> JoinQuartersClamped(D d, Q first, Q second, Q third, Q fourth) {
+#if HWY_ARCH_X86
+  HWY_ALIGN static constexpr std::uint8_t kTurns[16] = {0, 4, 8,  12, 1, 5, 9,  13,
+                                                        2, 6, 10, 14, 3, 7, 11, 15};
+  const hn::Repartition<std::int16_t, D> words;
+  const auto low = hn::ReorderDemote2To(words, first, second);
+  const auto high = hn::ReorderDemote2To(words, third, fourth);
+  return hn::TableLookupBytes(PackClamped(low, high), hn::LoadDup128(d, kTurns));
+#else
+  const hn::DFromV<Q> whole;
+  const auto clamp = [&](Q v) HWY_ATTR {
+    const auto low = hn::Max(v, hn::Zero(whole));
+    return hn::BitCast(hn::RebindToUnsigned<decltype(whole)>(), hn::Min(low, hn::Set(whole, 255)));
+  };
+  const auto low = hn::Or(clamp(first), hn::ShiftLeft<8>(clamp(second)));
+  const auto high = hn::Or(clamp(third), hn::ShiftLeft<8>(clamp(fourth)));
+  return hn::BitCast(d, hn::Or(low, hn::ShiftLeft<16>(high)));
+#endif
+}
+#endif
 
 // Applies rule(wide, lanes...) to the halves, so that products and sums fit. Each result must fit
 // the narrow lane. Even and odd lanes are taken apart where they lie: nothing crosses.

@@ -11,23 +11,13 @@
 
 #include <type_traits>
 
-#include "foundation/byte_table-inl.h"
 #include "foundation/wide-inl.h"
-#include "point/reciprocals.h"
+#include "point/division-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace lx::point::HWY_NAMESPACE {
 
 using namespace lx::HWY_NAMESPACE;
-
-template <class D>
-inline constexpr bool kIsByte = sizeof(hn::TFromD<D>) == 1;
-
-// All ones where true.
-template <class D, class M>
-HWY_INLINE hn::Vec<D> Truth(D d, M mask) {
-  return hn::VecFromMask(d, mask);
-}
 
 template <class D>
 HWY_INLINE hn::Vec<D> Ones(D d) {
@@ -102,115 +92,6 @@ struct ScaledMultiply {
       return hn::MulHigh(a, b);
     }
   }
-};
-
-// Constructors are written out because one that the compiler adds would lack the instruction set.
-
-// Division of bytes multiplies by reciprocals from a table: see reciprocals.h. Applies
-// rule(wide, a, b, reciprocal) to 16-bit lanes.
-class Reciprocals {
- public:
-  HWY_INLINE Reciprocals() : low_(kReciprocals.low), high_(kReciprocals.high) {}
-
-  template <class D, class V, class Rule>
-  HWY_INLINE V Apply(D d, V a, V b, const Rule& rule) const {
-    return MapWide(
-        d,
-        [&rule](auto wide, auto p, auto q, auto low, auto high)
-            HWY_ATTR { return rule(wide, p, q, hn::Or(low, hn::ShiftLeft<8>(high))); },
-        a, b, low_(d, b), high_(d, b));
-  }
-
- private:
-  ByteTable low_;
-  ByteTable high_;
-};
-
-// Division of 16-bit lanes in single precision: with numerators below 2^24 the truncated quotient
-// is exact wherever it fits 16 bits. `shift` scales the numerator; the result saturates, and x / 0
-// does too.
-template <int kShift, class D, class V>
-HWY_INLINE V QuotientOfWords(D d, V a, V b) {
-  return MapWide(
-      d,
-      [](auto wide, auto p, auto q) HWY_ATTR {
-        const hn::RebindToSigned<decltype(wide)> whole;
-        const hn::RebindToFloat<decltype(wide)> real;
-        const auto dividend = hn::ConvertTo(real, hn::BitCast(whole, hn::ShiftLeft<kShift>(p)));
-        const auto divisor = hn::ConvertTo(real, hn::BitCast(whole, hn::Max(q, hn::Set(wide, 1))));
-        const auto ratio = hn::ConvertTo(whole, hn::Div(dividend, divisor));
-        const auto largest = hn::Set(wide, 0xFFFF);
-        return hn::IfThenElse(hn::Eq(q, hn::Zero(wide)), largest,
-                              hn::Min(hn::BitCast(wide, ratio), largest));
-      },
-      a, b);
-}
-
-class Divide {
- public:
-  HWY_INLINE Divide() {}
-
-  template <class D, class V>
-  HWY_INLINE V operator()(D d, V a, V b) const {
-    if constexpr (kIsByte<D>) {
-      const V quotient = reciprocals_.Apply(
-          d, a, b, [](auto, auto p, auto, auto r) HWY_ATTR { return hn::MulHigh(p, r); });
-      const V byOne = hn::IfThenElse(hn::Eq(b, hn::Set(d, 1)), a, quotient);
-      return hn::Or(byOne, Truth(d, hn::Eq(b, hn::Zero(d))));
-    } else {
-      return QuotientOfWords<0>(d, a, b);
-    }
-  }
-
- private:
-  Reciprocals reciprocals_;
-};
-
-class Modulo {
- public:
-  HWY_INLINE Modulo() {}
-
-  template <class D, class V>
-  HWY_INLINE V operator()(D d, V a, V b) const {
-    if constexpr (kIsByte<D>) {
-      const V rest = reciprocals_.Apply(d, a, b, [](auto, auto p, auto q, auto r) HWY_ATTR {
-        return hn::Sub(p, hn::Mul(hn::MulHigh(p, r), q));
-      });
-      return hn::IfThenZeroElse(hn::Eq(hn::Min(b, hn::Set(d, 1)), b), rest);
-    } else {
-      const V rest = hn::Sub(a, hn::Mul(QuotientOfWords<0>(d, a, b), b));
-      return hn::IfThenZeroElse(hn::Eq(b, hn::Zero(d)), rest);
-    }
-  }
-
- private:
-  Reciprocals reciprocals_;
-};
-
-class ScaledDivide {
- public:
-  HWY_INLINE ScaledDivide() {}
-
-  template <class D, class V>
-  HWY_INLINE V operator()(D d, V a, V b) const {
-    if constexpr (kIsByte<D>) {
-      // With a < b the estimate is the quotient or one more.
-      const V quotient =
-          reciprocals_.Apply(d, a, b, [](auto wide, auto p, auto q, auto r) HWY_ATTR {
-            const auto dividend = hn::ShiftLeft<8>(p);
-            const auto estimate = hn::MulHigh(dividend, r);
-            const auto excess = hn::SaturatedSub(hn::Mul(estimate, q), dividend);
-            const auto one = hn::Set(wide, 1);
-            return hn::And(hn::Sub(estimate, hn::Min(excess, one)), hn::Set(wide, 255));
-          });
-      return hn::Or(quotient, Truth(d, hn::Eq(hn::Max(a, b), a)));
-    } else {
-      return QuotientOfWords<8>(d, a, b);
-    }
-  }
-
- private:
-  Reciprocals reciprocals_;
 };
 
 // Shifts take a power of two in place of the count: 2^count, or 2^(bits - 1 - count) to the right,
@@ -378,6 +259,16 @@ struct AbsoluteDifference {
 };
 
 // A rule with its operands exchanged.
+template <class Rule>
+class Swapped;
+
+}  // namespace lx::point::HWY_NAMESPACE
+namespace lx::HWY_NAMESPACE {
+template <class Rule>
+inline constexpr bool kComputes<point::HWY_NAMESPACE::Swapped<Rule>> = kComputes<Rule>;
+}
+namespace lx::point::HWY_NAMESPACE {
+
 template <class Rule>
 class Swapped {
  public:

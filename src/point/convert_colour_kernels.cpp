@@ -26,13 +26,18 @@ void GreyTriple(const PixelMap& map, bool invert) {
   for (std::size_t y = 0; y < map.height; ++y) {
     const auto* const from = map.sources[0].Row<const std::uint8_t>(y);
     auto* const to = map.destination.Row<std::uint8_t>(y);
-    ForEachVector(d, map.width, [&](std::size_t x, auto pixels) HWY_ATTR {
-      hn::Vec<BytesTag> levels[3];
-      Triple(d, hn::Xor(pixels.Load(d, from + x), flip), levels);
-      ForEachThird(d, HWY_MIN(n, map.width - x), [&](std::size_t v, auto access) HWY_ATTR {
-        access.Store(d, levels[v], to + 3 * x + v * n);
-      });
-    });
+    hn::Vec<BytesTag> levels[3];
+    std::size_t x = 0;
+    for (; x + n <= map.width; x += n) {
+      Triple(d, hn::Xor(hn::LoadU(d, from + x), flip), levels);
+      for (std::size_t v = 0; v < 3; ++v) hn::StoreU(levels[v], d, to + 3 * x + v * n);
+    }
+    const PartVector rest{map.width - x};
+    Triple(d, hn::Xor(rest.Load(d, from + x), flip), levels);
+    for (std::size_t v = 0; v * n < 3 * rest.count; ++v) {
+      const PartVector third{HWY_MIN(n, 3 * rest.count - v * n)};
+      third.Store(d, levels[v], to + 3 * x + v * n);
+    }
   }
 }
 

@@ -6,8 +6,7 @@
 
 namespace lx::point {
 
-// Copies rows of `map.width` pixels of `pixelBytes` bytes. Rows that overlap are copied as if
-// through a buffer of one row.
+// Copies rows of `map.width` pixels of `pixelBytes` bytes.
 void CopyRows(const PixelMap& map, std::size_t pixelBytes);
 
 // Sets every element to its constant: bytes (a colour's in turn) or words.

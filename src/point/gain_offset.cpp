@@ -8,7 +8,6 @@
 #include "foundation/frame.h"
 #include "foundation/truncate.h"
 #include "point/gain_offset_kernels.h"
-#include "point/lut_kernels.h"
 
 namespace {
 
@@ -18,19 +17,13 @@ using namespace lx::point;
 // Gains have five fractional bits.
 std::int64_t FixedGain(float gain) { return TruncateTo32(static_cast<double>(gain) * 32.0); }
 
-std::uint8_t Clamped(std::int64_t value) {
-  return static_cast<std::uint8_t>(std::clamp<std::int64_t>(value, 0, 255));
-}
-
 // Of a colour: clamped like the grey ones, so that no infinity meets a 0 or another infinity.
 double Bounded(float value) {
   return std::isnan(value) ? 0.0 : std::clamp<double>(value, INT32_MIN, INT32_MAX);
 }
 
-void Tabulate(float gain, float offset, ByteTableData& table) {
-  const double g = Bounded(gain);
-  const double o = Bounded(offset);
-  for (int v = 0; v < 256; ++v) table[v] = Clamped(TruncateTo32(v * g + o));
+ColourScale::Component Component(float gain, float offset) {
+  return {Bounded(gain), Bounded(offset)};
 }
 
 }  // namespace
@@ -38,11 +31,7 @@ void Tabulate(float gain, float offset, ByteTableData& table) {
 void PicGainOffset(LxROI<LxBW8>* source, LxROI<LxBW8>* destination, float gain, float offset) {
   RunOperation("PicGainOffset", [&] {
     if (!Usable({source, destination})) return;
-    const std::int64_t g = FixedGain(gain);
-    const std::int64_t o = TruncateTo32(offset);
-    ByteTableData table;
-    for (int v = 0; v < 256; ++v) table[v] = Clamped((g * v >> 5) + o);
-    LookUpBytes(MapOf(destination, source), table);
+    ScaleBytes(MapOf(destination, source), FixedGain(gain), TruncateTo32(offset));
   });
 }
 
@@ -50,11 +39,9 @@ void PicGainOffset(LxROI<LxC24>* source, LxROI<LxC24>* destination, LxColor gain
   RunOperation("PicGainOffset", [&] {
     if (!Usable({source, destination})) return;
     // A colour's first float belongs to a pixel's last byte.
-    ByteTableData tables[3];
-    Tabulate(gain.c2, offset.c2, tables[0]);
-    Tabulate(gain.c1, offset.c1, tables[1]);
-    Tabulate(gain.c0, offset.c0, tables[2]);
-    LookUpComponents(MapOf(destination, source), tables);
+    ScaleColours(MapOf(destination, source),
+                 {{Component(gain.c2, offset.c2), Component(gain.c1, offset.c1),
+                   Component(gain.c0, offset.c0)}});
   });
 }
 
