@@ -59,12 +59,12 @@ const std::vector<FunctionForms>& AllForms() {
   static const std::vector<FunctionForms> all = {
       {"PicConvolUniform",
        {Sized("3x3", 1, 1), Sized("3x1", 1, 0), Sized("1x3", 0, 1), Sized("5x5", 2, 2),
-        Sized("101x101", 50, 50)}},
+        Sized("15x15", 7, 7), Sized("101x101", 50, 50)}},
       {"PicConvolGaussian",
        {Sized("3x3", 1, 1), Sized("3x1", 1, 0), Sized("1x3", 0, 1), Sized("5x5", 2, 2),
         Sized("7x7", 3, 3)}},
       {"PicLocalAverage", {Sized("5x5", 2, 2), Sized("101x101", 50, 50)}},
-      {"PicLocalDeviation", {Sized("3x3", 1, 1), Sized("5x5", 2, 2), Sized("101x101", 50, 50)}},
+      {"PicLocalDeviation", {Sized("3x3", 1, 1), Sized("7x7", 3, 3), Sized("101x101", 50, 50)}},
       {"PicConvolKernel", KernelForms()},
       {"PicConvolSymmetricKernel", SymmetricForms()}};
   return all;
@@ -82,36 +82,45 @@ std::vector<Form> FormsOf(const Operation& operation) {
   return {Form{}, Form{.label = "in place", .inPlace = true}};
 }
 
-// Where another library is faster than OpenCV, its share; elsewhere no more than OpenCV takes.
-struct TargetRow {
-  std::string_view function;
-  std::string_view label;  ///< of the form; "" for every form
-  Target target;
-};
+using catalogue::Pixel;
 
-constexpr std::array kTargets = {TargetRow{"PicConvolSobelX", "", {0.28, 0.35}},
-                                 TargetRow{"PicConvolSobelY", "", {0.28, 0.35}},
-                                 TargetRow{"PicConvolSobel", "", {0.27, 0.26}},
-                                 TargetRow{"PicConvolLaplacian8", "", {0.13, 0.17}},
-                                 TargetRow{"PicConvolLowpass1", "", {0.13, 0.18}},
-                                 TargetRow{"PicConvolUniform3x3", "", {0.13, 0.18}},
-                                 TargetRow{"PicConvolUniform", "3x3", {0.13, 0.18}},
-                                 TargetRow{"PicConvolLowpass3", "", {0.23, 0.27}},
-                                 TargetRow{"PicConvolGaussian3x3", "", {0.23, 0.27}},
-                                 TargetRow{"PicConvolGaussian", "3x3", {0.23, 0.27}},
-                                 TargetRow{"PicConvolGaussian5x5", "", {0.70, 0.69}},
-                                 TargetRow{"PicConvolGaussian", "5x5", {0.70, 0.69}},
-                                 TargetRow{"PicConvolGaussian7x7", "", {0.61, 0.78}},
-                                 TargetRow{"PicConvolGaussian", "7x7", {0.61, 0.78}}};
+constexpr std::array kTargets = {
+    TargetRow{"PicConvolSobelX", "", Pixel::kBW8, {{0.14, 0.16}, {0.28, 0.35}}},
+    TargetRow{"PicConvolSobelY", "", Pixel::kBW8, {{0.14, 0.16}, {0.28, 0.35}}},
+    TargetRow{"PicConvolSobel", "", Pixel::kBW8, {{0.14, 0.15}, {0.27, 0.26}}},
+    TargetRow{"PicConvolSobel", "", Pixel::kBW16, {{0.11, 0.11}}},
+    TargetRow{"PicConvolPrewitt", "", Pixel::kBW8, {{0.09, 0.09}}},
+    TargetRow{"PicConvolLaplacian8", "", Pixel::kBW8, {{0.07, 0.07}, {0.13, 0.17}}},
+    TargetRow{"PicConvolHighpass1", "", Pixel::kBW8, {{0.08, 0.08}}},
+    TargetRow{"PicConvolHighpass2", "", Pixel::kBW8, {{0.08, 0.08}}},
+    TargetRow{"PicConvolLowpass1", "", Pixel::kBW8, {{0.085, 0.1}, {0.13, 0.18}}},
+    TargetRow{"PicConvolUniform3x3", "", Pixel::kBW8, {{0.085, 0.1}, {0.13, 0.18}}},
+    TargetRow{"PicConvolUniform", "3x3", Pixel::kBW8, {{0.085, 0.1}, {0.13, 0.18}}},
+    TargetRow{"PicConvolLowpass3", "", Pixel::kBW8, {{0.18, 0.2}, {0.23, 0.27}}},
+    TargetRow{"PicConvolGaussian3x3", "", Pixel::kBW8, {{0.18, 0.2}, {0.23, 0.27}}},
+    TargetRow{"PicConvolGaussian", "3x3", Pixel::kBW8, {{0.18, 0.2}, {0.23, 0.27}}},
+    TargetRow{"PicConvolLowpass3", "", Pixel::kBW16, {{0.26, 0.26}}},
+    TargetRow{"PicConvolLowpass3", "", Pixel::kC24, {{0.19, 0.31}, {0.26, 0.33}}},
+    TargetRow{"PicConvolGaussian", "3x3", Pixel::kBW16, {{0.26, 0.26}}},
+    TargetRow{"PicConvolGaussian", "3x3", Pixel::kC24, {{0.19, 0.31}, {0.26, 0.33}}},
+    TargetRow{"PicConvolGaussian5x5", "", Pixel::kBW8, {{0.27, 0.27}, {0.7, 0.69}}},
+    TargetRow{"PicConvolGaussian", "5x5", Pixel::kBW8, {{0.27, 0.27}, {0.7, 0.69}}},
+    TargetRow{"PicConvolGaussian7x7", "", Pixel::kBW8, {{0.35, 0.5}, {0.61, 0.78}}},
+    TargetRow{"PicConvolGaussian", "7x7", Pixel::kBW8, {{0.35, 0.5}, {0.61, 0.78}}},
+    TargetRow{"PicConvolUniform5x5", "", Pixel::kBW8, {{0.11, 0.11}}},
+    TargetRow{"PicConvolUniform", "5x5", Pixel::kBW8, {{0.11, 0.11}}},
+    TargetRow{"PicConvolUniform", "15x15", Pixel::kBW8, {{0.22, 0.22}}},
+    TargetRow{"PicConvolUniform", "5x5", Pixel::kBW16, {{0.28, 0.28}}},
+    TargetRow{"PicLocalDeviation", "7x7", Pixel::kBW8, {{0.2, 0.2}}},
+    TargetRow{"PicLocalDeviation", "7x7", Pixel::kBW16, {{0.42, 0.3}}},
+    TargetRow{"PicConvolKernel", "3x3 positive", Pixel::kBW8, {{0.4, 0.5}}},
+    TargetRow{"PicConvolKernel", "3x3 absolute", Pixel::kBW8, {{0.4, 0.5}}},
+    TargetRow{"PicConvolKernel", "5x5", Pixel::kBW8, {{0.3, 0.3}}},
+    TargetRow{"PicConvolKernel", "7x7", Pixel::kBW8, {{0.28, 0.28}}},
+    TargetRow{"PicConvolKernel", "3x3 positive", Pixel::kBW16, {{0.25, 0.25}}},
+    TargetRow{"PicConvolKernel", "3x3 real", Pixel::kBW8, {{0.72, 0.85}}}};
 
-Target TargetOf(const Subject& subject) {
-  for (const TargetRow& row : kTargets) {
-    const bool isForm = row.label.empty() || row.label == subject.form.label;
-    const bool isGrey = subject.operation->parameters.front().pixel == catalogue::Pixel::kBW8;
-    if (row.function == subject.operation->function && isForm && isGrey) return row.target;
-  }
-  return {1, 1};
-}
+Target TargetOf(const Subject& subject) { return FindTarget(subject, kTargets); }
 
 #ifdef LXPIC_HAS_OPENCV
 

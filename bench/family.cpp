@@ -1,10 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "bench/family.h"
 
+#include <hwy/targets.h>
+
 #include <map>
 #include <string>
 
 namespace lx::bench {
+
+const Target& Targets::Here() const {
+  return (hwy::SupportedTargets() & HWY_AVX3_DL) != 0 ? wide : narrow;
+}
 
 const Family& FamilyOf(const Operation& operation) {
   static const std::map<std::string, const Family*> families = {

@@ -13,6 +13,37 @@ struct Target {
   double memory = 0;     ///< at 1920 × 1080
 };
 
+/// What the best library takes, as measured on a processor with vectors of 32 bytes and on one with
+/// 64: the second shifts the balance towards those who use them, and to memory.
+struct Targets {
+  Target narrow;
+  Target wide = {1, 1};
+
+  /// Those of this machine.
+  const Target& Here() const;
+};
+
+/// The targets of one form of a function on one type of pixels.
+struct TargetRow {
+  std::string_view function;
+  std::string_view label;  ///< of the form; "" for every form
+  catalogue::Pixel pixel;  ///< of the first parameter
+  Targets targets;
+};
+
+/// The first row that fits; no more than OpenCV takes where there is none.
+template <class Rows>
+Target FindTarget(const Subject& subject, const Rows& rows) {
+  for (const TargetRow& row : rows) {
+    if (row.function == subject.operation->function &&
+        (row.label.empty() || row.label == subject.form.label) &&
+        row.pixel == subject.operation->parameters.front().pixel) {
+      return row.targets.Here();
+    }
+  }
+  return {1, 1};
+}
+
 struct Family {
   /// The forms that are timed; none stands for one for each choice.
   std::vector<Form> (*forms)(const Operation&);

@@ -36,6 +36,7 @@ enum Competitor : std::size_t {
 };
 
 struct Row {
+  std::string family;
   std::string name;
   std::string size;
   double microseconds = 0;
@@ -90,7 +91,8 @@ Row Time(Subject& subject, const std::string& size, double seconds) {
   }
   const Timing timing = TimeSideBySide(
       {copy, MakeJob(subject, 1), MakeJob(subject, 0), family.peer(subject)}, seconds);
-  return {subject.Name(),
+  return {subject.operation->family,
+          subject.Name(),
           bytes > 0 ? size : "",
           timing.Microseconds(kFast),
           timing.Ratio(kFast, kCopy),
@@ -115,8 +117,8 @@ void Print(const Row& row) {
 }
 
 void Write(const Row& row, std::ofstream& csv) {
-  csv << '"' << row.name << "\"," << row.size << ',' << Number(row.microseconds) << ','
-      << Number(row.fast) << ',' << Number(row.plain) << ',' << Number(row.peer) << ','
+  csv << row.family << ",\"" << row.name << "\"," << row.size << ',' << Number(row.microseconds)
+      << ',' << Number(row.fast) << ',' << Number(row.plain) << ',' << Number(row.peer) << ','
       << Number(row.share) << ',' << Number(row.target) << ",\"" << row.Verdict() << "\"\n";
 }
 
@@ -141,7 +143,7 @@ std::vector<Form> FormsOf(const Operation& operation) {
 class Table {
  public:
   explicit Table(const Options& chosen) : options(chosen), csv(chosen.csv) {
-    csv << "operation,size,microseconds,lxpic,plain,opencv,share,target,verdict\n";
+    csv << "family,operation,size,microseconds,lxpic,plain,opencv,share,target,verdict\n";
     std::printf("%-9s %10s %7s %7s %7s %6s %6s\n", "", "us", "lxpic", "plain", "OpenCV", "share",
                 "target");
   }

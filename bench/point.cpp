@@ -19,6 +19,42 @@ namespace {
 
 std::vector<Form> FormsOf(const Operation& /*operation*/) { return {}; }
 
+using catalogue::Pixel;
+
+constexpr std::array kTargets = {TargetRow{"PicLut", "", Pixel::kBW8, {{0.45, 0.45}, {0.30, 0.31}}},
+                                 TargetRow{"PicGainOffset", "", Pixel::kBW8, {{0.28, 0.28}}},
+                                 TargetRow{"PicOper", "divide", Pixel::kBW8, {{0.60, 0.60}}}};
+
+Target TargetOf(const Subject& subject) {
+  const std::string_view signature = subject.operation->signature;
+  if (signature == "PicConvert(LxROI<LxC24>*, LxROI<LxBW8>*)") {
+    return Targets{{0.60, 0.62}, {0.29, 0.40}}.Here();
+  }
+  if (signature == "PicConvert(LxROI<LxBW8>*, LxROI<LxC24>*)") {
+    return Targets{{0.80, 0.95}, {0.73, 0.90}}.Here();
+  }
+  return FindTarget(subject, kTargets);
+}
+
+#ifdef LXPIC_HAS_OPENCV
+#include <opencv2/imgproc.hpp>
+
+#include "bench/opencv.h"
+#endif
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "bench/family.h"
+
+namespace lx::bench {
+
+namespace {
+
+std::vector<Form> FormsOf(const Operation& /*operation*/) { return {}; }
+
 // Where another library is faster than OpenCV, its share; elsewhere no more than OpenCV takes.
 Target TargetOf(const Subject& subject) {
   const std::string_view signature = subject.operation->signature;

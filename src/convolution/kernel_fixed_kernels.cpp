@@ -12,7 +12,7 @@
 
 // Highway asks for this order.
 #include "foundation/component_rows-inl.h"
-#include "foundation/products-inl.h"
+#include "foundation/wide-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace lx::convolution::HWY_NAMESPACE {
@@ -153,35 +153,22 @@ class SumsOfPairs {
   // Even and odd results, saturated to pixels.
   static HWY_INLINE hn::Vec<Pixels> Join(const VLong (&results)[2 * kTogether]) {
     const Pixels d;
+    if constexpr (sizeof(T) == 2) return JoinClamped(d, results[0], results[1]);
 #if LX_HAS_PAIR_PRODUCTS
-    const hn::RebindToUnsigned<Words> unsignedWords;
-    const hn::RebindToUnsigned<Longs> unsignedLongs;
-    if constexpr (sizeof(T) == 2) {
-      return ZipHalves(
-          d, Pack(hn::BitCast(unsignedLongs, results[0]), hn::BitCast(unsignedLongs, results[1])));
-    } else {
-      // In every block: even and odd results of the first vector, and those of the second.
-      const auto even = hn::ReorderDemote2To(Words(), results[0], results[2]);
-      const auto odd = hn::ReorderDemote2To(Words(), results[1], results[3]);
-      return Unblock(
-          ZipHalves(d, Pack(hn::BitCast(unsignedWords, even), hn::BitCast(unsignedWords, odd))));
+    // In every block: even and odd results of the first vector, and those of the second.
+    if constexpr (sizeof(T) == 1) {
+      return Unblock(JoinClamped(d, hn::ReorderDemote2To(Words(), results[0], results[2]),
+                                 hn::ReorderDemote2To(Words(), results[1], results[3])));
     }
 #else
-    const auto largest = hn::Set(Longs(), hwy::LimitsMax<T>());
-    const auto saturated = [&](std::size_t i) HWY_ATTR {
-      return hn::Min(hn::Max(results[i], hn::Zero(Longs())), largest);
-    };
-    const auto both = [&](std::size_t i) HWY_ATTR {
-      constexpr int kBits = 8 * sizeof(T);
-      return hn::Or(saturated(i), hn::ShiftLeft<kBits>(saturated(i + 1)));
-    };
-    if constexpr (sizeof(T) == 2) {
-      return hn::BitCast(d, both(0));
-    } else {
+    if constexpr (sizeof(T) == 1) {
       const hn::Rebind<std::uint16_t, Longs> halves;
       const hn::RebindToUnsigned<Words> whole;
-      return hn::BitCast(
-          d, hn::Combine(whole, hn::DemoteTo(halves, both(2)), hn::DemoteTo(halves, both(0))));
+      const auto both = [&](std::size_t i) HWY_ATTR {
+        return Narrow(halves,
+                      hn::Or(Clamped<T>(results[i]), hn::ShiftLeft<8>(Clamped<T>(results[i + 1]))));
+      };
+      return hn::BitCast(d, hn::Combine(whole, both(2), both(0)));
     }
 #endif
   }

@@ -13,7 +13,6 @@
 
 #include <type_traits>
 
-#include "foundation/products-inl.h"
 #include "foundation/wide-inl.h"
 
 HWY_BEFORE_NAMESPACE();
@@ -138,17 +137,7 @@ struct EvenOddTaps : LoadedTaps<T> {
   static HWY_INLINE hn::Vec<Tag> Join(const V (&parts)[2]) {
     const Tag d;
     if constexpr (kFits) return lx::HWY_NAMESPACE::Join(d, {{parts[0], parts[1]}});
-#if LX_HAS_PAIR_PRODUCTS
-    return ZipHalves(d, Pack(parts[0], parts[1]));
-#else
-    const hn::RebindToSigned<Lanes> whole;
-    const auto largest = hn::Set(whole, hwy::LimitsMax<T>());
-    const auto saturated = [&](V v) HWY_ATTR {
-      const auto low = hn::Max(hn::BitCast(whole, v), hn::Zero(whole));
-      return hn::BitCast(Lanes(), hn::Min(low, largest));
-    };
-    return lx::HWY_NAMESPACE::Join(d, {{saturated(parts[0]), saturated(parts[1])}});
-#endif
+    return JoinClamped(d, parts[0], parts[1]);
   }
 };
 

@@ -9,7 +9,7 @@
 #define LXPIC_FOUNDATION_WIDE_INL_H_
 #endif
 
-#include "foundation/simd-inl.h"
+#include "foundation/products-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace lx::HWY_NAMESPACE {
@@ -67,18 +67,6 @@ template <class V>
 HWY_INLINE V ReciprocalEstimate(V v) {
   return hn::ApproximateReciprocal(v);
 }
-
-// Signed lanes clamped to unsigned bytes: in each block of sixteen, eight of `a` and eight of `b`.
-HWY_INLINE hn::Vec128<std::uint8_t> PackClamped(hn::Vec128<std::int16_t> a,
-                                                hn::Vec128<std::int16_t> b) {
-  return hn::Vec128<std::uint8_t>{_mm_packus_epi16(a.raw, b.raw)};
-}
-#if LX_IS_X86_SINCE(HWY_AVX2)
-HWY_INLINE hn::Vec256<std::uint8_t> PackClamped(hn::Vec256<std::int16_t> a,
-                                                hn::Vec256<std::int16_t> b) {
-  return hn::Vec256<std::uint8_t>{_mm256_packus_epi16(a.raw, b.raw)};
-}
-#endif
 
 #else
 
@@ -146,47 +134,48 @@ HWY_INLINE hn::Vec<D> Join(D d, const Halves<D>& halves) {
 #endif
 }
 
-// The elements of halves of signed lanes, clamped to unsigned bytes.
 #if LX_HAS_LANES
-template <class D, class W>
-HWY_INLINE hn::Vec<D> JoinClamped(D d, W even, W odd) {
-#if HWY_ARCH_X86
-  HWY_ALIGN static constexpr std::uint8_t kTurns[16] = {0, 8,  1, 9,  2, 10, 3, 11,
-                                                        4, 12, 5, 13, 6, 14, 7, 15};
-  return hn::TableLookupBytes(PackClamped(even, odd), hn::LoadDup128(d, kTurns));
+
+// Signed lanes cut to the range of pixels of type T, in unsigned lanes.
+template <typename T, class V>
+HWY_INLINE auto Clamped(V v) {
+  const hn::RebindToSigned<hn::DFromV<V>> whole;
+  const auto low = hn::Max(hn::BitCast(whole, v), hn::Zero(whole));
+  return hn::BitCast(hn::RebindToUnsigned<decltype(whole)>(),
+                     hn::Min(low, hn::Set(whole, hwy::LimitsMax<T>())));
+}
+
+// The elements of halves of signed lanes, clamped to pixels.
+template <class D, class V>
+HWY_INLINE hn::Vec<D> JoinClamped(D d, V even, V odd) {
+#if LX_HAS_PAIR_PRODUCTS
+  const WideTag<D> wide;
+  return ZipHalves(d, Pack(hn::BitCast(wide, even), hn::BitCast(wide, odd)));
 #else
-  const hn::DFromV<W> whole;
-  const auto clamp = [&](W v) HWY_ATTR {
-    const auto low = hn::Max(v, hn::Zero(whole));
-    return hn::BitCast(WideTag<D>(), hn::Min(low, hn::Set(whole, 255)));
-  };
-  return Join(d, {{clamp(even), clamp(odd)}});
+  using T = hn::TFromD<D>;
+  return Join(d, {{Clamped<T>(even), Clamped<T>(odd)}});
 #endif
 }
-#endif
 
 // The elements of quarters of 32-bit lanes, clamped to unsigned bytes.
-#if LX_HAS_LANES
 template <class D, class Q>
 HWY_INLINE hn::Vec<D> JoinQuartersClamped(D d, Q first, Q second, Q third, Q fourth) {
-#if HWY_ARCH_X86
-  HWY_ALIGN static constexpr std::uint8_t kTurns[16] = {0, 4, 8,  12, 1, 5, 9,  13,
-                                                        2, 6, 10, 14, 3, 7, 11, 15};
+#if LX_HAS_PAIR_PRODUCTS
+  alignas(16) static constexpr std::uint8_t kTurns[16] = {0, 4, 8,  12, 1, 5, 9,  13,
+                                                          2, 6, 10, 14, 3, 7, 11, 15};
   const hn::Repartition<std::int16_t, D> words;
-  const auto low = hn::ReorderDemote2To(words, first, second);
-  const auto high = hn::ReorderDemote2To(words, third, fourth);
-  return hn::TableLookupBytes(PackClamped(low, high), hn::LoadDup128(d, kTurns));
+  const WideTag<D> wide;
+  const auto low = hn::BitCast(wide, hn::ReorderDemote2To(words, first, second));
+  const auto high = hn::BitCast(wide, hn::ReorderDemote2To(words, third, fourth));
+  return hn::TableLookupBytes(Pack(low, high), hn::LoadDup128(d, kTurns));
 #else
-  const hn::DFromV<Q> whole;
-  const auto clamp = [&](Q v) HWY_ATTR {
-    const auto low = hn::Max(v, hn::Zero(whole));
-    return hn::BitCast(hn::RebindToUnsigned<decltype(whole)>(), hn::Min(low, hn::Set(whole, 255)));
-  };
-  const auto low = hn::Or(clamp(first), hn::ShiftLeft<8>(clamp(second)));
-  const auto high = hn::Or(clamp(third), hn::ShiftLeft<8>(clamp(fourth)));
+  using T = hn::TFromD<D>;
+  const auto low = hn::Or(Clamped<T>(first), hn::ShiftLeft<8>(Clamped<T>(second)));
+  const auto high = hn::Or(Clamped<T>(third), hn::ShiftLeft<8>(Clamped<T>(fourth)));
   return hn::BitCast(d, hn::Or(low, hn::ShiftLeft<16>(high)));
 #endif
 }
+
 #endif
 
 // Applies rule(wide, lanes...) to the halves, so that products and sums fit. Each result must fit

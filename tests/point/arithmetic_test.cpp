@@ -7,6 +7,7 @@
 #include <thread>
 #include <vector>
 
+#include "support/outcome_text.h"
 #include "support/trial.h"
 
 namespace lx::test {
