@@ -7,6 +7,8 @@
 #endif
 
 #include <array>
+#include <map>
+#include <regex>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,13 +21,28 @@ namespace {
 
 std::vector<Form> FormsOf(const Operation& /*operation*/) { return {}; }
 
-// Where another library is faster than OpenCV, its share; elsewhere no more than OpenCV takes.
+// Two images of one type.
+bool MapsPairs(const std::string& signature) {
+  static const std::regex kPairs(R"(PicOper\(\w+, (LxROI<\w+>\*), \1, \1\))");
+  return std::regex_match(signature, kPairs);
+}
+
+// Where another library is faster than OpenCV, its share; elsewhere no more than OpenCV takes, and
+// less where that was reached.
 Target TargetOf(const Subject& subject) {
-  const std::string_view signature = subject.operation->signature;
-  if (signature.starts_with("PicLut(LxROI<LxBW8>")) return {0.30, 0.31};
-  if (signature == "PicConvert(LxROI<LxC24>*, LxROI<LxBW8>*)") return {0.29, 0.40};
-  if (signature == "PicConvert(LxROI<LxBW8>*, LxROI<LxC24>*)") return {0.73, 0.90};
-  return {1, 1};
+  static const std::map<std::string_view, Target> kShares = {
+      {"PicLut(LxROI<LxBW8>*, LxROI<LxBW8>*, LxBW8Vector*)", {0.45, 0.45}},
+      {"PicLut(LxROI<LxBW8>*, LxROI<LxBW8>*, unsigned char*)", {0.45, 0.45}},
+      {"PicGainOffset(LxROI<LxBW8>*, LxROI<LxBW8>*, float, float)", {0.28, 0.28}},
+      {"PicConvert(LxROI<LxC24>*, LxROI<LxBW8>*)", {0.29, 0.40}},
+      {"PicConvert(LxROI<LxBW8>*, LxROI<LxC24>*)", {0.80, 0.95}},
+      {"PicCopy(LxBW8, LxROI<LxBW8>*)", {0.55, 0.70}}};
+  const std::string& signature = subject.operation->signature;
+  if (const auto found = kShares.find(signature); found != kShares.end()) return found->second;
+  if (!MapsPairs(signature)) return {1, 1};
+  const bool bytes = signature.find("LxBW16") == std::string::npos;
+  if (bytes && subject.form.choice == ARITH_LOGIC_DIVIDE) return {0.60, 0.60};
+  return {0.97, 0.97};
 }
 
 #ifdef LXPIC_HAS_OPENCV
