@@ -45,7 +45,7 @@ HWY_INLINE hn::Vec<D> Narrow(D d, V v) {
 #endif
 }
 
-#if HWY_ARCH_X86 && LX_HAS_LANES
+#if LX_IS_X86_SINCE(HWY_SSSE3)
 
 // Real lanes cut to integers, which must fit: Highway's own conversion also mends those that do not.
 HWY_INLINE hn::Vec128<std::int32_t> TruncateFitting(hn::Vec128<float> v) {
@@ -150,7 +150,7 @@ HWY_INLINE hn::Vec<D> Join(D d, const Halves<D>& halves) {
 #if LX_HAS_LANES
 template <class D, class W>
 HWY_INLINE hn::Vec<D> JoinClamped(D d, W even, W odd) {
-#if HWY_ARCH_X86
+#if LX_IS_X86_SINCE(HWY_SSSE3)
   HWY_ALIGN static constexpr std::uint8_t kTurns[16] = {0, 8,  1, 9,  2, 10, 3, 11,
                                                         4, 12, 5, 13, 6, 14, 7, 15};
   return hn::TableLookupBytes(PackClamped(even, odd), hn::LoadDup128(d, kTurns));
@@ -169,7 +169,7 @@ HWY_INLINE hn::Vec<D> JoinClamped(D d, W even, W odd) {
 #if LX_HAS_LANES
 template <class D, class Q>
 HWY_INLINE hn::Vec<D> JoinQuartersClamped(D d, Q first, Q second, Q third, Q fourth) {
-#if HWY_ARCH_X86
+#if LX_IS_X86_SINCE(HWY_SSSE3)
   HWY_ALIGN static constexpr std::uint8_t kTurns[16] = {0, 4, 8,  12, 1, 5, 9,  13,
                                                         2, 6, 10, 14, 3, 7, 11, 15};
   const hn::Repartition<std::int16_t, D> words;
