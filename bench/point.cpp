@@ -7,6 +7,8 @@
 #endif
 
 #include <array>
+#include <map>
+#include <regex>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,49 +21,30 @@ namespace {
 
 std::vector<Form> FormsOf(const Operation& /*operation*/) { return {}; }
 
-using catalogue::Pixel;
-
-constexpr std::array kTargets = {TargetRow{"PicLut", "", Pixel::kBW8, {{0.45, 0.45}, {0.30, 0.31}}},
-                                 TargetRow{"PicGainOffset", "", Pixel::kBW8, {{0.28, 0.28}}},
-                                 TargetRow{"PicOper", "divide", Pixel::kBW8, {{0.60, 0.60}}}};
-
-Target TargetOf(const Subject& subject) {
-  const std::string_view signature = subject.operation->signature;
-  if (signature == "PicConvert(LxROI<LxC24>*, LxROI<LxBW8>*)") {
-    return Targets{{0.60, 0.62}, {0.29, 0.40}}.Here();
-  }
-  if (signature == "PicConvert(LxROI<LxBW8>*, LxROI<LxC24>*)") {
-    return Targets{{0.80, 0.95}, {0.73, 0.90}}.Here();
-  }
-  return FindTarget(subject, kTargets);
+// Two images of one type.
+bool MapsPairs(const std::string& signature) {
+  static const std::regex kPairs(R"(PicOper\(\w+, (LxROI<\w+>\*), \1, \1\))");
+  return std::regex_match(signature, kPairs);
 }
 
-#ifdef LXPIC_HAS_OPENCV
-#include <opencv2/imgproc.hpp>
-
-#include "bench/opencv.h"
-#endif
-
-#include <array>
-#include <string>
-#include <string_view>
-#include <vector>
-
-#include "bench/family.h"
-
-namespace lx::bench {
-
-namespace {
-
-std::vector<Form> FormsOf(const Operation& /*operation*/) { return {}; }
-
-// Where another library is faster than OpenCV, its share; elsewhere no more than OpenCV takes.
+// Where another library is faster than OpenCV, its share; elsewhere no more than OpenCV takes, and
+// less where that was reached.
 Target TargetOf(const Subject& subject) {
-  const std::string_view signature = subject.operation->signature;
-  if (signature.starts_with("PicLut(LxROI<LxBW8>")) return {0.30, 0.31};
-  if (signature == "PicConvert(LxROI<LxC24>*, LxROI<LxBW8>*)") return {0.29, 0.40};
-  if (signature == "PicConvert(LxROI<LxBW8>*, LxROI<LxC24>*)") return {0.73, 0.90};
-  return {1, 1};
+  static const std::map<std::string_view, Targets> kShares = {
+      {"PicLut(LxROI<LxBW8>*, LxROI<LxBW8>*, LxBW8Vector*)", {{0.45, 0.45}, {0.30, 0.31}}},
+      {"PicLut(LxROI<LxBW8>*, LxROI<LxBW8>*, unsigned char*)", {{0.45, 0.45}, {0.30, 0.31}}},
+      {"PicGainOffset(LxROI<LxBW8>*, LxROI<LxBW8>*, float, float)", {{0.28, 0.28}}},
+      {"PicConvert(LxROI<LxC24>*, LxROI<LxBW8>*)", {{0.60, 0.62}, {0.29, 0.40}}},
+      {"PicConvert(LxROI<LxBW8>*, LxROI<LxC24>*)", {{0.80, 0.95}, {0.73, 0.90}}},
+      {"PicCopy(LxBW8, LxROI<LxBW8>*)", {{0.55, 0.70}}}};
+  const std::string& signature = subject.operation->signature;
+  if (const auto found = kShares.find(signature); found != kShares.end()) {
+    return found->second.Here();
+  }
+  if (!MapsPairs(signature)) return {1, 1};
+  const bool bytes = signature.find("LxBW16") == std::string::npos;
+  if (bytes && subject.form.choice == ARITH_LOGIC_DIVIDE) return Targets{{0.60, 0.60}}.Here();
+  return Targets{{0.97, 0.97}}.Here();
 }
 
 #ifdef LXPIC_HAS_OPENCV

@@ -45,7 +45,7 @@ HWY_INLINE hn::Vec<D> Narrow(D d, V v) {
 #endif
 }
 
-#if HWY_ARCH_X86 && LX_HAS_LANES
+#if LX_IS_X86_SINCE(HWY_SSSE3)
 
 // Real lanes cut to integers, which must fit: Highway's own conversion also mends those that do not.
 HWY_INLINE hn::Vec128<std::int32_t> TruncateFitting(hn::Vec128<float> v) {

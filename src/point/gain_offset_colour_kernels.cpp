@@ -97,7 +97,7 @@ constexpr double kNudges[] = {0, -0x1P-20, 0x1P-20, -0x1P-18, 0x1P-18};
 bool FindSingles(const ColourScale& wanted, const ByteTableData (&tables)[3], SingleScale& found) {
   std::uint8_t levels[3 * 256];
   std::uint8_t scaled[3 * 256];
-  for (std::size_t i = 0; i < 3 * 256; ++i) levels[i] = static_cast<std::uint8_t>(i / 3);
+  for (std::size_t i = 0; i < sizeof(levels); ++i) levels[i] = static_cast<std::uint8_t>(i / 3);
   bool settled[3] = {};
   for (const double nudge : kNudges) {
     SingleScale tried{};
