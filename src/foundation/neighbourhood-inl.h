@@ -175,11 +175,10 @@ class Pass : PassRows<T, kStride, Rule> {
     return row > height_ || (border_ == Border::kZero && !IsInside(row));
   }
 
+  // Copies are made before anything of the step is written: in place, a row is still what it was.
   HWY_INLINE const T* PaddedRow(std::ptrdiff_t row, std::size_t slot) const {
     if (IsZero(row)) return zeros_;
-    // The last row has been written over where it would be read again. Its copy is still there.
-    if (row == height_) return Base::CopyAt((slot + kRows - 1) % kRows);
-    return Base::PaddedCopy(HWY_MAX(row, 0), slot);
+    return Base::PaddedCopy(std::clamp<std::ptrdiff_t>(row, 0, height_ - 1), slot);
   }
 
   // A row in three segments: its inside lies where it is, and its ends, with what stands for their
