@@ -88,6 +88,12 @@ HWY_INLINE void ForEachPair(D d, std::size_t width, bool far, const Step& step,
   ForEachVector(d, width - x, [&](std::size_t i, auto access) HWY_ATTR { step(x + i, access); });
 }
 
+// The same for rows that are near.
+template <class D, class Step>
+HWY_INLINE void ForEachPair(D d, std::size_t width, const Step& step) {
+  ForEachPair(d, width, false, step, [](std::size_t) HWY_ATTR {});
+}
+
 // destination = rule(source)
 template <typename T, class Rule>
 void MapOne(const PixelMap& map, const Rule& rule) {

@@ -46,7 +46,7 @@ HWY_INLINE void Wider(const PixelMap& map, unsigned shift, To bits = 0) {
   for (std::size_t y = 0; y < map.height; ++y) {
     const From* const from = map.sources[0].Row<const From>(y);
     To* const to = map.destination.Row<To>(y);
-    ForEachVector(wide, map.width, [&](std::size_t x, auto access) HWY_ATTR {
+    ForEachPair(wide, map.width, [&](std::size_t x, auto access) HWY_ATTR {
       const auto pixels = hn::And(hn::PromoteTo(wide, access.Load(narrow, from + x)), all);
       access.Store(wide, hn::Or(hn::ShiftLeftSame(pixels, count), also), to + x);
     });

@@ -58,15 +58,12 @@ class ByteDivision {
     return hn::Sub(a, MapWide(d, product, Truncated(d, a, divisor), divisor));
   }
 
-  // Where a < b the quotient fits, elsewhere it saturates. Rounded quotients below 2^24 never reach
-  // an integer from below.
+  // Rounded quotients below 2^24 never reach an integer from below.
   template <class D, class V>
   HWY_INLINE V Scaled(D d, V a, V b) const {
-    const V divisor = AtLeastOne(d, b);
-    const V fitting = hn::Min(a, hn::Sub(divisor, hn::Set(d, 1)));
     const auto ratio = [](auto real, auto p, auto q, float /*unit*/)
                            HWY_ATTR { return hn::Div(hn::Mul(p, hn::Set(real, 256.0F)), q); };
-    return hn::Or(Quarters(d, fitting, divisor, ratio), Truth(d, hn::Eq(hn::Max(a, b), a)));
+    return hn::Or(Quarters(d, a, AtLeastOne(d, b), ratio), IsZero(d, b));
   }
 
  private:
@@ -80,7 +77,7 @@ class ByteDivision {
     return Quarters(d, a, b, ratio);
   }
 
-  // ratio(real, a, b, unit) truncated, where a and b are whole numbers of `unit`.
+  // ratio(real, a, b, unit) truncated and clamped, where a and b are whole numbers of `unit`.
   template <class D, class V, class Ratio>
   static HWY_INLINE V Quarters(D d, V a, V b, const Ratio& ratio) {
     const hn::Repartition<std::int32_t, D> whole;
@@ -91,17 +88,15 @@ class ByteDivision {
     const auto quarter = [&](auto x, auto y, float unit) HWY_ATTR {
       const auto dividend = hn::ConvertTo(real, hn::BitCast(whole, x));
       const auto divisor = hn::ConvertTo(real, hn::BitCast(whole, y));
-      return hn::BitCast(quads, TruncateFitting(ratio(real, dividend, divisor, unit)));
+      return TruncateFitting(ratio(real, dividend, divisor, unit));
     };
     const auto masked = [&](std::uint32_t mask, float unit) HWY_ATTR {
       const auto of = hn::Set(quads, mask);
       return quarter(hn::And(p, of), hn::And(q, of), unit);
     };
-    const auto low = hn::Or(masked(0xFF, 1), hn::ShiftLeft<8>(masked(0xFF00, 0x1P8F)));
-    const auto fourth = quarter(hn::ShiftRight<24>(p), hn::ShiftRight<24>(q), 1);
-    const auto high =
-        hn::Or(hn::ShiftLeft<16>(masked(0xFF0000, 0x1P16F)), hn::ShiftLeft<24>(fourth));
-    return hn::BitCast(d, hn::Or(low, high));
+    return JoinQuartersClamped(d, masked(0xFF, 1), masked(0xFF00, 0x1P8F),
+                               masked(0xFF0000, 0x1P16F),
+                               quarter(hn::ShiftRight<24>(p), hn::ShiftRight<24>(q), 1));
   }
 };
 
