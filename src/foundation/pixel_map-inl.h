@@ -64,7 +64,7 @@ HWY_INLINE void PrefetchForWriting(const void* at) {
 }
 
 // Calls step(x, access) for each vector of a row, two whole ones at a time. For rows that are `far`
-// away it calls ahead(x) with an element of each line to come, the last ones beyond the row.
+// away it calls ahead(x) with an element of each line to come.
 template <class D, class Step, class Ahead>
 HWY_INLINE void ForEachPair(D d, std::size_t width, bool far, const Step& step,
                             const Ahead& ahead) {
@@ -77,7 +77,7 @@ HWY_INLINE void ForEachPair(D d, std::size_t width, bool far, const Step& step,
     if (far) {
       end = HWY_MIN(pairs, x + ReadAhead::kStretch / kSize);
       for (std::size_t i = 0; i < ReadAhead::kStretch; i += ReadAhead::kLine) {
-        ahead(x + (ReadAhead::kDistance + i) / kSize);
+        ahead(HWY_MIN(x + (ReadAhead::kDistance + i) / kSize, width - 1));
       }
     }
     for (; x < end; x += 2 * n) {
