@@ -64,7 +64,7 @@ alignas(16) constexpr std::uint8_t kSpread[16] = {0, 1, 2, 0x80, 3, 4,  5,  0x80
                                                   6, 7, 8, 0x80, 9, 10, 11, 0x80};
 #endif
 
-#if LX_IS_X86_SINCE(HWY_SSSE3) && !LX_HAS_BYTE_PERMUTE
+#if LX_HAS_PAIR_PRODUCTS && !LX_HAS_BYTE_PERMUTE
 
 // Whole vectors of a row; returns how many pixels they hold. Each block has its own sixteen pixels,
 // so that sums pack in order.
@@ -72,16 +72,13 @@ std::size_t MeanBlocks(const std::uint8_t* from, std::size_t width, std::uint8_t
   const BlocksTag d;
   const hn::Repartition<std::uint16_t, BlocksTag> words;
   const hn::Repartition<std::int16_t, BlocksTag> factors;
-  const hn::Repartition<std::int32_t, BlocksTag> sums;
   const auto spread = hn::LoadDup128(d, kSpread);
   const auto mean = [&](const std::uint8_t* at) HWY_ATTR {
     const auto blocks = LoadBlocks(d, at, at + 48);
     const auto pixels = hn::BitCast(words, hn::TableLookupBytesOr0(blocks, spread));
     // c0 + c1 and c2
     const auto pairs = hn::Add(hn::And(pixels, hn::Set(words, 0xFF)), hn::ShiftRight<8>(pixels));
-    auto unused = hn::Zero(sums);
-    return hn::ShiftRight<8>(hn::ReorderWidenMulAccumulate(
-        sums, hn::BitCast(factors, pairs), hn::Set(factors, 85), hn::Zero(sums), unused));
+    return hn::ShiftRight<8>(PairProducts(hn::BitCast(factors, pairs), hn::Set(factors, 85)));
   };
   constexpr std::size_t kStep = hn::MaxLanes(d);
   std::size_t x = 0;
@@ -89,7 +86,7 @@ std::size_t MeanBlocks(const std::uint8_t* from, std::size_t width, std::uint8_t
     const std::uint8_t* const at = from + 3 * x;
     const auto low = hn::ReorderDemote2To(factors, mean(at), mean(at + 12));
     const auto high = hn::ReorderDemote2To(factors, mean(at + 24), mean(at + 36));
-    hn::StoreU(PackClamped(low, high), d, to + x);
+    hn::StoreU(Pack(hn::BitCast(words, low), hn::BitCast(words, high)), d, to + x);
   }
   return x;
 }

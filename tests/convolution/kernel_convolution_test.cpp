@@ -93,6 +93,28 @@ TEST(KernelConvolution, ValuesBeyondEveryRange) {
   EXPECT_EQ(result.GetPixel(0, 0), 255);
 }
 
+// Coefficients of one and of two digits of 16 bits, and beyond 32; rows that mirror each other.
+TEST(KernelConvolution, CoefficientsOfAnySize) {
+  for (const char* const pixel : {"LxBW8", "LxBW16"}) {
+    for (const int size : {3, 5, 7}) {
+      Random random("coefficients");
+      for (const float gain : {0.9F, -5.0F, 300.0F, 1e6F}) {
+        std::vector<float> coefficients(static_cast<std::size_t>(size * size));
+        for (float& k : coefficients) k = static_cast<float>(random.Real(-1, 2));
+        const auto kernel = MakeKernel(size, coefficients);
+        kernel->SetGain(gain * static_cast<float>(size));
+        kernel->SetRectifier(RECTIFIER_ABSOLUTE);
+        for (const char* const function : {"PicConvolKernel", "PicConvolSymmetricKernel"}) {
+          const Operation& operation = OperationOn(function, pixel);
+          Arguments call(operation);
+          call.SetKernel(2, kernel);
+          EXPECT_EQ(CaseFailure(operation, call, {70, 9}), "") << size << " " << gain;
+        }
+      }
+    }
+  }
+}
+
 // Coefficients that cancel out but for a little more, and a little less, than is normalised.
 TEST(KernelConvolution, NormalisesWhatDoesNotCancelOut) {
   const Operation& operation = OperationOn("PicConvolKernel", "LxBW8");
