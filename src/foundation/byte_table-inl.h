@@ -54,9 +54,10 @@ class ByteTable {
   // halves of the table, and the bits below choose among the eight results, nearest first.
   template <class D>
   HWY_INLINE hn::Vec<D> ShuffledEntries(D d, hn::Vec<D> index) const {
-    const auto upper = hn::Xor(index, hn::Set(d, 0x80));
+    const auto lower = hn::And(index, hn::Set(d, 0x8F));
+    const auto upper = hn::Xor(lower, hn::Set(d, 0x80));
     const auto block = [&](std::size_t i) HWY_ATTR {
-      return hn::Or(hn::TableLookupBytesOr0(hn::LoadDup128(d, table_ + 16 * i), index),
+      return hn::Or(hn::TableLookupBytesOr0(hn::LoadDup128(d, table_ + 16 * i), lower),
                     hn::TableLookupBytesOr0(hn::LoadDup128(d, table_ + 16 * i + 128), upper));
     };
     const auto bit6 = hn::Add(index, index);

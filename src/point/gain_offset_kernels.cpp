@@ -42,6 +42,10 @@ struct Scale {
   }
 };
 
+void Words(const PixelMap& map, std::int32_t gain, std::int32_t offset) {
+  MapOne<std::uint16_t>(map, Scale{gain, offset});
+}
+
 #if LX_HAS_LANES
 
 // A gain that 16-bit lanes hold: the high half of (v << 7) * (gain << 4) is floor(v * gain / 32).
@@ -83,10 +87,6 @@ void Bytes(const PixelMap& map, std::int64_t gain, std::int64_t offset) {
     table[v] = static_cast<std::uint8_t>(std::clamp<std::int64_t>(scaled, 0, 255));
   }
   MapOne<std::uint8_t>(map, ByteTable(table));
-}
-
-void Words(const PixelMap& map, std::int32_t gain, std::int32_t offset) {
-  MapOne<std::uint16_t>(map, Scale{gain, offset});
 }
 
 }  // namespace
