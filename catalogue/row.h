@@ -78,6 +78,7 @@ std::vector<Operation> ArithmeticOperations();
 std::vector<Operation> PointOperations();
 std::vector<Operation> ConvolutionOperations();
 std::vector<Operation> HistogramOperations();
+std::vector<Operation> MorphologyOperations();
 Object KernelObject();
 std::vector<Object> VectorObjects();
 
