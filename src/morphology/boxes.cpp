@@ -3,6 +3,7 @@
 
 #include "foundation/frame.h"
 #include "lxpic/point/arithmetic.h"
+#include "morphology/boxes_kernels.h"
 #include "morphology/passes_kernels.h"
 
 namespace {
@@ -12,21 +13,18 @@ using namespace lx::morphology;
 
 constexpr unsigned kSameAsX = 0xFFFFFFFF;
 
-// One unit of both half-widths is a square pass, one of what is left of either a line or a column.
-void RunBox(Extreme extreme, PassMap map, std::size_t halfX, std::size_t halfY) {
-  const std::size_t both = std::min(halfX, halfY);
-  const Scratch<std::uint8_t> scratch(
-      PassScratch(map, std::min(std::max(halfX, halfY), kMostPasses)));
+// What three by three pixels hold goes through a driver of their own.
+void Run(Extreme extreme, const Plane& plane, std::size_t halfX, std::size_t halfY) {
+  const bool isSmall = halfX <= 1 && halfY <= 1;
+  const ExtremeBox box = BoxOn(plane, halfX, halfY);
+  const Scratch<std::uint8_t> scratch(isSmall ? PassScratch(plane, 1) : BoxLayout(box).Bytes());
   if (!scratch) return;
-  const auto repeat = [&](Pass pass, std::size_t passes) {
-    for (; passes > 0; passes -= std::min(passes, kMostPasses)) {
-      RunPasses(extreme, pass, map, std::min(passes, kMostPasses), scratch.get());
-      map.source = map.destination;
-    }
-  };
-  repeat(Pass::kSquare, both);
-  repeat(Pass::kLine, halfX - both);
-  repeat(Pass::kColumn, halfY - both);
+  if (isSmall) {
+    const Pass pass = halfY == 0 ? Pass::kLine : halfX == 0 ? Pass::kColumn : Pass::kSquare;
+    RunPasses(extreme, pass, plane, 1, scratch.get());
+  } else {
+    RunBox(extreme, plane, box, scratch.get());
+  }
 }
 
 template <class T>
@@ -42,7 +40,7 @@ void Run(const char* trace, Extreme extreme, LxROI<T>* source, LxROI<T>* destina
     const std::size_t cutX = std::min<std::size_t>(halfX, width - 1);
     const std::size_t cutY = std::min<std::size_t>(halfY == kSameAsX ? halfX : halfY, height - 1);
     if (cutX == 0 && cutY == 0) return PicOper(ARITH_LOGIC_COPY, source, to);
-    RunBox(extreme, PassMapOf(to, source), cutX, cutY);
+    Run(extreme, PlaneOf(to, source), cutX, cutY);
   });
 }
 

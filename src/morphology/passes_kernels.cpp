@@ -25,12 +25,12 @@ Kernel KernelOf(Extreme extreme, Pass pass) {
   return kKernels[static_cast<std::size_t>(extreme)][static_cast<std::size_t>(pass)];
 }
 
-void Run(Extreme extreme, Pass pass, const PassMap& map, std::size_t passes,
+void Run(Extreme extreme, Pass pass, const Plane& plane, std::size_t passes,
          std::uint8_t* scratch) {
-  const Kernel kernel = map.elementBytes == 2 ? KernelOf<std::uint16_t, 1>(extreme, pass)
-                        : map.stride == 3     ? KernelOf<std::uint8_t, 3>(extreme, pass)
-                                              : KernelOf<std::uint8_t, 1>(extreme, pass);
-  kernel(map, passes, scratch);
+  const Kernel kernel = plane.elementBytes == 2 ? KernelOf<std::uint16_t, 1>(extreme, pass)
+                        : plane.stride == 3     ? KernelOf<std::uint8_t, 3>(extreme, pass)
+                                                : KernelOf<std::uint8_t, 1>(extreme, pass);
+  kernel(plane, passes, scratch);
 }
 
 }  // namespace
@@ -42,9 +42,9 @@ namespace lx::morphology {
 
 HWY_EXPORT(Run);
 
-void RunPasses(Extreme extreme, Pass pass, const PassMap& map, std::size_t passes,
+void RunPasses(Extreme extreme, Pass pass, const Plane& plane, std::size_t passes,
                std::uint8_t* scratch) {
-  LX_CALL(map.path, Run, extreme, pass, map, passes, scratch);
+  LX_CALL(plane.path, Run, extreme, pass, plane, passes, scratch);
 }
 
 }  // namespace lx::morphology

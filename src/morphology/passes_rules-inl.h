@@ -9,8 +9,8 @@
 #define LXPIC_MORPHOLOGY_PASSES_RULES_INL_H_
 #endif
 
-#include "foundation/extremes-inl.h"
 #include "foundation/neighbourhood-inl.h"
+#include "foundation/window_extremes-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace lx::morphology::HWY_NAMESPACE {
