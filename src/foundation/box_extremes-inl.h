@@ -16,10 +16,33 @@
 #include <utility>
 
 #include "foundation/box_extremes.h"
+#include "foundation/rows.h"
 #include "foundation/window_extremes-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace lx::HWY_NAMESPACE {
+
+// Rows that a sweep reads: those of an image, or the last ones of it in a ring.
+struct RowSource {
+  Rows rows;
+  std::size_t slots;
+
+  template <typename T>
+  const T* Row(std::size_t y) const {
+    return rows.Row<const T>(y % slots);
+  }
+};
+
+// Where the rows of a sweep go. Row y is written to Row(y); then Finish(y) is called.
+template <typename T>
+class RowSink {
+ public:
+  virtual T* Row(std::size_t y) = 0;
+  virtual void Finish(std::size_t y) = 0;
+
+ protected:
+  ~RowSink() = default;
+};
 
 // Finished rows come a few at a time, and the rows that they need are read before: the rows that are
 // written may be those that are read. Rows have at least one vector of lanes D.
@@ -46,12 +69,15 @@ class BoxSweep {
     nextSuffixes_ = suffixes_ + (layout_.blocks - 1) * layout_.suffixes * line_;
   }
 
-  bool IsDone() const { return done_ == box_.height; }
+  bool IsDone() const { return done_ == box_.ResultRows(); }
+  // Rows of the source that must be there before the next step.
+  std::size_t Needs() const {
+    const std::size_t end = done_ + (box_.halfY == 0 ? BoxLayout::kRows : 3 * box_.halfY);
+    return std::min(end - std::min(end, box_.beyond), box_.height);
+  }
 
-  // Writes some more rows, in order: row y, whose columns begin `beyond` before the first, to
-  // out.Row(y), and then calls out.Finish(y). Reads rows that in(y) points to.
-  template <class In, class Out>
-  void Advance(const In& in, const Out& out) {
+  // Writes some more rows, in order, which begin `beyond` rows above and columns before the first.
+  void Advance(const RowSource& in, RowSink<T>& out) {
     if (box_.halfY == 0) return TakeRows(in, out);
     const auto block = static_cast<std::ptrdiff_t>(box_.BlockRows());
     const auto half = static_cast<std::ptrdiff_t>(box_.halfY);
@@ -76,12 +102,13 @@ class BoxSweep {
  private:
   static constexpr std::ptrdiff_t kRows = BoxLayout::kRows;
 
-  std::ptrdiff_t Height() const { return static_cast<std::ptrdiff_t>(box_.height); }
+  std::ptrdiff_t Height() const { return static_cast<std::ptrdiff_t>(box_.ResultRows()); }
 
-  // A row, or the edge that stands for it.
-  template <class In>
-  const T* RowOf(const In& in, std::ptrdiff_t y) const {
-    return in(static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(y, 0, Height() - 1)));
+  // A row of the results' image.
+  const T* RowOf(const RowSource& in, std::ptrdiff_t row) const {
+    const std::ptrdiff_t y = row - static_cast<std::ptrdiff_t>(box_.beyond);
+    const bool isInside = y >= 0 && y < static_cast<std::ptrdiff_t>(box_.height);
+    return isInside ? in.Row<T>(static_cast<std::size_t>(y)) : neutral_;
   }
   // Suffixes that begin below the image are not wanted, and lie in one line.
   T* Suffix(T* block, std::ptrdiff_t j) const {
@@ -89,8 +116,7 @@ class BoxSweep {
   }
 
   // The extremes from each row of the block that begins at row `start` to its last row.
-  template <class In>
-  void FindSuffixes(const In& in, std::ptrdiff_t start, T* block) {
+  void FindSuffixes(const RowSource& in, std::ptrdiff_t start, T* block) {
     const T* carry = neutral_;
     for (auto j = static_cast<std::ptrdiff_t>(box_.BlockRows()); j > 0;) {
       const std::ptrdiff_t count = j % kRows == 0 ? kRows : 2;
@@ -104,8 +130,8 @@ class BoxSweep {
     }
   }
 
-  template <std::ptrdiff_t kCount, class In>
-  void ExtendSuffix(const In& in, std::ptrdiff_t start, std::ptrdiff_t j, T* block,
+  template <std::ptrdiff_t kCount>
+  void ExtendSuffix(const RowSource& in, std::ptrdiff_t start, std::ptrdiff_t j, T* block,
                     const T* carry) {
     const D d;
     const T* from[kCount];
@@ -125,8 +151,8 @@ class BoxSweep {
   }
 
   // The boxes' columns: suffixes of the block above row `start`, and the rows from there on.
-  template <std::ptrdiff_t kCount, class In>
-  void JoinBlocks(const In& in, std::ptrdiff_t start, std::ptrdiff_t j) {
+  template <std::ptrdiff_t kCount>
+  void JoinBlocks(const RowSource& in, std::ptrdiff_t start, std::ptrdiff_t j) {
     const D d;
     const T* from[kCount];
     const T* above[kCount];
@@ -151,18 +177,16 @@ class BoxSweep {
     });
   }
 
-  template <class In, class Out>
-  void TakeRows(const In& in, const Out& out) {
-    const std::size_t count = std::min<std::size_t>(kRows, box_.height - done_);
-    for (std::size_t i = 0; i < count; ++i) {
-      std::memcpy(rows_[i], in(done_ + i), box_.elements * sizeof(T));
+  void TakeRows(const RowSource& in, RowSink<T>& out) {
+    for (std::size_t i = 0; i < kRows; ++i) {
+      const T* const from = RowOf(in, static_cast<std::ptrdiff_t>(done_ + i));
+      std::memcpy(rows_[i], from, box_.elements * sizeof(T));
     }
-    Finish(count, out);
+    Finish(kRows, out);
   }
 
-  template <class Out>
-  void Finish(std::size_t count, const Out& out) {
-    const std::size_t rows = std::min(count, box_.height - done_);
+  void Finish(std::size_t count, RowSink<T>& out) {
+    const std::size_t rows = std::min(count, box_.ResultRows() - done_);
     for (std::size_t i = 0; i < rows; ++i, ++done_) {
       JoinWindows(rows_[i], out.Row(done_));
       out.Finish(done_);
@@ -187,7 +211,7 @@ class BoxSweep {
     for (std::size_t k = 0; k < last.taps; ++k) {
       taps[k] = had + begin - reach + last.at[k] * box_.stride;
     }
-    JoinRows<D, Op>(taps, last.taps, to, box_.elements + 2 * box_.beyond * box_.stride);
+    JoinRows<D, Op>(taps, last.taps, to, box_.ResultElements());
   }
 
   ExtremeBox box_;

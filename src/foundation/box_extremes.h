@@ -11,7 +11,7 @@
 namespace lx {
 
 // Boxes of 2 * halfX + 1 columns and 2 * halfY + 1 rows over rows of `elements` elements; neighbours
-// in a row are `stride` elements apart. Half-widths are below the size in their direction.
+// in a row are `stride` elements apart. What lies outside of the image changes nothing.
 struct ExtremeBox {
   std::size_t elements;
   std::size_t elementBytes;
@@ -19,8 +19,10 @@ struct ExtremeBox {
   std::size_t height;
   std::size_t halfX;
   std::size_t halfY;
-  std::size_t beyond = 0;  // columns outside, at both ends, that have results too
+  std::size_t beyond = 0;  // rows and columns outside, on all sides, that have results too
 
+  std::size_t ResultElements() const { return elements + 2 * beyond * stride; }
+  std::size_t ResultRows() const { return height + 2 * beyond; }
   // Rows that are taken together down the image.
   std::size_t BlockRows() const { return 2 * halfY; }
 };
@@ -40,8 +42,8 @@ struct BoxLayout {
                kLargestVector),
         row(2 * margin + WholeVectors(box.elements * box.elementBytes)),
         line(WholeVectors(box.elements * box.elementBytes) + kLargestVector),
-        suffixes(std::min(box.BlockRows(), box.height) + 1),
-        blocks(box.BlockRows() < box.height ? 2 : 1) {}
+        suffixes(std::min(box.BlockRows(), box.ResultRows()) + 1),
+        blocks(box.BlockRows() < box.ResultRows() ? 2 : 1) {}
 
   // The rows, two steps of windows, the blocks, a prefix, and a line that changes nothing.
   std::size_t Bytes() const { return (kRows + 2) * row + (blocks * suffixes + 2) * line; }

@@ -42,7 +42,7 @@ template <class D, class Step>
 HWY_INLINE void ForEachWhole(D d, std::size_t width, const Step& step) {
   const std::size_t n = hn::Lanes(d);
   std::size_t x = 0;
-  for (; x + 2 * n <= width; x += 2 * n) {
+  for (; LX_HAS_LANES && x + 2 * n <= width; x += 2 * n) {
     step(x);
     step(x + n);
   }
