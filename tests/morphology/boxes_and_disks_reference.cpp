@@ -18,7 +18,6 @@ using Pass = std::vector<Offset>;
 const Pass kLine = {{-1, 0}, {0, 0}, {1, 0}};
 const Pass kColumn = {{0, -1}, {0, 0}, {0, 1}};
 const Pass kCross = {{0, -1}, {-1, 0}, {0, 0}, {1, 0}, {0, 1}};
-const Pass kSquare = {{-1, -1}, {0, -1}, {1, -1}, {-1, 0}, {0, 0}, {1, 0}, {-1, 1}, {0, 1}, {1, 1}};
 
 void Repeat(Picture& picture, Extreme extreme, std::uint32_t passes, const Pass& pass) {
   for (; passes > 0; --passes) {
@@ -34,20 +33,22 @@ void Repeat(Picture& picture, Extreme extreme, std::uint32_t passes, const Pass&
   }
 }
 
+// A square pass is one of lines and then one of columns, which may change places.
+void OverRectangle(Picture& picture, Extreme extreme, std::uint32_t x, std::uint32_t y) {
+  Repeat(picture, extreme, x, kLine);
+  Repeat(picture, extreme, y, kColumn);
+}
+
 void OverBox(Picture& picture, Extreme extreme, const Arguments& call) {
   constexpr std::uint32_t kSameAsX = 0xFFFFFFFF;
   const auto x = static_cast<std::uint32_t>(call.Number(2));
-  const auto given = static_cast<std::uint32_t>(call.Number(3));
-  const std::uint32_t y = given == kSameAsX ? x : given;
-  const std::uint32_t both = std::min(x, y);
-  Repeat(picture, extreme, both, kSquare);
-  Repeat(picture, extreme, x - both, kLine);
-  Repeat(picture, extreme, y - both, kColumn);
+  const auto y = static_cast<std::uint32_t>(call.Number(3));
+  OverRectangle(picture, extreme, x, y == kSameAsX ? x : y);
 }
 
 void OverDisk(Picture& picture, Extreme extreme, const Arguments& call) {
   const auto radius = static_cast<std::uint32_t>(call.Number(2));
-  Repeat(picture, extreme, radius / 2, kSquare);
+  OverRectangle(picture, extreme, radius / 2, radius / 2);
   Repeat(picture, extreme, radius - radius / 2, kCross);
 }
 
