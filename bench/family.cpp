@@ -17,7 +17,8 @@ const Family& FamilyOf(const Operation& operation) {
       {"colour", &kPointFamily},
       {"point", &kPointFamily},
       {"convolution", &kConvolutionFamily},
-      {"histogram", &kHistogramFamily}};
+      {"histogram", &kHistogramFamily},
+      {"morphology", &kMorphologyFamily}};
   return *families.at(operation.family);
 }
 

@@ -58,5 +58,6 @@ const Family& FamilyOf(const Operation& operation);
 extern const Family kPointFamily;
 extern const Family kConvolutionFamily;
 extern const Family kHistogramFamily;
+extern const Family kMorphologyFamily;
 
 }  // namespace lx::bench

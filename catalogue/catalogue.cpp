@@ -61,7 +61,7 @@ const std::vector<Operation>& All() {
   static const std::vector<Operation> operations = [] {
     std::vector<Operation> all;
     for (const auto family : {ColourOperations, ArithmeticOperations, PointOperations,
-                              ConvolutionOperations, HistogramOperations}) {
+                              ConvolutionOperations, MorphologyOperations, HistogramOperations}) {
       for (Operation& each : family()) all.push_back(std::move(each));
     }
     return all;

@@ -84,6 +84,7 @@ struct Reach {
   Form form = Form::kPixels;
   unsigned across = 0;
   unsigned down = 0;
+  unsigned times = 1;  ///< so often as far, where one step follows another
 };
 
 /// A refusal, and what is special about it.

@@ -175,9 +175,13 @@ void DescribeParameters(Operation& operation, std::string_view text) {
 Reach ReadReach(const Operation& operation, std::string_view text) {
   if (text == "all") return {Reach::Form::kUnbounded, 0, 0};
   if (text == "kernel") return {Reach::Form::kKernel, 0, 0};
-  const auto words = Words(text);
+  auto words = Words(text);
   Reach reach;
-  if (std::isdigit(static_cast<unsigned char>(text.front())) != 0) {
+  if (words.front() == "twice") {
+    reach.times = 2;
+    words.erase(words.begin());
+  }
+  if (std::isdigit(static_cast<unsigned char>(words.front().front())) != 0) {
     reach.across = static_cast<unsigned>(std::stoul(words.front()));
     reach.down = static_cast<unsigned>(std::stoul(words.back()));
     return reach;

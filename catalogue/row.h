@@ -39,7 +39,7 @@ struct Row {
   std::string_view summary = {};
   InPlace inPlace = InPlace::kNo;
   bool (*worksInPlace)(const Arguments&) = nullptr;
-  /// "1" pixels, "half-x half-y", "kernel", "all".
+  /// "1" pixels, "half-x half-y", "twice half-x half-y", "kernel", "all".
   std::string_view reach = "0";
   std::string_view pathsDiffer = {};
   /// "all", or the choices that run without a kernel.
@@ -79,6 +79,7 @@ std::vector<Operation> ArithmeticOperations();
 std::vector<Operation> PointOperations();
 std::vector<Operation> ConvolutionOperations();
 std::vector<Operation> HistogramOperations();
+std::vector<Operation> MorphologyOperations();
 Object KernelObject();
 std::vector<Object> VectorObjects();
 

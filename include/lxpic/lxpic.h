@@ -44,6 +44,8 @@
 #include "lxpic/histogram/equalize.h"
 #include "lxpic/histogram/histogram.h"
 #include "lxpic/histogram/threshold_selection.h"
+#include "lxpic/morphology/boxes.h"
+#include "lxpic/morphology/disks.h"
 #include "lxpic/point/arithmetic.h"
 #include "lxpic/point/convert.h"
 #include "lxpic/point/copy.h"

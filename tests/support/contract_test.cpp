@@ -275,11 +275,13 @@ std::vector<std::uint8_t> BytesOf(const LxGenericROI& region, std::size_t rowByt
 }
 
 int ReachOf(const Trial& trial, unsigned reach, unsigned ifLeftOut) {
-  if (trial.Described().reach.form == catalogue::Reach::Form::kPixels) {
-    return static_cast<int>(reach);
+  const catalogue::Reach& described = trial.Described().reach;
+  double pixels = reach;
+  if (described.form == catalogue::Reach::Form::kParameter) {
+    pixels = trial.call.Number(reach);
+    if (pixels == 4294967295.0) pixels = trial.call.Number(ifLeftOut);
   }
-  const double given = trial.call.Number(reach);
-  return static_cast<int>(given < 4294967295.0 ? given : trial.call.Number(ifLeftOut));
+  return static_cast<int>(pixels * described.times);
 }
 
 // Changes one pixel of source `index`, and looks at what changes in the destination.

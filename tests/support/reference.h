@@ -71,5 +71,6 @@ std::vector<Reference> SmoothingReferences();
 std::vector<Reference> KernelReferences();
 std::vector<Reference> HistogramReferences();
 std::vector<Reference> ThresholdReferences();
+std::vector<Reference> BoxAndDiskReferences();
 
 }  // namespace lx::test
