@@ -33,12 +33,13 @@ struct RowSource {
   }
 };
 
-// Where the rows of a sweep go. Row y is written to Row(y); then Finish(y) is called.
+// Where the rows of a sweep go. Up to BoxLayout::kRows of them are written to Row(y); then Finish()
+// is called.
 template <typename T>
 class RowSink {
  public:
   virtual T* Row(std::size_t y) = 0;
-  virtual void Finish(std::size_t y) = 0;
+  virtual void Finish(std::size_t first, std::size_t count) = 0;
 
  protected:
   ~RowSink() = default;
@@ -58,11 +59,13 @@ class BoxSweep {
     const std::size_t rowElements = layout_.row / sizeof(T);
     T* const first = reinterpret_cast<T*>(scratch);
     std::fill(first, first + rows * rowElements, Op::template kNeutral<T>);
-    for (std::size_t i = 0; i < rows + 2; ++i) {
+    for (std::size_t i = 0; i < rows; ++i) {
       rows_[i] = first + i * rowElements + layout_.margin / sizeof(T);
+      windows_[0][i] = rows_[i] + rows * rowElements;
+      windows_[1][i] = rows_[i] + 2 * rows * rowElements;
     }
     line_ = layout_.line / sizeof(T);
-    neutral_ = first + (rows + 2) * rowElements;
+    neutral_ = first + 3 * rows * rowElements;
     std::fill(neutral_, neutral_ + line_, Op::template kNeutral<T>);
     prefix_ = neutral_ + line_;
     suffixes_ = prefix_ + line_;
@@ -187,31 +190,35 @@ class BoxSweep {
 
   void Finish(std::size_t count, RowSink<T>& out) {
     const std::size_t rows = std::min(count, box_.ResultRows() - done_);
-    for (std::size_t i = 0; i < rows; ++i, ++done_) {
-      JoinWindows(rows_[i], out.Row(done_));
-      out.Finish(done_);
+    JoinWindows(rows, out);
+    out.Finish(done_, rows);
+    done_ += rows;
+  }
+
+  // A window of a step begins at its element, until the last step centres it. All rows take one step
+  // before the next, so that no vector is read while parts of it wait to be stored.
+  void JoinWindows(std::size_t rows, RowSink<T>& out) {
+    const std::size_t reach = (box_.halfX + box_.beyond) * box_.stride;
+    const std::size_t begin = WholeVectors(reach * sizeof(T)) / sizeof(T);
+    T* const* had = rows_;
+    for (std::size_t p = 0; p + 1 < plan_.count; ++p) {
+      const WindowPlan::Step& step = plan_.steps[p];
+      T* const* const made = windows_[p % 2];
+      const std::size_t end = box_.elements + reach - (step.length - 1) * box_.stride;
+      for (std::size_t i = 0; i < rows; ++i) {
+        JoinStep(step, had[i] - begin, made[i] - begin, begin + end);
+      }
+      had = made;
+    }
+    for (std::size_t i = 0; i < rows; ++i) {
+      JoinStep(plan_.Last(), had[i] - reach, out.Row(done_ + i), box_.ResultElements());
     }
   }
 
-  // A window of a step begins at its element, until the last step centres it.
-  void JoinWindows(const T* from, T* to) {
-    const std::size_t reach = (box_.halfX + box_.beyond) * box_.stride;
-    const std::size_t begin = WholeVectors(reach * sizeof(T)) / sizeof(T);
+  void JoinStep(const WindowPlan::Step& step, const T* from, T* to, std::size_t width) const {
     const T* taps[WindowPlan::kMostTaps];
-    const T* had = from - begin;
-    for (std::size_t p = 0; p + 1 < plan_.count; ++p) {
-      const WindowPlan::Step& step = plan_.steps[p];
-      for (std::size_t k = 0; k < step.taps; ++k) taps[k] = had + step.at[k] * box_.stride;
-      T* const made = rows_[BoxLayout::kRows + p % 2] - begin;
-      const std::size_t end = box_.elements + reach - (step.length - 1) * box_.stride;
-      JoinRows<D, Op>(taps, step.taps, made, begin + end);
-      had = made;
-    }
-    const WindowPlan::Step& last = plan_.Last();
-    for (std::size_t k = 0; k < last.taps; ++k) {
-      taps[k] = had + begin - reach + last.at[k] * box_.stride;
-    }
-    JoinRows<D, Op>(taps, last.taps, to, box_.ResultElements());
+    for (std::size_t k = 0; k < step.taps; ++k) taps[k] = from + step.at[k] * box_.stride;
+    JoinRows<D, Op>(taps, step.taps, to, width);
   }
 
   ExtremeBox box_;
@@ -219,7 +226,8 @@ class BoxSweep {
   WindowPlan plan_;
   std::size_t done_ = 0;
   std::size_t line_;
-  T* rows_[BoxLayout::kRows + 2];
+  T* rows_[BoxLayout::kRows];
+  T* windows_[2][BoxLayout::kRows];
   T* neutral_;
   T* prefix_;
   T* suffixes_;      // of the block above

@@ -45,8 +45,8 @@ struct BoxLayout {
         suffixes(std::min(box.BlockRows(), box.ResultRows()) + 1),
         blocks(box.BlockRows() < box.ResultRows() ? 2 : 1) {}
 
-  // The rows, two steps of windows, the blocks, a prefix, and a line that changes nothing.
-  std::size_t Bytes() const { return (kRows + 2) * row + (blocks * suffixes + 2) * line; }
+  // The rows, two steps of windows over them, the blocks, a prefix, and a line that changes nothing.
+  std::size_t Bytes() const { return 3 * kRows * row + (blocks * suffixes + 2) * line; }
 };
 
 }  // namespace lx
