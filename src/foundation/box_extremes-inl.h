@@ -17,7 +17,7 @@
 
 #include "foundation/box_extremes.h"
 #include "foundation/rows.h"
-#include "foundation/window_extremes-inl.h"
+#include "foundation/window_doubling-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace lx::HWY_NAMESPACE {
@@ -54,7 +54,11 @@ class BoxSweep {
 
   // `scratch` has BoxLayout::Bytes() bytes.
   BoxSweep(const ExtremeBox& box, std::uint8_t* scratch)
-      : box_(box), layout_(box), plan_(2 * box.halfX + 1) {
+      : box_(box),
+        layout_(box),
+        doublings_(DoublingsOf(box)),
+        plan_(2 * box.halfX + 1, std::size_t{1} << doublings_) {
+    doubler_ = box.stride == 1 ? DoublerOf<D, Op, 1>(doublings_) : DoublerOf<D, Op, 3>(doublings_);
     const std::size_t rows = BoxLayout::kRows;
     const std::size_t rowElements = layout_.row / sizeof(T);
     T* const first = reinterpret_cast<T*>(scratch);
@@ -103,6 +107,13 @@ class BoxSweep {
   }
 
  private:
+  static std::size_t DoublingsOf(const ExtremeBox& box) {
+    const std::size_t most = MostDoublings<D>(box.stride);
+    std::size_t count = 0;
+    while (count < most && (std::size_t{2} << count) < 2 * box.halfX + 1) ++count;
+    return count;
+  }
+
   static constexpr std::ptrdiff_t kRows = BoxLayout::kRows;
 
   std::ptrdiff_t Height() const { return static_cast<std::ptrdiff_t>(box_.ResultRows()); }
@@ -136,13 +147,14 @@ class BoxSweep {
   template <std::ptrdiff_t kCount>
   void ExtendSuffix(const RowSource& in, std::ptrdiff_t start, std::ptrdiff_t j, T* block,
                     const T* carry) {
-    const D d;
     const T* from[kCount];
     T* to[kCount];
     for (std::ptrdiff_t i = 0; i < kCount; ++i) {
       from[i] = RowOf(in, start + j + i);
       to[i] = Suffix(block, j + i);
     }
+#if LX_HAS_LANES
+    const D d;
     ForEachWhole(d, box_.elements, [&](std::size_t x) HWY_ATTR {
       auto v = hn::LoadU(d, carry + x);
       LX_UNROLL
@@ -151,12 +163,16 @@ class BoxSweep {
         hn::StoreU(v, d, to[i] + x);
       }
     });
+#else
+    for (std::ptrdiff_t i = kCount - 1; i >= 0; --i) {
+      JoinTwo<D, Op>(i == kCount - 1 ? carry : to[i + 1], from[i], to[i], box_.elements);
+    }
+#endif
   }
 
   // The boxes' columns: suffixes of the block above row `start`, and the rows from there on.
   template <std::ptrdiff_t kCount>
   void JoinBlocks(const RowSource& in, std::ptrdiff_t start, std::ptrdiff_t j) {
-    const D d;
     const T* from[kCount];
     const T* above[kCount];
     T* to[kCount];
@@ -165,6 +181,8 @@ class BoxSweep {
       above[i] = Suffix(suffixes_, j + i);
       to[i] = rows_[i];
     }
+#if LX_HAS_LANES
+    const D d;
     T* const prefix = prefix_;
     const std::size_t n = hn::Lanes(d);
     ForEachWhole(d, box_.elements, [&](std::size_t x) HWY_ATTR {
@@ -178,6 +196,12 @@ class BoxSweep {
       }
       hn::StoreU(v, d, kept);
     });
+#else
+    for (std::ptrdiff_t i = 0; i < kCount; ++i) {
+      JoinTwo<D, Op>(prefix_, from[i], prefix_, box_.elements);
+      JoinTwo<D, Op>(prefix_, above[i], to[i], box_.elements);
+    }
+#endif
   }
 
   void TakeRows(const RowSource& in, RowSink<T>& out) {
@@ -201,6 +225,13 @@ class BoxSweep {
     const std::size_t reach = (box_.halfX + box_.beyond) * box_.stride;
     const std::size_t begin = WholeVectors(reach * sizeof(T)) / sizeof(T);
     T* const* had = rows_;
+    if (doublings_ > 0) {
+      const std::size_t less = ((std::size_t{1} << doublings_) - 1) * box_.stride;
+      had = windows_[1];
+      for (std::size_t i = 0; i < rows; ++i) {
+        doubler_(rows_[i] - begin, had[i] - begin, begin + box_.elements + reach - less);
+      }
+    }
     for (std::size_t p = 0; p + 1 < plan_.count; ++p) {
       const WindowPlan::Step& step = plan_.steps[p];
       T* const* const made = windows_[p % 2];
@@ -223,7 +254,9 @@ class BoxSweep {
 
   ExtremeBox box_;
   BoxLayout layout_;
+  std::size_t doublings_;
   WindowPlan plan_;
+  WindowDoubler<D> doubler_;
   std::size_t done_ = 0;
   std::size_t line_;
   T* rows_[BoxLayout::kRows];
