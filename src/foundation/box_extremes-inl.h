@@ -17,7 +17,7 @@
 
 #include "foundation/box_extremes.h"
 #include "foundation/rows.h"
-#include "foundation/window_extremes-inl.h"
+#include "foundation/window_doubling-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace lx::HWY_NAMESPACE {
@@ -33,12 +33,13 @@ struct RowSource {
   }
 };
 
-// Where the rows of a sweep go. Row y is written to Row(y); then Finish(y) is called.
+// Where the rows of a sweep go. Up to BoxLayout::kRows of them are written to Row(y); then Finish()
+// is called.
 template <typename T>
 class RowSink {
  public:
   virtual T* Row(std::size_t y) = 0;
-  virtual void Finish(std::size_t y) = 0;
+  virtual void Finish(std::size_t first, std::size_t count) = 0;
 
  protected:
   ~RowSink() = default;
@@ -53,16 +54,22 @@ class BoxSweep {
 
   // `scratch` has BoxLayout::Bytes() bytes.
   BoxSweep(const ExtremeBox& box, std::uint8_t* scratch)
-      : box_(box), layout_(box), plan_(2 * box.halfX + 1) {
+      : box_(box),
+        layout_(box),
+        doublings_(DoublingsOf(box)),
+        plan_(2 * box.halfX + 1, std::size_t{1} << doublings_) {
+    doubler_ = box.stride == 1 ? DoublerOf<D, Op, 1>(doublings_) : DoublerOf<D, Op, 3>(doublings_);
     const std::size_t rows = BoxLayout::kRows;
     const std::size_t rowElements = layout_.row / sizeof(T);
     T* const first = reinterpret_cast<T*>(scratch);
     std::fill(first, first + rows * rowElements, Op::template kNeutral<T>);
-    for (std::size_t i = 0; i < rows + 2; ++i) {
+    for (std::size_t i = 0; i < rows; ++i) {
       rows_[i] = first + i * rowElements + layout_.margin / sizeof(T);
+      windows_[0][i] = rows_[i] + rows * rowElements;
+      windows_[1][i] = rows_[i] + 2 * rows * rowElements;
     }
     line_ = layout_.line / sizeof(T);
-    neutral_ = first + (rows + 2) * rowElements;
+    neutral_ = first + 3 * rows * rowElements;
     std::fill(neutral_, neutral_ + line_, Op::template kNeutral<T>);
     prefix_ = neutral_ + line_;
     suffixes_ = prefix_ + line_;
@@ -100,6 +107,13 @@ class BoxSweep {
   }
 
  private:
+  static std::size_t DoublingsOf(const ExtremeBox& box) {
+    const std::size_t most = MostDoublings<D>(box.stride);
+    std::size_t count = 0;
+    while (count < most && (std::size_t{2} << count) < 2 * box.halfX + 1) ++count;
+    return count;
+  }
+
   static constexpr std::ptrdiff_t kRows = BoxLayout::kRows;
 
   std::ptrdiff_t Height() const { return static_cast<std::ptrdiff_t>(box_.ResultRows()); }
@@ -133,13 +147,14 @@ class BoxSweep {
   template <std::ptrdiff_t kCount>
   void ExtendSuffix(const RowSource& in, std::ptrdiff_t start, std::ptrdiff_t j, T* block,
                     const T* carry) {
-    const D d;
     const T* from[kCount];
     T* to[kCount];
     for (std::ptrdiff_t i = 0; i < kCount; ++i) {
       from[i] = RowOf(in, start + j + i);
       to[i] = Suffix(block, j + i);
     }
+#if LX_HAS_LANES
+    const D d;
     ForEachWhole(d, box_.elements, [&](std::size_t x) HWY_ATTR {
       auto v = hn::LoadU(d, carry + x);
       LX_UNROLL
@@ -148,12 +163,16 @@ class BoxSweep {
         hn::StoreU(v, d, to[i] + x);
       }
     });
+#else
+    for (std::ptrdiff_t i = kCount - 1; i >= 0; --i) {
+      JoinTwo<D, Op>(i == kCount - 1 ? carry : to[i + 1], from[i], to[i], box_.elements);
+    }
+#endif
   }
 
   // The boxes' columns: suffixes of the block above row `start`, and the rows from there on.
   template <std::ptrdiff_t kCount>
   void JoinBlocks(const RowSource& in, std::ptrdiff_t start, std::ptrdiff_t j) {
-    const D d;
     const T* from[kCount];
     const T* above[kCount];
     T* to[kCount];
@@ -162,6 +181,8 @@ class BoxSweep {
       above[i] = Suffix(suffixes_, j + i);
       to[i] = rows_[i];
     }
+#if LX_HAS_LANES
+    const D d;
     T* const prefix = prefix_;
     const std::size_t n = hn::Lanes(d);
     ForEachWhole(d, box_.elements, [&](std::size_t x) HWY_ATTR {
@@ -175,6 +196,12 @@ class BoxSweep {
       }
       hn::StoreU(v, d, kept);
     });
+#else
+    for (std::ptrdiff_t i = 0; i < kCount; ++i) {
+      JoinTwo<D, Op>(prefix_, from[i], prefix_, box_.elements);
+      JoinTwo<D, Op>(prefix_, above[i], to[i], box_.elements);
+    }
+#endif
   }
 
   void TakeRows(const RowSource& in, RowSink<T>& out) {
@@ -187,39 +214,53 @@ class BoxSweep {
 
   void Finish(std::size_t count, RowSink<T>& out) {
     const std::size_t rows = std::min(count, box_.ResultRows() - done_);
-    for (std::size_t i = 0; i < rows; ++i, ++done_) {
-      JoinWindows(rows_[i], out.Row(done_));
-      out.Finish(done_);
+    JoinWindows(rows, out);
+    out.Finish(done_, rows);
+    done_ += rows;
+  }
+
+  // A window of a step begins at its element, until the last step centres it. All rows take one step
+  // before the next, so that no vector is read while parts of it wait to be stored.
+  void JoinWindows(std::size_t rows, RowSink<T>& out) {
+    const std::size_t reach = (box_.halfX + box_.beyond) * box_.stride;
+    const std::size_t begin = WholeVectors(reach * sizeof(T)) / sizeof(T);
+    T* const* had = rows_;
+    if (doublings_ > 0) {
+      const std::size_t less = ((std::size_t{1} << doublings_) - 1) * box_.stride;
+      had = windows_[1];
+      for (std::size_t i = 0; i < rows; ++i) {
+        doubler_(rows_[i] - begin, had[i] - begin, begin + box_.elements + reach - less);
+      }
+    }
+    for (std::size_t p = 0; p + 1 < plan_.count; ++p) {
+      const WindowPlan::Step& step = plan_.steps[p];
+      T* const* const made = windows_[p % 2];
+      const std::size_t end = box_.elements + reach - (step.length - 1) * box_.stride;
+      for (std::size_t i = 0; i < rows; ++i) {
+        JoinStep(step, had[i] - begin, made[i] - begin, begin + end);
+      }
+      had = made;
+    }
+    for (std::size_t i = 0; i < rows; ++i) {
+      JoinStep(plan_.Last(), had[i] - reach, out.Row(done_ + i), box_.ResultElements());
     }
   }
 
-  // A window of a step begins at its element, until the last step centres it.
-  void JoinWindows(const T* from, T* to) {
-    const std::size_t reach = (box_.halfX + box_.beyond) * box_.stride;
-    const std::size_t begin = WholeVectors(reach * sizeof(T)) / sizeof(T);
+  void JoinStep(const WindowPlan::Step& step, const T* from, T* to, std::size_t width) const {
     const T* taps[WindowPlan::kMostTaps];
-    const T* had = from - begin;
-    for (std::size_t p = 0; p + 1 < plan_.count; ++p) {
-      const WindowPlan::Step& step = plan_.steps[p];
-      for (std::size_t k = 0; k < step.taps; ++k) taps[k] = had + step.at[k] * box_.stride;
-      T* const made = rows_[BoxLayout::kRows + p % 2] - begin;
-      const std::size_t end = box_.elements + reach - (step.length - 1) * box_.stride;
-      JoinRows<D, Op>(taps, step.taps, made, begin + end);
-      had = made;
-    }
-    const WindowPlan::Step& last = plan_.Last();
-    for (std::size_t k = 0; k < last.taps; ++k) {
-      taps[k] = had + begin - reach + last.at[k] * box_.stride;
-    }
-    JoinRows<D, Op>(taps, last.taps, to, box_.ResultElements());
+    for (std::size_t k = 0; k < step.taps; ++k) taps[k] = from + step.at[k] * box_.stride;
+    JoinRows<D, Op>(taps, step.taps, to, width);
   }
 
   ExtremeBox box_;
   BoxLayout layout_;
+  std::size_t doublings_;
   WindowPlan plan_;
+  WindowDoubler<D> doubler_;
   std::size_t done_ = 0;
   std::size_t line_;
-  T* rows_[BoxLayout::kRows + 2];
+  T* rows_[BoxLayout::kRows];
+  T* windows_[2][BoxLayout::kRows];
   T* neutral_;
   T* prefix_;
   T* suffixes_;      // of the block above

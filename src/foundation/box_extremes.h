@@ -29,7 +29,8 @@ struct ExtremeBox {
 
 // Scratch memory of a sweep over boxes, in bytes.
 struct BoxLayout {
-  static constexpr std::size_t kRows = 4;  // that are worked on together
+  static constexpr std::size_t kRows = 4;           // that are worked on together
+  static constexpr std::size_t kMostDoublings = 5;  // of windows in registers, a vector each
 
   std::size_t margin;    // before the first pixel of a row with room for windows beyond its ends
   std::size_t row;       // from one such row to the next
@@ -39,14 +40,14 @@ struct BoxLayout {
 
   explicit BoxLayout(const ExtremeBox& box)
       : margin(WholeVectors((box.halfX + box.beyond) * box.stride * box.elementBytes) +
-               kLargestVector),
+               (kMostDoublings + 1) * kLargestVector),
         row(2 * margin + WholeVectors(box.elements * box.elementBytes)),
         line(WholeVectors(box.elements * box.elementBytes) + kLargestVector),
         suffixes(std::min(box.BlockRows(), box.ResultRows()) + 1),
         blocks(box.BlockRows() < box.ResultRows() ? 2 : 1) {}
 
-  // The rows, two steps of windows, the blocks, a prefix, and a line that changes nothing.
-  std::size_t Bytes() const { return (kRows + 2) * row + (blocks * suffixes + 2) * line; }
+  // The rows, two steps of windows over them, the blocks, a prefix, and a line that changes nothing.
+  std::size_t Bytes() const { return 3 * kRows * row + (blocks * suffixes + 2) * line; }
 };
 
 }  // namespace lx

@@ -36,13 +36,15 @@ struct Maximum {
   static constexpr T kNeutral = hwy::LimitsMin<T>();
 };
 
+#if LX_HAS_LANES
+
 // Calls step(x) for vectors that cover a row of at least one; the last may overlap with the one
 // before it.
 template <class D, class Step>
 HWY_INLINE void ForEachWhole(D d, std::size_t width, const Step& step) {
   const std::size_t n = hn::Lanes(d);
   std::size_t x = 0;
-  for (; LX_HAS_LANES && x + 2 * n <= width; x += 2 * n) {
+  for (; x + 2 * n <= width; x += 2 * n) {
     step(x);
     step(x + n);
   }
@@ -63,6 +65,25 @@ void JoinTaps(const hn::TFromD<D>* const* rows, hn::TFromD<D>* HWY_RESTRICT to, 
     hn::StoreU(v, d, to + x);
   });
 }
+
+#else
+
+// to = the extreme of two rows, either of which it may be: a loop that compilers have vectors for.
+template <class D, class Op>
+void JoinTwo(const hn::TFromD<D>* a, const hn::TFromD<D>* b, hn::TFromD<D>* to, std::size_t width) {
+  const D d;
+  for (std::size_t x = 0; x < width; ++x) {
+    to[x] = hn::GetLane(Op::Of(hn::Set(d, a[x]), hn::Set(d, b[x])));
+  }
+}
+
+template <class D, class Op, std::size_t kTaps>
+void JoinTaps(const hn::TFromD<D>* const* rows, hn::TFromD<D>* to, std::size_t width) {
+  JoinTwo<D, Op>(rows[0], rows[kTaps > 1 ? 1 : 0], to, width);
+  for (std::size_t k = 2; k < kTaps; ++k) JoinTwo<D, Op>(to, rows[k], to, width);
+}
+
+#endif
 
 // to = the extreme of `taps` rows, up to WindowPlan::kMostTaps.
 template <class D, class Op>

@@ -17,9 +17,8 @@ struct WindowPlan {
     std::size_t length;         // of the window that they make
   };
 
-  // A window of `length` elements, up to 2^32.
-  explicit WindowPlan(std::size_t length) {
-    std::size_t had = 1;
+  // A window of `length` elements, up to 2^32, from windows of `had` elements.
+  explicit WindowPlan(std::size_t length, std::size_t had = 1) {
     while (had * kMostTaps < length) had = Add(had, 4 * had);
     Add(had, length);
   }

@@ -42,7 +42,7 @@ void ElementPlan::AddDiagonal(std::ptrdiff_t direction, std::size_t length, cons
                                   direction,
                                   -static_cast<std::ptrdiff_t>(behind),
                                   width + behind + (direction > 0 ? ahead : 0),
-                                  join.at[join.taps - 1] + 1,
+                                  join.at[join.taps - 1] + BoxLayout::kRows,
                                   WholeVectors(had * plane.stride * plane.elementBytes)};
   }
 }

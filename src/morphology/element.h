@@ -33,6 +33,9 @@ struct DiagonalStep {
   std::size_t columns;   // of the result
   std::size_t slots;     // of the rows that are joined
   std::size_t row;       // bytes from one of them to the next
+
+  // Rows below that a row needs.
+  std::size_t Ahead() const { return join.at[join.taps - 1]; }
 };
 
 // The box and the steps of an element that is cut to the plane.

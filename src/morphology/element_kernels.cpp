@@ -28,15 +28,20 @@ class DifferenceRows final : public RowSink<hn::TFromD<D>> {
  public:
   using T = hn::TFromD<D>;
 
-  DifferenceRows(const Plane& plane, const RowSource& other, bool isOtherLarger, T* row)
-      : plane_(plane), other_(other), isOtherLarger_(isOtherLarger), row_(row) {}
+  DifferenceRows(const Plane& plane, const RowSource& other, bool isOtherLarger, const Rows& rows)
+      : plane_(plane), other_(other), isOtherLarger_(isOtherLarger), rows_(rows) {}
 
-  T* Row(std::size_t /*y*/) override { return row_; }
+  T* Row(std::size_t y) override { return rows_.template Row<T>(y % BoxLayout::kRows); }
 
-  void Finish(std::size_t y) override {
+  void Finish(std::size_t first, std::size_t count) override {
+    for (std::size_t y = first; y < first + count; ++y) Subtract(y);
+  }
+
+ private:
+  void Subtract(std::size_t y) {
     const T* const other = other_.Row<T>(y);
-    const T* const large = isOtherLarger_ ? other : row_;
-    const T* const small = isOtherLarger_ ? row_ : other;
+    const T* const large = isOtherLarger_ ? other : Row(y);
+    const T* const small = isOtherLarger_ ? Row(y) : other;
     T* const to = plane_.destination.template Row<T>(y);
     const D d;
     ForEachVector(d, plane_.elements, [&](std::size_t x, auto access) HWY_ATTR {
@@ -44,11 +49,10 @@ class DifferenceRows final : public RowSink<hn::TFromD<D>> {
     });
   }
 
- private:
   const Plane& plane_;
   RowSource other_;
   bool isOtherLarger_;
-  T* row_;
+  Rows rows_;
 };
 
 template <class First, class Second>
@@ -60,14 +64,14 @@ struct DifferenceKernel {
     const DifferenceLayout layout(difference, plane, plan);
     ElementSweep<D, First> first(plan, scratch);
     ElementSweep<D, Second> second(plan, scratch + layout.sweep);
-    std::uint8_t* const rows = scratch + 2 * layout.sweep;
+    const auto pitch = static_cast<std::ptrdiff_t>(layout.row);
+    const Rows finished = {scratch + 2 * layout.sweep, pitch};
     const RowSource source = {plane.source, plane.height};
-    const RowSource ring = {{rows + layout.row, static_cast<std::ptrdiff_t>(layout.row)},
-                            layout.slots};
+    const RowSource ring = {{finished.data + BoxLayout::kRows * layout.row, pitch}, layout.slots};
     const bool isGradient = difference == Difference::kGradient;
     StoredRows<T> between(ring.rows, ring.slots);
     DifferenceRows<D> out(plane, isGradient ? ring : source, difference == Difference::kWhiteTopHat,
-                          reinterpret_cast<T*>(rows));
+                          finished);
     while (!second.IsDone()) {
       if (isGradient) {
         first.Advance(source, between);

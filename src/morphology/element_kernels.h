@@ -25,7 +25,7 @@ struct DifferenceLayout {
 
   DifferenceLayout(Difference difference, const Plane& plane, const ElementPlan& plan);
 
-  std::size_t Bytes() const { return 2 * sweep + (slots + 1) * row; }
+  std::size_t Bytes() const { return 2 * sweep + (slots + BoxLayout::kRows) * row; }
 };
 
 // `scratch` has DifferenceLayout::Bytes() bytes.

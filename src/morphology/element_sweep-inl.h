@@ -26,7 +26,7 @@ class StoredRows final : public RowSink<T> {
   std::size_t Count() const { return count_; }
 
   T* Row(std::size_t y) override { return rows_.template Row<T>(y % slots_); }
-  void Finish(std::size_t y) override { count_ = y + 1; }
+  void Finish(std::size_t first, std::size_t count) override { count_ = first + count; }
 
  private:
   Rows rows_;
@@ -51,16 +51,19 @@ class Diagonals final : public RowSink<hn::TFromD<D>> {
 
   T* Row(std::size_t y) override { return RowOf(0, y); }
 
-  void Finish(std::size_t y) override {
+  void Finish(std::size_t first, std::size_t count) override {
     for (std::size_t i = 0; i < plan_.diagonalCount; ++i) {
-      const std::size_t ahead = plan_.diagonals[i].slots - 1;
-      if (y < ahead) return;
-      y -= ahead;
+      const std::size_t ahead = plan_.diagonals[i].Ahead();
+      const std::size_t end = first + count;
+      if (end <= ahead) return;
+      first -= std::min(first, ahead);
+      count = end - ahead - first;
       const bool isLast = i + 1 == plan_.diagonalCount;
-      T* const to = isLast ? out_->Row(y) : RowOf(i + 1, y);
-      Join(i, y, to);
+      for (std::size_t y = first; y < first + count; ++y) {
+        Join(i, y, isLast ? out_->Row(y) : RowOf(i + 1, y));
+      }
     }
-    out_->Finish(y);
+    out_->Finish(first, count);
   }
 
  private:

@@ -22,7 +22,7 @@ struct PassCounts {
 
 // Passes are quicker up to some size; none stands for elements beyond.
 PassCounts PassesOf(const Element& element) {
-  constexpr std::size_t kLargestRadius = 5;
+  constexpr std::size_t kLargestRadius = 4;
   PassCounts passes;
   if (element.isDisk) {
     if (element.Radius() > kLargestRadius) return passes;
