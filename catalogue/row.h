@@ -79,6 +79,7 @@ std::vector<Operation> PointOperations();
 std::vector<Operation> ConvolutionOperations();
 std::vector<Operation> HistogramOperations();
 std::vector<Operation> MorphologyOperations();
+std::vector<Operation> NonlinearOperations();
 Object KernelObject();
 std::vector<Object> VectorObjects();
 

@@ -95,7 +95,7 @@ const Reference* FindReference(std::string_view signature) {
     for (const auto family :
          {ColourReferences, ArithmeticReferences, ConvertReferences, LookupReferences,
           VectorArithmeticReferences, FilterReferences, SmoothingReferences, KernelReferences,
-          HistogramReferences, ThresholdReferences, BoxMorphologyReferences}) {
+          HistogramReferences, ThresholdReferences, BoxMorphologyReferences, NonlinearReferences}) {
       for (Reference& each : family()) made.emplace(each.signature, std::move(each));
     }
     return made;

@@ -72,5 +72,6 @@ std::vector<Reference> KernelReferences();
 std::vector<Reference> HistogramReferences();
 std::vector<Reference> ThresholdReferences();
 std::vector<Reference> BoxMorphologyReferences();
+std::vector<Reference> NonlinearReferences();
 
 }  // namespace lx::test
