@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Medians, distances, morphology of counted passes.
+// Medians, distances, morphology of counted passes, thinning.
 #include "catalogue/row.h"
 
 namespace lx::catalogue {
@@ -66,11 +66,35 @@ const std::vector<Group> kCounted = {
 #undef LX_LEVEL
 #undef LX_COUNT
 
+#define LX_THINNING(function, pixel, suffix, steps, text)                                 \
+  LX_FORM(function, void(LxROI<pixel>*, LxROI<pixel>*, LxKernel*, KERNEL_ROTATION, int&), \
+          .trace = #function suffix, .innerTraces = (steps),                              \
+          .parameters =                                                                   \
+              "source >destination pattern~1,2 rotation{0-2} "                            \
+              "<>count~0,1,2,3,5,40,1023,1024,-1:0..20",                                  \
+          .summary = (text), .inPlace = InPlace::kYes, .reach = "all")
+#define LX_THINNING_FORMS(function, text)                                                         \
+  LX_THINNING(function, LxBW8, "", "", text), LX_THINNING(function, LxBW16, " (BW16)", "", text), \
+      LX_THINNING(function, LxC24, " ( C24)", #function, text)
+
+const std::vector<Group> kThinning = {
+    {{{LX_ERROR_KERNEL_NO_DATA},
+      {LX_ERROR_UNSUPPORTED_KERNEL_SIZE},
+      {LX_ERROR_KERNEL_UNSUITABLE},
+      {LX_ERROR_ARGUMENT_4_OUT_OF_RANGE, "the count is 0"},
+      {LX_ERROR_ARGUMENT_5_OUT_OF_RANGE, "the count is 0"},
+      {LX_ERROR_NOT_ENOUGH_MEMORY, "the count is 0"}},
+     {LX_THINNING_FORMS(PicThin, "Clears pixels that match a pattern"),
+      LX_THINNING_FORMS(PicThick, "Sets pixels that match a pattern")}}};
+
+#undef LX_THINNING_FORMS
+#undef LX_THINNING
+
 }  // namespace
 
 std::vector<Operation> NonlinearOperations() {
   std::vector<Operation> all;
-  for (const auto* const groups : {&kMedians, &kDistance, &kCounted}) {
+  for (const auto* const groups : {&kMedians, &kDistance, &kCounted, &kThinning}) {
     for (Operation& each : Describe("morphology", *groups)) all.push_back(std::move(each));
   }
   return all;

@@ -48,6 +48,7 @@
 #include "lxpic/morphology/counted.h"
 #include "lxpic/morphology/distance.h"
 #include "lxpic/morphology/median.h"
+#include "lxpic/morphology/thinning.h"
 #include "lxpic/point/arithmetic.h"
 #include "lxpic/point/convert.h"
 #include "lxpic/point/copy.h"

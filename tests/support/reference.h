@@ -73,5 +73,6 @@ std::vector<Reference> HistogramReferences();
 std::vector<Reference> ThresholdReferences();
 std::vector<Reference> BoxMorphologyReferences();
 std::vector<Reference> NonlinearReferences();
+std::vector<Reference> ThinningReferences();
 
 }  // namespace lx::test
