@@ -4,6 +4,7 @@
 #include <hwy/targets.h>
 
 #include <map>
+#include <set>
 #include <string>
 
 namespace lx::bench {
@@ -19,6 +20,11 @@ const Family& FamilyOf(const Operation& operation) {
       {"convolution", &kConvolutionFamily},
       {"histogram", &kHistogramFamily},
       {"morphology", &kMorphologyFamily}};
+  // Small neighbourhoods have a file of their own.
+  static const std::set<std::string> nonlinear = {
+      "PicMedian", "PicDistance",    "PicErode",       "PicDilate", "PicOpen",
+      "PicClose",  "PicWhiteTopHat", "PicBlackTopHat", "PicThin",   "PicThick"};
+  if (nonlinear.count(operation.function) != 0) return kNonlinearFamily;
   return *families.at(operation.family);
 }
 

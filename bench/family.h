@@ -59,5 +59,6 @@ extern const Family kPointFamily;
 extern const Family kConvolutionFamily;
 extern const Family kHistogramFamily;
 extern const Family kMorphologyFamily;
+extern const Family kNonlinearFamily;
 
 }  // namespace lx::bench

@@ -39,9 +39,13 @@ template <class T>
 inline constexpr bool kIsRegion = false;
 template <class T>
 inline constexpr bool kIsRegion<LxROI<T>*> = true;
+template <class T>
+inline constexpr bool kIsRegion<LxImage<T>*> = true;
 
 template <class T>
 inline constexpr Pixel kPixelOf<LxROI<T>*> = kPixelOf<T>;
+template <class T>
+inline constexpr Pixel kPixelOf<LxImage<T>*> = kPixelOf<T>;
 template <>
 inline constexpr Pixel kPixelOf<LxROI<int>*> = Pixel::kBinary;
 
@@ -88,9 +92,45 @@ Parameter MakeParameter() {
   return made;
 }
 
-// The value of an argument as a C++ type.
+// What holds an argument while its function runs.
 template <class T>
-T Unpack(const Argument& argument) {
+struct Held {
+  using Type = T;
+};
+
+// Where a function asks for an image, other regions are passed as one that views their pixels.
+template <class T>
+class ImageArgument {
+ public:
+  explicit ImageArgument(LxGenericROI* region) : image(dynamic_cast<LxImage<T>*>(region)) {
+    if (image != nullptr || region == nullptr) return;
+    view.Attach(region->GetPixelPtr(0, 0), static_cast<int>(region->GetWidth()),
+                static_cast<int>(region->GetHeight()), region->GetPitch());
+    image = &view;
+  }
+  ImageArgument(const ImageArgument&) = delete;
+  ImageArgument& operator=(const ImageArgument&) = delete;
+
+  operator LxImage<T>*() const { return image; }
+
+ private:
+  LxImage<T> view;
+  LxImage<T>* image;
+};
+
+template <class T>
+struct Held<LxImage<T>*> {
+  using Type = ImageArgument<T>;
+};
+
+template <class T>
+inline constexpr bool kIsImage = false;
+template <class T>
+inline constexpr bool kIsImage<LxImage<T>*> = true;
+
+// The value of an argument as a C++ type, or as what holds it takes it.
+template <class T>
+auto Unpack(const Argument& argument) {
   if constexpr (std::is_same_v<T, LxC15> || std::is_same_v<T, LxC16>) {
     return T{static_cast<std::uint16_t>(std::get<double>(argument))};
   } else if constexpr (KindOf<T>() == Kind::kConstant && !std::is_same_v<T, LxC24>) {
@@ -99,6 +139,8 @@ T Unpack(const Argument& argument) {
     return static_cast<T>(static_cast<std::int64_t>(std::get<double>(argument)));
   } else if constexpr (std::is_arithmetic_v<T>) {
     return static_cast<T>(std::get<double>(argument));
+  } else if constexpr (kIsImage<T>) {
+    return std::get<LxGenericROI*>(argument);
   } else if constexpr (kIsRegion<T>) {
     return static_cast<T>(std::get<LxGenericROI*>(argument));
   } else {
@@ -121,7 +163,7 @@ Argument Pack(T value) {
 // Calls function(values...) with the arguments, and puts references and the returned value back.
 template <class Result, class... Parameters, class Function, std::size_t... I>
 void Invoke(const Function& function, Arguments& arguments, std::index_sequence<I...> /*indices*/) {
-  std::tuple<std::remove_reference_t<Parameters>...> values{
+  std::tuple<typename Held<std::remove_reference_t<Parameters>>::Type...> values{
       Unpack<std::remove_reference_t<Parameters>>(arguments[I])...};
   if constexpr (std::is_void_v<Result>) {
     std::apply(function, values);

@@ -60,8 +60,9 @@ bool Operation::Refuses(LX_ERRORS code) const {
 const std::vector<Operation>& All() {
   static const std::vector<Operation> operations = [] {
     std::vector<Operation> all;
-    for (const auto family : {ColourOperations, ArithmeticOperations, PointOperations,
-                              ConvolutionOperations, MorphologyOperations, HistogramOperations}) {
+    for (const auto family :
+         {ColourOperations, ArithmeticOperations, PointOperations, ConvolutionOperations,
+          MorphologyOperations, NonlinearOperations, HistogramOperations}) {
       for (Operation& each : family()) all.push_back(std::move(each));
     }
     return all;

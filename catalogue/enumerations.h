@@ -25,6 +25,10 @@ constexpr const char* EnumerationOf<KERNEL_TYPE>() {
   return "KERNEL_TYPE";
 }
 template <>
+constexpr const char* EnumerationOf<KERNEL_ROTATION>() {
+  return "KERNEL_ROTATION";
+}
+template <>
 constexpr const char* EnumerationOf<PIC_HISTOGRAM_FEATURE>() {
   return "PIC_HISTOGRAM_FEATURE";
 }

@@ -29,7 +29,8 @@ struct Row {
   ///
   ///     ?'words'         may be null, which means that
   ///     =V  =V'words'    may be left out, which means V, in these words
-  ///     ~V,V,...         values for trials, the most usual one first
+  ///     ~V,V,...         values for trials, the most usual one first; of a pattern, which is a
+  ///                      kernel for thinning, presets
   ///     :A..B            the usual range of a number
   ///     {1,4-6}          the values of its enumeration that the form offers
   ///     {NAME}           a number that also takes the names of enumeration NAME
@@ -80,6 +81,7 @@ std::vector<Operation> PointOperations();
 std::vector<Operation> ConvolutionOperations();
 std::vector<Operation> HistogramOperations();
 std::vector<Operation> MorphologyOperations();
+std::vector<Operation> NonlinearOperations();
 Object KernelObject();
 std::vector<Object> VectorObjects();
 

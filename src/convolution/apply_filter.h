@@ -9,9 +9,11 @@
 namespace lx::convolution {
 
 inline Border PlainBorder(Filter filter) {
+  constexpr Border kReplicate = Border::kReplicate;
+  constexpr Border kZero = Border::kConstant;
   static constexpr Border kBorders[] = {
-#define LX_OF_OPERATION(function, rule, border, trace, summary) Border::border,
-#define LX_OF_STEP(rule, border) Border::border,
+#define LX_OF_OPERATION(function, rule, border, trace, summary) border,
+#define LX_OF_STEP(rule, border) border,
       LX_FILTERS(LX_OF_OPERATION, LX_OF_STEP)
 #undef LX_OF_OPERATION
 #undef LX_OF_STEP

@@ -103,29 +103,23 @@ void RunUniform(const char* trace, LxROI<T>* source, LxROI<T>* destination, unsi
 template <class T>
 class Repeater {
  public:
-  Repeater(LxROI<T>* source, LxROI<T>* destination, std::size_t passes)
-      : source_(source),
-        destination_(destination),
+  Repeater(const LxROI<T>* source, const LxROI<T>* destination, std::size_t passes)
+      : map_(NeighbourhoodOf(destination, source)),
         rowBytes_(std::size_t{source->GetWidth()} * sizeof(T)),
-        scratch_(std::min(passes, kMostPasses) *
-                 FilterScratch(NeighbourhoodOf(destination, source), Kernel::kElementBytes)),
-        before_(passes > kBetweenLooks ? rowBytes_ * source->GetHeight() : 0) {}
+        scratch_(std::min(passes, kMostPasses) * FilterScratch(map_, Kernel::kElementBytes)),
+        before_(passes > kBetweenLooks ? rowBytes_ * map_.height : 0) {}
 
   explicit operator bool() const { return scratch_ && before_; }
 
   // `passes` passes, the first of all from the source and the others on the destination. Looks now
   // and then whether a pass still changes something, as there may be billions to come.
   void Run(Filter filter, std::size_t passes) {
-    std::size_t untilLook = kBetweenLooks;
     while (passes > 0) {
-      const std::size_t batch = std::min(passes, kMostPasses);
-      Pass(filter, batch);
-      passes -= batch;
-      untilLook -= std::min(untilLook, batch);
-      if (passes == 0 || untilLook > 0) continue;
-      if (IsSettled(filter)) break;
+      const std::size_t untilLook = std::min(passes, kBetweenLooks);
+      Pass(filter, untilLook);
+      passes -= untilLook;
+      if (passes == 0 || IsSettled(filter)) break;
       --passes;
-      untilLook = kBetweenLooks;
     }
   }
 
@@ -134,28 +128,25 @@ class Repeater {
   static constexpr std::size_t kBetweenLooks = 64;
 
   void Pass(Filter filter, std::size_t passes) {
-    Kernel::kRun(filter, FilterMapOf(filter, path_, source_, destination_), passes, scratch_.get());
-    source_ = destination_;
+    RunInBatches(map_, passes,
+                 [&](std::size_t batch) { Kernel::kRun(filter, map_, batch, scratch_.get()); });
   }
 
   // Whether one more pass leaves every pixel as it is.
   bool IsSettled(Filter filter) {
-    const Rows rows = RowsOf(destination_);
-    const std::size_t height = destination_->GetHeight();
-    for (std::size_t y = 0; y < height; ++y) {
+    const Rows rows = map_.destination;
+    for (std::size_t y = 0; y < map_.height; ++y) {
       std::memcpy(before_.get() + y * rowBytes_, rows.Row<std::uint8_t>(y), rowBytes_);
     }
     Pass(filter, 1);
-    for (std::size_t y = 0; y < height; ++y) {
+    for (std::size_t y = 0; y < map_.height; ++y) {
       const auto* const row = rows.Row<std::uint8_t>(y);
       if (std::memcmp(before_.get() + y * rowBytes_, row, rowBytes_) != 0) return false;
     }
     return true;
   }
 
-  Path path_ = CurrentPath();
-  LxROI<T>* source_;
-  LxROI<T>* destination_;
+  Neighbourhood map_;
   std::size_t rowBytes_;
   Scratch<std::uint8_t> scratch_;
   Scratch<std::uint8_t> before_;

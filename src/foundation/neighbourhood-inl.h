@@ -20,13 +20,14 @@
 HWY_BEFORE_NAMESPACE();
 namespace lx::HWY_NAMESPACE {
 
-// Writes what stands for the `stride` neighbours beyond either end of a row.
+// Writes what stands for the `stride` neighbours beyond either end of a row. `outside` are the pixels
+// of a constant border.
 template <typename T>
 HWY_INLINE void PadEnds(const T* from, std::size_t width, std::size_t stride, Border border,
-                        T* left, T* right) {
+                        const T* outside, T* left, T* right) {
   for (std::size_t i = 0; i < stride; ++i) {
-    left[i] = border == Border::kZero ? T{0} : from[i];
-    right[i] = border == Border::kZero ? T{0} : from[width - stride + i];
+    left[i] = border == Border::kConstant ? outside[i] : from[i];
+    right[i] = border == Border::kConstant ? outside[i] : from[width - stride + i];
   }
 }
 
@@ -39,6 +40,9 @@ class PassRows {
   using Lane = hn::TFromD<Lanes>;
   using V = typename Taps::V;
   static constexpr std::size_t kPlanes = Rule::kPlanes;
+  // Elements before a row, and the component that the first of them belongs to.
+  static constexpr std::size_t kMargin = kLargestVector / sizeof(T);
+  static constexpr std::size_t kPhase = (kStride - kMargin % kStride) % kStride;
 
   // The first pass reads the source, those behind it what they work on together.
   HWY_INLINE void StartRows(const Neighbourhood& map, bool isFirst, std::uint8_t* scratch) {
@@ -49,8 +53,8 @@ class PassRows {
     border_ = map.border;
     const PassLayout layout(map, sizeof(T), kPlanes);
     rowElements_ = layout.row / sizeof(T);
-    zeros_ = reinterpret_cast<T*>(scratch + kLargestVector);
-    std::memset(scratch, 0, layout.row);
+    outside_ = reinterpret_cast<T*>(scratch + kLargestVector);
+    FillOutside(map.outside);
     records_ = reinterpret_cast<Lane*>(scratch + layout.rows);
   }
 
@@ -60,16 +64,25 @@ class PassRows {
   T* DestinationRow(std::ptrdiff_t y) const {
     return destination_.template Row<T>(static_cast<std::size_t>(y));
   }
-  T* Unused() const { return zeros_ + rowElements_; }
+  T* Unused() const { return outside_ + rowElements_; }
 
   // A copy of a source row with what stands for its outside. The destination may be the source.
   HWY_INLINE const T* PaddedCopy(std::ptrdiff_t y, std::size_t slot) const {
     T* const to = CopyAt(slot);
     std::memcpy(to, SourceRow(y), width_ * sizeof(T));
-    PadEnds(SourceRow(y), width_, kStride, border_, to - kStride, to + width_);
+    PadEnds(SourceRow(y), width_, kStride, border_, outside_, to - kStride, to + width_);
     return to;
   }
-  T* CopyAt(std::size_t slot) const { return zeros_ + (2 + slot) * rowElements_; }
+  HWY_INLINE void FillOutside(const std::array<std::uint16_t, 3>& components) const {
+    T* const all = outside_ - kMargin;
+    for (std::size_t i = 0; i < kStride; ++i) {
+      all[i] = static_cast<T>(components[(i + kPhase) % kStride]);
+    }
+    for (std::size_t n = kStride; n < rowElements_; n *= 2) {
+      std::memcpy(all + n, all, HWY_MIN(n, rowElements_ - n) * sizeof(T));
+    }
+  }
+  T* CopyAt(std::size_t slot) const { return outside_ + (2 + slot) * rowElements_; }
 
   Rows source_;
   Rows destination_;
@@ -77,7 +90,7 @@ class PassRows {
   std::ptrdiff_t height_ = 0;
   Border border_ = Border::kReplicate;
   std::size_t rowElements_ = 0;
-  T* zeros_ = nullptr;
+  T* outside_ = nullptr;  // a row of what a constant border has
   Lane* records_ = nullptr;
 };
 
@@ -90,10 +103,11 @@ class Pass : PassRows<T, kStride, Rule> {
   using Base = PassRows<T, kStride, Rule>;
   using Base::border_;
   using Base::height_;
+  using Base::kMargin;
   using Base::kPlanes;
+  using Base::outside_;
   using Base::records_;
   using Base::width_;
-  using Base::zeros_;
   using typename Base::Lane;
   using typename Base::Lanes;
   using typename Base::Taps;
@@ -170,14 +184,14 @@ class Pass : PassRows<T, kStride, Rule> {
   };
 
   bool IsInside(std::ptrdiff_t row) const { return row >= 0 && row < height_; }
-  // Whether a row outside is one of zeros, or nobody wants it.
-  bool IsZero(std::ptrdiff_t row) const {
-    return row > height_ || (border_ == Border::kZero && !IsInside(row));
+  // Whether a row is one of the constant border, or nobody wants it.
+  bool IsConstant(std::ptrdiff_t row) const {
+    return row > height_ || (border_ == Border::kConstant && !IsInside(row));
   }
 
   // Copies are made before anything of the step is written: in place, a row is still what it was.
   HWY_INLINE const T* PaddedRow(std::ptrdiff_t row, std::size_t slot) const {
-    if (IsZero(row)) return zeros_;
+    if (IsConstant(row)) return outside_;
     return Base::PaddedCopy(std::clamp<std::ptrdiff_t>(row, 0, height_ - 1), slot);
   }
 
@@ -185,10 +199,10 @@ class Pass : PassRows<T, kStride, Rule> {
   // outside, in small copies.
   HWY_INLINE void CutRow(std::ptrdiff_t row, std::size_t slot, T* to, Segment (&segments)[3]) {
     T* const last = to + (width_ - kVector);
-    if (IsZero(row)) {
-      segments[0].SetRow(slot, zeros_, to);
-      segments[1].SetRow(slot, zeros_, to);
-      segments[2].SetRow(slot, zeros_, last);
+    if (IsConstant(row)) {
+      segments[0].SetRow(slot, outside_, to);
+      segments[1].SetRow(slot, outside_, to);
+      segments[2].SetRow(slot, outside_ + (width_ - kVector), last);
       return;
     }
     const T* const from = Base::SourceRow(std::clamp<std::ptrdiff_t>(row, 0, height_ - 1));
@@ -197,7 +211,7 @@ class Pass : PassRows<T, kStride, Rule> {
     T* const right = ends_[2 * slot + 1] + kMargin;
     std::memcpy(left, from, kEnd * sizeof(T));
     std::memcpy(right - kStride, from + width_ - kEnd, kEnd * sizeof(T));
-    PadEnds(from, width_, kStride, border_, left - kStride, right + kVector);
+    PadEnds(from, width_, kStride, border_, outside_, left - kStride, right + kVector);
     segments[0].SetRow(slot, left, to);
     segments[1].SetRow(slot, from, to);
     segments[2].SetRow(slot, right, last);
@@ -259,8 +273,6 @@ class Pass : PassRows<T, kStride, Rule> {
     }
   }
 
-  static constexpr std::size_t kMargin = kLargestVector / sizeof(T);
-
   bool isPadded_ = false;
   T ends_[2 * kRows][kVector + 2 * kMargin];
 };
@@ -286,7 +298,7 @@ class Pass : PassRows<T, kStride, Rule> {
 
   HWY_INLINE void Start(const Neighbourhood& map, bool isFirst, std::uint8_t* scratch) {
     Base::StartRows(map, isFirst, scratch);
-    if (border_ == Border::kZero) TakeRow(Base::zeros_, kOutside);
+    if (border_ == Border::kConstant) TakeRow(Base::outside_, kOutside);
   }
 
   HWY_INLINE void Step(std::size_t step) {
@@ -297,13 +309,13 @@ class Pass : PassRows<T, kStride, Rule> {
 
  private:
   static constexpr std::size_t kRing = 3;
-  static constexpr std::size_t kOutside = 3;  // the slot of a row of zeros
+  static constexpr std::size_t kOutside = 3;  // the slot of a row outside
 
   Lane* Plane(std::size_t slot, std::size_t plane) const {
     return Base::records_ + (slot * kPlanes + plane) * width_;
   }
   std::size_t SlotOf(std::ptrdiff_t y) const {
-    if (border_ == Border::kZero && (y < 0 || y >= height_)) return kOutside;
+    if (border_ == Border::kConstant && (y < 0 || y >= height_)) return kOutside;
     return static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(y, 0, height_ - 1)) % kRing;
   }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 
@@ -15,7 +16,7 @@ namespace lx {
 // What stands for pixels outside the region.
 enum class Border {
   kReplicate,  // the nearest pixel of the region
-  kZero,
+  kConstant,   // Neighbourhood::outside
 };
 
 // A filter from a source to a destination, which may be the same pixels. Rows hold `elements`
@@ -28,6 +29,7 @@ struct Neighbourhood {
   std::size_t stride = 1;
   std::size_t height = 0;
   Border border = Border::kReplicate;
+  std::array<std::uint16_t, 3> outside = {};  // by component
   Path path = CurrentPath();
 
   // Rows are written over before the row below is read.
@@ -48,6 +50,18 @@ Neighbourhood NeighbourhoodOf(const LxROI<T>* destination, const LxROI<T>* sourc
 // The most passes that run side by side.
 inline constexpr std::size_t kMostPasses = 8;
 
+// Calls run(n) for `passes` passes of a map, n at a time. Those behind the first work on the
+// destination.
+template <class Run>
+void RunInBatches(Neighbourhood& map, std::size_t passes, const Run& run) {
+  while (passes > 0) {
+    const std::size_t batch = std::min(passes, kMostPasses);
+    run(batch);
+    map.source = map.destination;
+    passes -= batch;
+  }
+}
+
 // Result rows of a sweep down the image.
 inline constexpr std::size_t kSweepRows = 4;
 
@@ -56,8 +70,9 @@ inline constexpr std::size_t kSweepRows = 4;
 struct PassLayout {
   static constexpr std::size_t kCopies = kSweepRows;
 
-  std::size_t row;      // from one row of elements to the next
-  std::size_t rows;     // of zeros, of results that nobody wants, and the copies of source rows
+  std::size_t row;  // from one row of elements to the next
+  std::size_t
+      rows;  // of what is outside, of results that nobody wants, and the copies of source rows
   std::size_t records;  // planes in wide lanes, of two rows; where a lane is a pixel, of four
 
   PassLayout(const Neighbourhood& map, std::size_t elementBytes, std::size_t planes)

@@ -95,7 +95,8 @@ const Reference* FindReference(std::string_view signature) {
     for (const auto family :
          {ColourReferences, ArithmeticReferences, ConvertReferences, LookupReferences,
           VectorArithmeticReferences, FilterReferences, SmoothingReferences, KernelReferences,
-          HistogramReferences, ThresholdReferences, BoxAndDiskReferences}) {
+          HistogramReferences, ThresholdReferences, BoxAndDiskReferences, NonlinearReferences,
+           ThinningReferences}) {
       for (Reference& each : family()) made.emplace(each.signature, std::move(each));
     }
     return made;

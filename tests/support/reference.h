@@ -72,5 +72,7 @@ std::vector<Reference> KernelReferences();
 std::vector<Reference> HistogramReferences();
 std::vector<Reference> ThresholdReferences();
 std::vector<Reference> BoxAndDiskReferences();
+std::vector<Reference> NonlinearReferences();
+std::vector<Reference> ThinningReferences();
 
 }  // namespace lx::test

@@ -38,6 +38,8 @@ constexpr std::array<catalogue::WordFunction, 2> kWordFunctions = {MirrorWord, S
 // What a number that is a result holds before the call.
 constexpr double kBefore = 77;
 
+bool IsPattern(const Parameter& parameter) { return parameter.trials.front() != 0; }
+
 double DrawConstant(const Parameter& parameter, Random& random) {
   const Value maximum = FormatOf(parameter.pixel).maximum;
   const std::array<Value, 9> values = {static_cast<Value>(parameter.trials.front()),
@@ -194,7 +196,8 @@ void Arguments::SetUsual(std::size_t index) {
       values[index] = LxColor{real, real, real};
       break;
     case Kind::kKernel:
-      SetKernel(index, StandardKernel());
+      SetKernel(index, IsPattern(parameter) ? PresetKernel(static_cast<KERNEL_TYPE>(value))
+                                            : StandardKernel());
       break;
     case Kind::kChoice:
     case Kind::kInteger:
@@ -224,7 +227,7 @@ void Arguments::Draw(std::size_t index, Random& random) {
       values[index] = LxColor{real(), real(), real()};
       break;
     case Kind::kKernel:
-      SetKernel(index, DrawKernel(random));
+      SetKernel(index, IsPattern(parameter) ? DrawPattern(random) : DrawKernel(random));
       break;
     case Kind::kChoice:
       values[index] = parameter.trials.front();

@@ -69,6 +69,25 @@ std::shared_ptr<LxKernel> StandardKernel() {
       5, {1, 4, 6, 4, 1, 4, 16, 24, 16, 4, 6, 24, 36, 24, 6, 4, 16, 24, 16, 4, 1, 4, 6, 4, 1});
 }
 
+std::shared_ptr<LxKernel> PresetKernel(KERNEL_TYPE type) {
+  return std::make_shared<LxKernel>(type);
+}
+
+std::shared_ptr<LxKernel> DrawPattern(Random& random) {
+  if (random.Below(8) == 0) return DrawKernel(random);
+  auto kernel = PresetKernel(random.Below(2) == 0 ? KERNEL_THIN : KERNEL_THICK);
+  if (random.Below(3) > 0) {
+    // The fewer cells count, the more pixels match.
+    const std::size_t counting = 1 + random.Below(9);
+    for (int i = 0; i < 9; ++i) {
+      const bool counts = random.Below(9) < counting;
+      kernel->GetDataPtr()[i] = counts ? static_cast<float>(random.Below(2)) : -1.0F;
+    }
+  }
+  kernel->SetOutsideValue(random.Pick(kOutsideValues));
+  return kernel;
+}
+
 std::shared_ptr<LxKernel> DrawKernel(Random& random) {
   switch (random.Below(4)) {
     case 0: {
