@@ -251,7 +251,7 @@ class Pass : PassRows<T, kStride, Rule> {
       V results[kParts];
       const auto apply = [&](auto part) HWY_ATTR {
         V(&rows)[kRows + 2][kPlanes] = planes[decltype(part)::value];
-        Rule::Horizontal(typename Taps::template Part<decltype(part)::value>(taps), rows[i + 2]);
+        Rule::Horizontal(typename Taps::template Part<decltype(part)::value>{taps}, rows[i + 2]);
         results[decltype(part)::value] = Rule::Vertical(rows[i], rows[i + 1], rows[i + 2]);
       };
       apply(std::integral_constant<std::size_t, 0>());
@@ -325,7 +325,7 @@ class Pass : PassRows<T, kStride, Rule> {
     for (std::size_t x = 0; x < width_; ++x) {
       V planes[kPlanes];
       const Taps taps{LoadTaps<kStride>(row + x)};
-      Rule::Horizontal(typename Taps::template Part<0>(taps), planes);
+      Rule::Horizontal(typename Taps::template Part<0>{taps}, planes);
       for (std::size_t p = 0; p < kPlanes; ++p) to[p][x] = hn::GetLane(planes[p]);
     }
   }
