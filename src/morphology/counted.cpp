@@ -27,7 +27,7 @@ void RunSteps(LxROI<T>* source, LxROI<T>* destination, int count, Steps<Outside>
   // A pass reaches one pixel further than the one before.
   const std::size_t largest = std::max(source->GetWidth(), source->GetHeight());
   const std::size_t passes = count < 0 ? 0 : std::min<std::size_t>(largest, count);
-  auto map = PassMapOf(destination, source);
+  auto map = PlaneOf(destination, source);
   if (passes == 0 || map.elements == 0 || map.height == 0) return;
   const Scratch<std::uint8_t> scratch(PassScratch(map, std::min(passes, kMostPasses)));
   if (!scratch) return;
