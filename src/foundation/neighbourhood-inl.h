@@ -252,8 +252,11 @@ class Pass : PassRows<T, kStride, Rule> {
       V results[kParts];
       const auto apply = [&](auto part) HWY_ATTR {
         V(&rows)[kRows + 2][kPlanes] = planes[decltype(part)::value];
-        Rule::Horizontal(typename Taps::template Part<decltype(part)::value>(taps), rows[i + 2]);
-        results[decltype(part)::value] = Rule::Vertical(rows[i], rows[i + 1], rows[i + 2]);
+        Rule::Horizontal(typename Taps::template Part<decltype(part)::value>{taps}, rows[i + 2]);
+        const bool isSecond = Rule::kAnyOrder && i % 2 != 0;
+        results[decltype(part)::value] = isSecond
+                                             ? Rule::Vertical(rows[i + 2], rows[i], rows[i + 1])
+                                             : Rule::Vertical(rows[i], rows[i + 1], rows[i + 2]);
       };
       apply(std::integral_constant<std::size_t, 0>());
       if constexpr (kParts > 1) apply(std::integral_constant<std::size_t, 1>());
@@ -326,7 +329,7 @@ class Pass : PassRows<T, kStride, Rule> {
     for (std::size_t x = 0; x < width_; ++x) {
       V planes[kPlanes];
       const Taps taps{LoadTaps<kStride>(row + x)};
-      Rule::Horizontal(typename Taps::template Part<0>(taps), planes);
+      Rule::Horizontal(typename Taps::template Part<0>{taps}, planes);
       for (std::size_t p = 0; p < kPlanes; ++p) to[p][x] = hn::GetLane(planes[p]);
     }
   }
