@@ -252,7 +252,10 @@ class Pass : PassRows<T, kStride, Rule> {
       const auto apply = [&](auto part) HWY_ATTR {
         V(&rows)[kRows + 2][kPlanes] = planes[decltype(part)::value];
         Rule::Horizontal(typename Taps::template Part<decltype(part)::value>{taps}, rows[i + 2]);
-        results[decltype(part)::value] = Rule::Vertical(rows[i], rows[i + 1], rows[i + 2]);
+        const bool isSecond = Rule::kAnyOrder && i % 2 != 0;
+        results[decltype(part)::value] = isSecond
+                                             ? Rule::Vertical(rows[i + 2], rows[i], rows[i + 1])
+                                             : Rule::Vertical(rows[i], rows[i + 1], rows[i + 2]);
       };
       apply(std::integral_constant<std::size_t, 0>());
       if constexpr (kParts > 1) apply(std::integral_constant<std::size_t, 1>());

@@ -33,6 +33,9 @@ struct RuleTraits {
   static constexpr RuleLanes kLanes = kWanted;
   static constexpr std::size_t kPlanes = kCount;  // values that wait for the next two rows
   static constexpr bool kFits = kAllFit;
+  // Whether the three rows are all the same to the vertical step, which may then get them in any
+  // order. What it makes of `here` and `below` alone serves two rows of results.
+  static constexpr bool kAnyOrder = false;
 };
 
 // What all taps are made of.

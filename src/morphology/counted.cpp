@@ -26,7 +26,7 @@ void RunSteps(LxROI<T>* source, LxROI<T>* destination, int count, Steps<Outside>
   if (!Usable({source, destination})) return;
   // A pass reaches one pixel further than the one before.
   const std::size_t largest = std::max(source->GetWidth(), source->GetHeight());
-  const std::size_t passes = count < 0 ? 0 : std::min<std::size_t>(largest, count);
+  const std::size_t passes = count < 0 ? 0 : std::min(largest, static_cast<std::size_t>(count));
   auto map = PlaneOf(destination, source);
   if (passes == 0 || map.elements == 0 || map.height == 0) return;
   const Scratch<std::uint8_t> scratch(PassScratch(map, std::min(passes, kMostPasses)));
@@ -75,20 +75,21 @@ void RunTopHat(const char* trace, LxROI<T>* source, LxROI<T>* destination, int c
   void function(LxROI<pixel>* source, LxROI<pixel>* destination, int count, outside value) { \
     Run<pixel, outside>(trace, source, destination, count, {{Extreme::first, value}});       \
   }
-#define LX_DEFINE_TWO_STEPS(function, run, first, second, pixel, outside, trace)              \
-  void function(LxROI<pixel>* source, LxROI<pixel>* destination, int count, outside outside1, \
-                outside outside2) {                                                           \
-    run<pixel, outside>(trace, source, destination, count,                                    \
-                        {{Extreme::first, outside1}, {Extreme::second, outside2}});           \
+#define LX_DEFINE_TWO_STEPS(function, isTopHat, first, second, pixel, outside, trace)              \
+  void function(LxROI<pixel>* source, LxROI<pixel>* destination, int count, outside outside1,      \
+                outside outside2) {                                                                \
+    ((isTopHat) ? RunTopHat<pixel, outside>                                                        \
+                : Run<pixel, outside>)(trace, source, destination, count,                          \
+                                       {{Extreme::first, outside1}, {Extreme::second, outside2}}); \
   }
-#define LX_DEFINE_COUNTED(pixel, outside, suffix)                                           \
-  LX_DEFINE_ONE_STEP(PicErode, kMinimum, pixel, outside, "PicErode" suffix)                 \
-  LX_DEFINE_ONE_STEP(PicDilate, kMaximum, pixel, outside, "PicDilate" suffix)               \
-  LX_DEFINE_TWO_STEPS(PicOpen, Run, kMinimum, kMaximum, pixel, outside, "PicOpen" suffix)   \
-  LX_DEFINE_TWO_STEPS(PicClose, Run, kMaximum, kMinimum, pixel, outside, "PicClose" suffix) \
-  LX_DEFINE_TWO_STEPS(PicWhiteTopHat, RunTopHat, kMinimum, kMaximum, pixel, outside,        \
-                      "PicWhiteTopHat" suffix)                                              \
-  LX_DEFINE_TWO_STEPS(PicBlackTopHat, RunTopHat, kMaximum, kMinimum, pixel, outside,        \
+#define LX_DEFINE_COUNTED(pixel, outside, suffix)                                             \
+  LX_DEFINE_ONE_STEP(PicErode, kMinimum, pixel, outside, "PicErode" suffix)                   \
+  LX_DEFINE_ONE_STEP(PicDilate, kMaximum, pixel, outside, "PicDilate" suffix)                 \
+  LX_DEFINE_TWO_STEPS(PicOpen, false, kMinimum, kMaximum, pixel, outside, "PicOpen" suffix)   \
+  LX_DEFINE_TWO_STEPS(PicClose, false, kMaximum, kMinimum, pixel, outside, "PicClose" suffix) \
+  LX_DEFINE_TWO_STEPS(PicWhiteTopHat, true, kMinimum, kMaximum, pixel, outside,               \
+                      "PicWhiteTopHat" suffix)                                                \
+  LX_DEFINE_TWO_STEPS(PicBlackTopHat, true, kMaximum, kMinimum, pixel, outside,               \
                       "PicBlackTopHat" suffix)
 
 LX_DEFINE_COUNTED(LxBW8, int, "")

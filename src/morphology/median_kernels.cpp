@@ -22,6 +22,8 @@ HWY_INLINE V MiddleOf(V a, V b, V c) {
 // Each row of three is sorted once. What is not below four others and not above four others lies
 // between the largest of the least, the middle one of the middles, and the least of the largest.
 struct Median : RuleTraits<RuleLanes::kNarrow, 3, true> {
+  static constexpr bool kAnyOrder = true;
+
   template <class Taps, class V>
   static HWY_INLINE void Horizontal(const Taps& taps, V (&sorted)[3]) {
     const V low = hn::Min(taps.Left(), taps.Right());

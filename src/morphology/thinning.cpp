@@ -17,14 +17,14 @@ constexpr int kTurn = 8;  // passes of an iteration with rotation
 constexpr int kMostCounted = 1023;
 
 bool TakePattern(LxKernel* kernel, HitOrMiss& work) {
-  if (!Require(kernel != nullptr, LX_ERROR_KERNEL_NO_DATA)) return false;
+  if (kernel == nullptr) return Require(false, LX_ERROR_KERNEL_NO_DATA);
   if (!Require(kernel->GetSizeX() == 3 && kernel->GetSizeY() == 3,
                LX_ERROR_UNSUPPORTED_KERNEL_SIZE)) {
     return false;
   }
   const float* const data = kernel->GetDataPtr();
-  if (!Require(data != nullptr && kernel->GetAllocatedSize() >= kCells, LX_ERROR_KERNEL_NO_DATA)) {
-    return false;
+  if (data == nullptr || kernel->GetAllocatedSize() < kCells) {
+    return Require(false, LX_ERROR_KERNEL_NO_DATA);
   }
   for (unsigned i = 0; i < kCells; ++i) {
     const bool isKnown = data[i] == -1.0F || data[i] == 0.0F || data[i] == 1.0F;

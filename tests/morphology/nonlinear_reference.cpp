@@ -80,7 +80,7 @@ void Repeat(Picture& picture, Extreme extreme, const Arguments& call, std::size_
 }
 
 // One or two kinds of passes, and the sign of a top-hat's source, or 0.
-PictureRule Counted(std::vector<Extreme> steps, int sign) {
+PictureRule Counted(const std::vector<Extreme>& steps, int sign) {
   return [=](const Arguments& call, const std::vector<Picture>& sources,
              std::vector<Picture>& destinations) {
     const Picture& source = sources.front();

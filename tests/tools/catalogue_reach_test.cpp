@@ -61,7 +61,7 @@ std::string WordFor(const Parameter& parameter) {
     case Kind::kColourLookup:
       return "none";
     case Kind::kKernel:
-      return parameter.trials.empty() ? "1,2,1/2,4,2/1,2,1:gain=0.0625" : "thin";
+      return parameter.trials.front() != 0 ? "thin" : "1,2,1/2,4,2/1,2,1:gain=0.0625";
     default:
       return "identity";
   }
