@@ -7,10 +7,10 @@ namespace {
 
 // Small sizes, and beyond the images'.
 constexpr std::string_view kBox =
-    "source >destination?'in place' half-x~2,1,0,1,3,4,7,12,50,300,4294967294:0..50 "
-    "half-y=4294967295'as half-x'~4294967295,1,0,1,2,3,4,7,12,50,300,4294967294:0..50";
+    "source >destination?'in place' half-x~2,1,0,1,3,4,7,12,50,4294967294:0..50 "
+    "half-y=4294967295'as half-x'~4294967295,1,0,1,2,3,4,7,12,4294967294:0..50";
 constexpr std::string_view kDisk =
-    "source >destination?'in place' radius~2,1,0,3,4,5,6,7,8,9,12,20,40,4294967295:0..50";
+    "source >destination?'in place' radius~2,1,0,3,4,5,6,7,8,9,12,20,4294967295:0..50";
 
 #define LX_BOX(function, pixel, name, reaches, text)                                         \
   LX_FORM(function, void(LxROI<pixel>*, LxROI<pixel>*, unsigned, unsigned), .trace = (name), \

@@ -7,7 +7,11 @@ namespace lx::test {
 
 namespace {
 
-using Extreme = const Value& (*)(const Value&, const Value&);
+struct Extreme {
+  bool isMinimum;
+
+  Value operator()(Value a, Value b) const { return isMinimum ? std::min(a, b) : std::max(a, b); }
+};
 
 struct Offset {
   int x;
@@ -33,10 +37,28 @@ void Repeat(Picture& picture, Extreme extreme, std::uint32_t passes, const Pass&
   }
 }
 
+// Passes along rows or columns. As many as there are pixels leave each its extreme.
+void RepeatAlong(Picture& picture, Extreme extreme, std::uint32_t passes, bool isDown) {
+  const int size = isDown ? picture.height : picture.width;
+  if (passes < static_cast<std::uint32_t>(size)) {
+    return Repeat(picture, extreme, passes, isDown ? kColumn : kLine);
+  }
+  Picture lines(picture.pixel, isDown ? picture.width : 1, isDown ? 1 : picture.height);
+  ForEachComponent(lines, [&](int x, int y, int k) {
+    Value found = picture.At(x, y, k);
+    for (int i = 0; i < size; ++i) {
+      found = extreme(found, picture.At(isDown ? x : i, isDown ? i : y, k));
+    }
+    return found;
+  });
+  ForEachComponent(picture, [&](int x, int y, int k) { return Nearest(lines, x, y, k); });
+}
+
 // A square pass is one of lines and then one of columns, which may change places.
 void OverRectangle(Picture& picture, Extreme extreme, std::uint32_t x, std::uint32_t y) {
-  Repeat(picture, extreme, x, kLine);
-  Repeat(picture, extreme, y, kColumn);
+  if (picture.values.empty()) return;
+  RepeatAlong(picture, extreme, x, false);
+  RepeatAlong(picture, extreme, y, true);
 }
 
 void OverBox(Picture& picture, Extreme extreme, const Arguments& call) {
@@ -54,8 +76,8 @@ void OverDisk(Picture& picture, Extreme extreme, const Arguments& call) {
 
 using Over = void (*)(Picture&, Extreme, const Arguments&);
 
-const Extreme kMinimum = &std::min<Value>;
-const Extreme kMaximum = &std::max<Value>;
+constexpr Extreme kMinimum = {true};
+constexpr Extreme kMaximum = {false};
 
 Picture Applied(const Picture& picture, Over element, const std::vector<Extreme>& extremes,
                 const Arguments& call) {
