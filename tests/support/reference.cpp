@@ -96,7 +96,7 @@ const Reference* FindReference(std::string_view signature) {
          {ColourReferences, ArithmeticReferences, ConvertReferences, LookupReferences,
           VectorArithmeticReferences, FilterReferences, SmoothingReferences, KernelReferences,
           HistogramReferences, ThresholdReferences, BoxAndDiskReferences, NonlinearReferences,
-           ThinningReferences}) {
+          ThinningReferences}) {
       for (Reference& each : family()) made.emplace(each.signature, std::move(each));
     }
     return made;
