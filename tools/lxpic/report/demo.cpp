@@ -23,13 +23,21 @@ using Words = std::vector<std::string>;
 constexpr int kRuns = 25;
 constexpr const char* kGolden = "golden.png";
 constexpr const char* kPart = "part.png";
+constexpr const char* kMask = "mask.png";
 constexpr const char* kDefects = "defects.png";
 constexpr const char* kResult = "result.png";
 constexpr const char* kPage = "index.html";
 // All that may be written besides the copies of the two images.
-constexpr std::array kMade = {"golden-grey.png", "part-grey.png",  "golden-smooth.png",
-                              "part-smooth.png", "difference.png", "amplified.png",
-                              kDefects,          kResult,          kPage};
+constexpr std::array kMade = {"golden-grey.png",
+                              "part-grey.png",
+                              "golden-smooth.png",
+                              "part-smooth.png",
+                              "difference.png",
+                              "amplified.png",
+                              kMask,
+                              kDefects,
+                              kResult,
+                              kPage};
 
 // Amplified differences above kLevel, that is differences above 24 grey levels of smoothed images,
 // are defects.
@@ -190,6 +198,7 @@ void Inspect(Inspection& inspection, const Samples& samples, Page& page) {
   const Words difference = {"oper", "absolute-difference", golden};
   const Words amplify = {"gain-offset", kGain, kOffset};
   const Words decide = {"oper", "greater", kLevel};
+  const Words clean = {"open-box", "1"};
   const Words paint = {"set-overlay-color", "255,0,0"};
   // A deep image cannot carry colours.
   const std::string shown = samples.part.PixelType() == Pixel::kBW16 ? greyPart : kPart;
@@ -207,13 +216,22 @@ void Inspect(Inspection& inspection, const Samples& samples, Page& page) {
   AddStep(
       inspection, page,
       {"Decide", "A comparison with a constant gives white where the part is wrong.", "", {}, {}},
-      "amplified.png", decide, kDefects);
+      "amplified.png", decide, kMask);
+  AddStep(inspection, page,
+          {"Clean",
+           "What holds no square of three by three pixels is a speck that noise left: an opening "
+           "takes it away.",
+           "",
+           {},
+           {}},
+          kMask, clean, kDefects);
   AddStep(inspection, page,
           {"Show", "The overlay colour is painted where the mask is not black.", "", {}, {}}, shown,
           Concatenated(std::array{paint, Words{"oper", "overlay", kDefects}}), kResult);
 
-  const Words whole = Concatenated(std::array{GreySteps(samples.part), kSmooth, difference, amplify,
-                                              decide, paint, Words{"oper", "overlay", "@", "_"}});
+  const Words whole =
+      Concatenated(std::array{GreySteps(samples.part), kSmooth, difference, amplify, decide, clean,
+                              paint, Words{"oper", "overlay", "@", "_"}});
   page.wholeCommand = "lxpic " + shown + " " + Join(whole, " ") + " -o " + kResult;
 }
 
