@@ -27,24 +27,31 @@ TEST_F(Demo, ShowsDrawnDefectsAndFindsThem) {
   EXPECT_FALSE(Contains(page, "http"));
 }
 
-// Binomial smoothing leaves 4, 2 and 1 sixteenths of a spot, and more than 24 levels count: of the
-// first spot the middle and four neighbours, of the second the middle, of the third nothing.
+// Binomial smoothing spreads a bright square to what is beside it, leaves the middle of a larger one
+// as it is, and makes five pixels of a spot, which holds no square. More than 24 levels count.
 TEST_F(Demo, CountsThePixelsOfGivenImages) {
-  std::vector<int> levels(20 * 15);
-  WriteGrey("golden.png", 20, levels);
-  levels[3 * 20 + 3] = 255;
-  levels[9 * 20 + 9] = 100;
-  levels[9 * 20 + 15] = 99;
-  WriteGrey("a<b.tif", 20, levels);
+  constexpr int kWidth = 20;
+  std::vector<int> levels(kWidth * 15);
+  WriteGrey("golden.png", kWidth, levels);
+  const auto square = [&levels](int x, int y, int size, int level) {
+    for (int i = 0; i < size * size; ++i) {
+      levels[static_cast<std::size_t>((y + i / size) * kWidth + x + i % size)] = level;
+    }
+  };
+  square(2, 2, 3, 255);
+  square(8, 2, 5, 25);
+  square(14, 2, 5, 24);
+  square(4, 11, 1, 255);
+  WriteGrey("a<b.tif", kWidth, levels);
   const Run run = Tool({"demo", Path("golden.png"), Path("a<b.tif"), "-o", Path("demo")});
   EXPECT_EQ(run.code, kFine) << run.err;
-  EXPECT_EQ(run.out, "6 defect pixels\n" + Path("demo/index.html") + "\n");
+  EXPECT_EQ(run.out, "30 defect pixels\n" + Path("demo/index.html") + "\n");
   const ImageValue shown = ReadImage(Path("demo/result.png"));
   int red = 0;
-  for (int i = 0; i < 20 * 15; ++i) {
-    red += shown.As<LxC24>().GetPixel(i % 20, i / 20) == LxC24{0, 0, 255} ? 1 : 0;
+  for (int i = 0; i < kWidth * 15; ++i) {
+    red += shown.As<LxC24>().GetPixel(i % kWidth, i / kWidth) == LxC24{0, 0, 255} ? 1 : 0;
   }
-  EXPECT_EQ(red, 6);
+  EXPECT_EQ(red, 30);
 }
 
 TEST_F(Demo, DepthsMayDifferButSizesMayNot) {
@@ -53,11 +60,13 @@ TEST_F(Demo, DepthsMayDifferButSizesMayNot) {
   WriteImage(Path("deep.png"), deep);
   ImageValue colour(Pixel::kC24, 6, 4);
   colour.Clear();
-  colour.As<LxC24>().SetPixel({255, 255, 255}, 5, 3);
+  for (int i = 0; i < 9; ++i) {
+    colour.As<LxC24>().SetPixel({255, 255, 255}, 3 + i % 3, 1 + i / 3);
+  }
   WriteImage(Path("colour.png"), colour);
-  // Smoothing spreads the white corner to its two neighbours.
-  EXPECT_EQ(RunDemo({Path("deep.png"), Path("colour.png"), Path("d1")}).defectPixels, 3);
-  EXPECT_EQ(RunDemo({Path("colour.png"), Path("deep.png"), Path("d2")}).defectPixels, 3);
+  // Smoothing spreads the white square in the corner to the six pixels beside it.
+  EXPECT_EQ(RunDemo({Path("deep.png"), Path("colour.png"), Path("d1")}).defectPixels, 15);
+  EXPECT_EQ(RunDemo({Path("colour.png"), Path("deep.png"), Path("d2")}).defectPixels, 15);
 
   WriteGrey("small.png", 2, {1, 2});
   const Run run = Tool({"demo", Path("colour.png"), Path("small.png"), "-o", Path("d3")});
