@@ -38,22 +38,23 @@ Source SourceOf(LxKernel& kernel) {
           kernel.GetOutsideValue()};
 }
 
-bool HasData(LxKernel* kernel) {
-  return Require(kernel != nullptr && kernel->GetDataPtr() != nullptr, LX_ERROR_KERNEL_NO_DATA);
+bool Refuse(LX_ERRORS code) {
+  LxSetError(code);
+  return false;
 }
 
-// The sizes say something, and the storage holds it.
-bool HasSize(LxKernel& kernel) {
-  const std::size_t count = SourceOf(kernel).Count();
-  return Require(count > 0 && count <= kernel.GetAllocatedSize(), LX_ERROR_UNSUPPORTED_KERNEL_SIZE);
+// There, with storage, and of sizes that say something and that the storage holds.
+bool IsUsable(LxKernel* kernel) {
+  if (kernel == nullptr || kernel->GetDataPtr() == nullptr) return Refuse(LX_ERROR_KERNEL_NO_DATA);
+  const std::size_t count = SourceOf(*kernel).Count();
+  return Require(count > 0 && count <= kernel->GetAllocatedSize(),
+                 LX_ERROR_UNSUPPORTED_KERNEL_SIZE);
 }
 
-bool IsUsable(LxKernel* kernel) { return HasData(kernel) && HasSize(*kernel); }
-
-// A symmetric kernel: there, with a rectifier, of a size that has a worker, and with storage.
+// A symmetric kernel: there, with a rectifier, of a size that has a worker, and usable.
 bool IsSymmetric(LxKernel* kernel) {
-  return Require(kernel != nullptr, LX_ERROR_KERNEL_NO_DATA) &&
-         Require(kernel->GetRectifier() != RECTIFIER_NONE, LX_ERROR_KERNEL_RECTIFIER) &&
+  if (kernel == nullptr) return Refuse(LX_ERROR_KERNEL_NO_DATA);
+  return Require(kernel->GetRectifier() != RECTIFIER_NONE, LX_ERROR_KERNEL_RECTIFIER) &&
          Require(SourceOf(*kernel).IsFixedSize(), LX_ERROR_UNSUPPORTED_KERNEL_SIZE) &&
          IsUsable(kernel);
 }

@@ -72,16 +72,15 @@ void SetSide(KernelModel& k, const Arguments& call, bool memory, Outcome& outcom
 float* Element(KernelModel& k, const Arguments& call, Outcome& outcome) {
   const int x = static_cast<int>(call.Number(1));
   const int y = static_cast<int>(call.Number(2));
-  if (!k.hasStorage) {
-    outcome.Refuse(LX_ERROR_KERNEL_NOT_ALLOCATED);
-  } else if (x < 0 || x >= k.columns) {
+  const auto index = static_cast<std::size_t>(y * k.columns + x);
+  if (k.hasStorage && (x < 0 || x >= k.columns)) {
     outcome.Refuse(LX_ERROR_ARGUMENT_1_OUT_OF_RANGE);
-  } else if (y < 0 || y >= k.rows) {
+  } else if (k.hasStorage && (y < 0 || y >= k.rows)) {
     outcome.Refuse(LX_ERROR_ARGUMENT_2_OUT_OF_RANGE);
-  } else if (static_cast<std::size_t>(y * k.columns + x) >= k.storage.size()) {
-    outcome.Refuse(LX_ERROR_KERNEL_NOT_ALLOCATED);  // since a growth failed
+  } else if (!k.hasStorage || index >= k.storage.size()) {
+    outcome.Refuse(LX_ERROR_KERNEL_NOT_ALLOCATED);
   } else {
-    return &k.storage[static_cast<std::size_t>(y * k.columns + x)];
+    return &k.storage[index];
   }
   return nullptr;
 }
