@@ -211,7 +211,7 @@ class SumsOfPairs {
   explicit SumsOfPairs(const FixedKernel& kernel) : kernel_(kernel) {}
 
   static void LoadRow(const T* from, std::size_t width, Element* to) {
-    std::copy(from, from + width, to);
+    std::memcpy(to, from, width * sizeof(T));
   }
 
   void Row(const Element* const* rows, std::size_t width, Element* /*spare*/,
@@ -237,7 +237,9 @@ class SumsOfPairs {
     for (std::size_t x = 0; x < count; ++x) {
       const std::int64_t v = static_cast<std::int32_t>(sums[x]) >> kernel_.fraction;
       const std::int64_t rectified = kernel_.absolute ? std::abs(v) : v;
-      to[x] = static_cast<T>(std::clamp<std::int64_t>(rectified, 0, hwy::LimitsMax<T>()));
+      const auto pixel =
+          static_cast<T>(std::clamp<std::int64_t>(rectified, 0, hwy::LimitsMax<T>()));
+      std::memcpy(to + x, &pixel, sizeof(T));
     }
   }
 
@@ -254,7 +256,7 @@ class SumsReal {
   HWY_INLINE explicit SumsReal(const FixedKernel& kernel) : kernel_(kernel) {}
 
   static void LoadRow(const std::uint16_t* from, std::size_t width, Element* to) {
-    std::copy(from, from + width, to);
+    std::memcpy(to, from, width * sizeof(Element));
   }
 
   void Row(const Element* const* rows, std::size_t width, Element* /*spare*/,

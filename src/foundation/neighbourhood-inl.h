@@ -20,15 +20,14 @@
 HWY_BEFORE_NAMESPACE();
 namespace lx::HWY_NAMESPACE {
 
-// Writes what stands for the `stride` neighbours beyond either end of a row. `outside` are the pixels
-// of a constant border.
-template <typename T>
-HWY_INLINE void PadEnds(const T* from, std::size_t width, std::size_t stride, Border border,
-                        const T* outside, T* left, T* right) {
-  for (std::size_t i = 0; i < stride; ++i) {
-    left[i] = border == Border::kConstant ? outside[i] : from[i];
-    right[i] = border == Border::kConstant ? outside[i] : from[width - stride + i];
-  }
+// Writes what stands for the neighbours beyond either end of a row, which lies at any address.
+// `outside` are the pixels of a constant border.
+template <std::size_t kStride, typename T>
+HWY_INLINE void PadEnds(const T* from, std::size_t width, Border border, const T* outside, T* left,
+                        T* right) {
+  const bool isConstant = border == Border::kConstant;
+  std::memcpy(left, isConstant ? outside : from, kStride * sizeof(T));
+  std::memcpy(right, isConstant ? outside : from + width - kStride, kStride * sizeof(T));
 }
 
 // What the passes of all instruction sets share: the rows that a pass reads and writes.
@@ -70,7 +69,7 @@ class PassRows {
   HWY_INLINE const T* PaddedCopy(std::ptrdiff_t y, std::size_t slot) const {
     T* const to = CopyAt(slot);
     std::memcpy(to, SourceRow(y), width_ * sizeof(T));
-    PadEnds(SourceRow(y), width_, kStride, border_, outside_, to - kStride, to + width_);
+    PadEnds<kStride>(SourceRow(y), width_, border_, outside_, to - kStride, to + width_);
     return to;
   }
   HWY_INLINE void FillOutside(const std::array<std::uint16_t, 3>& components) const {
@@ -211,7 +210,7 @@ class Pass : PassRows<T, kStride, Rule> {
     T* const right = ends_[2 * slot + 1] + kMargin;
     std::memcpy(left, from, kEnd * sizeof(T));
     std::memcpy(right - kStride, from + width_ - kEnd, kEnd * sizeof(T));
-    PadEnds(from, width_, kStride, border_, outside_, left - kStride, right + kVector);
+    PadEnds<kStride>(from, width_, border_, outside_, left - kStride, right + kVector);
     segments[0].SetRow(slot, left, to);
     segments[1].SetRow(slot, from, to);
     segments[2].SetRow(slot, right, last);
@@ -348,7 +347,7 @@ class Pass : PassRows<T, kStride, Rule> {
         for (std::size_t p = 0; p < kPlanes; ++p) planes[j][p] = hn::Set(Lanes(), rows[j][p][x]);
       }
       const V results[1] = {Rule::Vertical(planes[0], planes[1], planes[2])};
-      to[x] = hn::GetLane(Taps::template Join<Rule::kFits>(results));
+      hn::StoreU(Taps::template Join<Rule::kFits>(results), hn::ScalableTag<T>(), to + x);
     }
   }
 };

@@ -76,7 +76,9 @@ class WideBoxSums {
     const T* const row =
         IsInPlace() ? copy_.get() + at * rowElements_ : image_.source.Row<const T>(at);
     for (std::size_t i = 0; i < rowElements_; ++i) {
-      const std::uint64_t v = row[i];
+      T pixel;  // rows lie at any address
+      std::memcpy(&pixel, row + i, sizeof(T));
+      const std::uint64_t v = pixel;
       columns_.get()[i].Add({v, v * v}, sign);
     }
   }

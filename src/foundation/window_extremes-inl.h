@@ -73,7 +73,7 @@ template <class D, class Op>
 void JoinTwo(const hn::TFromD<D>* a, const hn::TFromD<D>* b, hn::TFromD<D>* to, std::size_t width) {
   const D d;
   for (std::size_t x = 0; x < width; ++x) {
-    to[x] = hn::GetLane(Op::Of(hn::Set(d, a[x]), hn::Set(d, b[x])));
+    hn::StoreU(Op::Of(hn::LoadU(d, a + x), hn::LoadU(d, b + x)), d, to + x);
   }
 }
 
