@@ -204,7 +204,9 @@ bool IsLargest(const HitOrMiss& work, std::size_t component) {
   for (std::size_t y = 0; y < work.height; ++y) {
     const T* const row = work.source.Row<const T>(y) + component;
     for (std::size_t x = 0; x < work.width; ++x) {
-      if (row[x * work.components] != hwy::LimitsMax<T>()) return false;
+      T pixel;  // rows lie at any address
+      std::memcpy(&pixel, row + x * work.components, sizeof(T));
+      if (pixel != hwy::LimitsMax<T>()) return false;
     }
   }
   return true;
