@@ -59,7 +59,9 @@ HWY_INLINE void PackPixels(const T* from, std::size_t stride, std::size_t width,
   for (std::size_t x = 0; x < width; x += 64) {
     std::uint64_t word = 0;
     for (std::size_t i = 0; i < HWY_MIN(width - x, std::size_t{64}); ++i) {
-      word |= std::uint64_t{from[(x + i) * stride] != 0} << i;
+      T pixel;  // rows lie at any address
+      std::memcpy(&pixel, from + (x + i) * stride, sizeof(T));
+      word |= std::uint64_t{pixel != 0} << i;
     }
     row[x / 64] = word;
   }
