@@ -4,7 +4,6 @@
 #include <hwy/targets.h>
 
 #include <map>
-#include <set>
 #include <string>
 
 namespace lx::bench {
@@ -14,18 +13,40 @@ const Target& Targets::Here() const {
 }
 
 const Family& FamilyOf(const Operation& operation) {
+  // Functions that have a file of their own, apart from the rest of their family.
+  static const std::map<std::string, const Family*> functions = [] {
+    std::map<std::string, const Family*> made;
+    for (const char* const name :
+         {"PicMedian", "PicDistance", "PicErode", "PicDilate", "PicOpen", "PicClose",
+          "PicWhiteTopHat", "PicBlackTopHat", "PicThin", "PicThick"}) {
+      made[name] = &kNonlinearFamily;
+    }
+    for (const char* const name :
+         {"PicThreshold", "PicDoubleThreshold", "PicAutoThreshold", "PicAutoAdaptiveThreshold"}) {
+      made[name] = &kThresholdingFamily;
+    }
+    for (const char* const name : {"PicLinearTransform", "PicScaleRotate", "PicRegister"}) {
+      made[name] = &kResamplingFamily;
+    }
+    for (const char* const name :
+         {"PicProjectOnARow", "PicProjectOnAColumn", "PicFocusing", "PicCorrelogram",
+          "PicLinearRegression", "PicRmsNoise", "PicSignalNoiseRatio"}) {
+      made[name] = &kMeasureFamily;
+    }
+    return made;
+  }();
   static const std::map<std::string, const Family*> families = {
       {"colour", &kPointFamily},
       {"point", &kPointFamily},
       {"convolution", &kConvolutionFamily},
       {"histogram", &kHistogramFamily},
-      {"morphology", &kMorphologyFamily}};
-  // Small neighbourhoods have a file of their own.
-  static const std::set<std::string> nonlinear = {
-      "PicMedian", "PicDistance",    "PicErode",       "PicDilate", "PicOpen",
-      "PicClose",  "PicWhiteTopHat", "PicBlackTopHat", "PicThin",   "PicThick"};
-  if (nonlinear.count(operation.function) != 0) return kNonlinearFamily;
-  return *families.at(operation.family);
+      {"morphology", &kMorphologyFamily},
+      {"geometry", &kGeometryFamily},
+      {"measure", &kStatisticsFamily},
+      {"correction", &kCorrectionFamily},
+      {"sequence", &kSequenceFamily}};
+  const auto own = functions.find(operation.function);
+  return own != functions.end() ? *own->second : *families.at(operation.family);
 }
 
 }  // namespace lx::bench

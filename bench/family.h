@@ -60,5 +60,12 @@ extern const Family kConvolutionFamily;
 extern const Family kHistogramFamily;
 extern const Family kMorphologyFamily;
 extern const Family kNonlinearFamily;
+extern const Family kThresholdingFamily;
+extern const Family kResamplingFamily;
+extern const Family kGeometryFamily;
+extern const Family kStatisticsFamily;
+extern const Family kMeasureFamily;
+extern const Family kCorrectionFamily;
+extern const Family kSequenceFamily;
 
 }  // namespace lx::bench

@@ -139,6 +139,14 @@ std::vector<Form> FormsOf(const Operation& operation) {
   return forms;
 }
 
+// Of the members of objects, those forms that know what to call them on.
+std::vector<Form> MemberForms(const Operation& member) {
+  if (member.family == "vectors") return {};
+  std::vector<Form> forms = FamilyOf(member).forms(member);
+  std::erase_if(forms, [](const Form& each) { return each.object == nullptr; });
+  return forms;
+}
+
 // All rows of one run.
 class Table {
  public:
@@ -194,12 +202,16 @@ int Run(const Options& options) {
   if (!options.target.empty()) RestrictInstructions(options.target);
   const std::regex filter(options.filter);
   Table table(options);
-  for (const Operation& operation : catalogue::All()) {
-    for (const Form& form : FormsOf(operation)) {
+  const auto add = [&](const Operation& operation, const std::vector<Form>& forms) {
+    for (const Form& form : forms) {
       if (std::regex_search(Subject(operation, form, 0, 0).Name(), filter)) {
         table.Add(operation, form);
       }
     }
+  };
+  for (const Operation& operation : catalogue::All()) add(operation, FormsOf(operation));
+  for (const catalogue::Object& object : catalogue::Objects()) {
+    for (const Operation& member : object.members) add(member, MemberForms(member));
   }
   table.Summarise();
   return 0;

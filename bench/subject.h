@@ -15,6 +15,12 @@ namespace lx::bench {
 using catalogue::Operation;
 using Image = std::unique_ptr<LxGenericROI>;
 
+/// What a member is called on.
+struct MadeObject {
+  std::shared_ptr<void> owner;
+  catalogue::Argument argument;
+};
+
 /// One way to call an operation: what differs from its most usual arguments.
 struct Form {
   std::string label = {};  ///< behind the operation's name; "" for the only form
@@ -22,7 +28,10 @@ struct Form {
   std::vector<std::pair<std::string, double>> numbers = {};  ///< by the parameters' names
   std::shared_ptr<LxKernel> kernel = {};
   bool inPlace = false;
+  int divisor = 1;  ///< the destination's sides are this part of the source's
   test::Content content = test::Content::kNoise;
+  /// What a member is called on, made for images of a size.
+  MadeObject (*object)(int width, int height) = nullptr;
 };
 
 struct Subject {
@@ -32,6 +41,7 @@ struct Subject {
   int height;
   test::Arguments call;
   std::vector<Image> images;
+  MadeObject object;
 
   Subject(const Operation& described, const Form& selected, int w, int h);
 
@@ -44,11 +54,15 @@ struct Subject {
   std::string WhyNot();
 
  private:
-  struct PixelSize {
-    catalogue::Pixel type;
+  struct Measure {
+    catalogue::Pixel pixel;
+    int width;
+    int height;
     std::size_t bytes;
   };
-  PixelSize LargestPixel() const;
+  /// Coordinates apart.
+  Measure LargestImage() const;
+  catalogue::Extent SizeOf(const catalogue::Parameter& parameter) const;
 };
 
 }  // namespace lx::bench

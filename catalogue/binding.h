@@ -41,6 +41,8 @@ template <class T>
 inline constexpr bool kIsRegion<LxROI<T>*> = true;
 template <class T>
 inline constexpr bool kIsRegion<LxImage<T>*> = true;
+template <>
+inline constexpr bool kIsRegion<LxGenericROI*> = true;
 
 template <class T>
 inline constexpr Pixel kPixelOf<LxROI<T>*> = kPixelOf<T>;
@@ -76,19 +78,31 @@ constexpr Kind KindOf() {
   }
 }
 
+// A parameter that points to a number is where a result goes, unless it is null.
 template <class T>
-Parameter MakeParameter() {
-  using Plain = std::remove_reference_t<T>;
+inline constexpr bool kIsResultPlace = std::is_same_v<T, float*> || std::is_same_v<T, unsigned*>;
+
+template <class Plain>
+Parameter MakeValue() {
   Parameter made;
   made.kind = KindOf<Plain>();
   made.pixel = kPixelOf<Plain>;
-  // A reference is a result; the description tells when it is read as well.
-  if (std::is_reference_v<T>) made.role = Role::kWritten;
   if constexpr (std::is_arithmetic_v<Plain>) {
     made.lowest = static_cast<double>(std::numeric_limits<Plain>::lowest());
     made.highest = static_cast<double>(std::numeric_limits<Plain>::max());
   }
   if constexpr (std::is_enum_v<Plain>) made.enumeration = EnumerationOf<Plain>();
+  return made;
+}
+
+template <class T>
+Parameter MakeParameter() {
+  constexpr bool kIsResult = std::is_reference_v<T> || kIsResultPlace<T>;
+  using Plain =
+      std::conditional_t<kIsResultPlace<T>, std::remove_pointer_t<T>, std::remove_reference_t<T>>;
+  Parameter made = MakeValue<Plain>();
+  // A reference is a result; the description tells when it is read as well.
+  if (kIsResult) made.role = Role::kWritten;
   return made;
 }
 
@@ -123,6 +137,32 @@ struct Held<LxImage<T>*> {
   using Type = ImageArgument<T>;
 };
 
+// The number behind a pointer to a result; none behind a null.
+template <class Number>
+class ResultPlace {
+ public:
+  explicit ResultPlace(const double* before) : present(before != nullptr) {
+    if (present) number = static_cast<Number>(*before);
+  }
+  operator Number*() { return present ? &number : nullptr; }
+  void PutBack(Argument& argument) const {
+    if (present) argument = static_cast<double>(number);
+  }
+
+ private:
+  bool present;
+  Number number{};
+};
+
+template <>
+struct Held<float*> {
+  using Type = ResultPlace<float>;
+};
+template <>
+struct Held<unsigned*> {
+  using Type = ResultPlace<unsigned>;
+};
+
 template <class T>
 inline constexpr bool kIsImage = false;
 template <class T>
@@ -131,7 +171,9 @@ inline constexpr bool kIsImage<LxImage<T>*> = true;
 // The value of an argument as a C++ type, or as what holds it takes it.
 template <class T>
 auto Unpack(const Argument& argument) {
-  if constexpr (std::is_same_v<T, LxC15> || std::is_same_v<T, LxC16>) {
+  if constexpr (kIsResultPlace<T>) {
+    return std::get_if<double>(&argument);
+  } else if constexpr (std::is_same_v<T, LxC15> || std::is_same_v<T, LxC16>) {
     return T{static_cast<std::uint16_t>(std::get<double>(argument))};
   } else if constexpr (KindOf<T>() == Kind::kConstant && !std::is_same_v<T, LxC24>) {
     return T(static_cast<decltype(T::value)>(std::get<double>(argument)));
@@ -172,6 +214,7 @@ void Invoke(const Function& function, Arguments& arguments, std::index_sequence<
   }
   [[maybe_unused]] const auto putBack = [&](auto index) {
     using Declared = std::tuple_element_t<index, std::tuple<Parameters...>>;
+    if constexpr (kIsResultPlace<Declared>) std::get<index>(values).PutBack(arguments[index]);
     if constexpr (std::is_reference_v<Declared>) arguments[index] = Pack(std::get<index>(values));
   };
   (putBack(std::integral_constant<std::size_t, I>{}), ...);
@@ -191,7 +234,7 @@ template <class Result, class... Parameters>
 std::vector<Parameter> MakeParameters() {
   std::vector<Parameter> made = {MakeParameter<Parameters>()...};
   if constexpr (!std::is_void_v<Result>) {
-    made.push_back(MakeParameter<Result>());
+    made.push_back(MakeValue<Result>());
     made.back().role = Role::kReturned;
   }
   return made;

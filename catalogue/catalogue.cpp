@@ -13,6 +13,11 @@
 
 namespace lx::catalogue {
 
+bool Operation::Has(SizeRule rule) const {
+  return std::any_of(parameters.begin(), parameters.end(),
+                     [rule](const Parameter& each) { return each.size == rule; });
+}
+
 std::size_t Operation::DestinationIndex() const {
   const auto found = std::find_if(parameters.begin(), parameters.end(), [](const Parameter& each) {
     return each.IsRegion() && each.IsWritten();
@@ -62,7 +67,9 @@ const std::vector<Operation>& All() {
     std::vector<Operation> all;
     for (const auto family :
          {ColourOperations, ArithmeticOperations, PointOperations, ConvolutionOperations,
-          MorphologyOperations, NonlinearOperations, HistogramOperations}) {
+          MorphologyOperations, NonlinearOperations, HistogramOperations, ThresholdingOperations,
+          ResamplingOperations, GeometryOperations, StatisticsOperations, MeasureOperations,
+          CorrectionOperations, SequenceOperations}) {
       for (Operation& each : family()) all.push_back(std::move(each));
     }
     return all;
@@ -72,7 +79,7 @@ const std::vector<Operation>& All() {
 
 const std::vector<Object>& Objects() {
   static const std::vector<Object> objects = [] {
-    std::vector<Object> all = {KernelObject()};
+    std::vector<Object> all = {KernelObject(), PyramidObject(), MovingAverageObject()};
     for (Object& each : VectorObjects()) all.push_back(std::move(each));
     return all;
   }();
@@ -108,11 +115,13 @@ std::string KebabName(std::string_view function) {
 }
 
 std::string ChoiceName(const Parameter& parameter, double value) {
+  const auto number = static_cast<std::int64_t>(value);
   const auto& all = NamesOf(parameter.enumeration);
-  const auto found = std::find_if(all.begin(), all.end(), [value](const Named& each) {
-    return static_cast<double>(each.value) == value;
+  // Values of the upper half are held as negative ones, too.
+  const auto found = std::find_if(all.begin(), all.end(), [number](const Named& each) {
+    return static_cast<std::int32_t>(each.value) == static_cast<std::int32_t>(number);
   });
-  return found == all.end() ? std::to_string(static_cast<std::int64_t>(value)) : found->name;
+  return found == all.end() ? std::to_string(number) : found->name;
 }
 
 std::optional<std::int64_t> ChoiceValue(const std::vector<Named>& choices, std::string_view name) {
@@ -128,7 +137,10 @@ std::unique_ptr<LxGenericROI> MakeImage(Pixel pixel, int width, int height) {
   });
 }
 
-bool IsPointer(Kind kind) { return !std::holds_alternative<double>(NullOf(kind)); }
+bool IsPointer(Kind kind) {
+  const Argument null = NullOf(kind);
+  return !std::holds_alternative<double>(null) && !std::holds_alternative<std::nullptr_t>(null);
+}
 
 Argument NullOf(Kind kind) {
   switch (kind) {
@@ -139,6 +151,9 @@ Argument NullOf(Kind kind) {
 #undef LX_NULL
     case Kind::kRegion:
       return static_cast<LxGenericROI*>(nullptr);
+    case Kind::kInteger:
+    case Kind::kReal:
+      return nullptr;
     default:
       return 0.0;
   }

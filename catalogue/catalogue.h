@@ -32,8 +32,23 @@ struct Named {
 
 /// How the size of a region follows from the others'.
 enum class SizeRule {
-  kEqual,  ///< all regions that do not say otherwise have one size
-  kFree    ///< any size
+  kEqual,    ///< all regions that do not say otherwise have one size
+  kFree,     ///< any size
+  kFollows,  ///< the operation gives its result a size, which Operation::follows knows
+  kPart      ///< that of a part of the others, which Operation::part knows
+};
+
+struct Extent {
+  int width;
+  int height;
+};
+
+/// What the pixels of a region stand for.
+enum class Meaning {
+  kLevels,
+  kColumns,  ///< signed columns of the first source
+  kRows,     ///< signed rows of it
+  kPoints    ///< a column in the low 16 bits, a row in the high ones
 };
 
 /// What leaving a parameter out means.
@@ -58,7 +73,9 @@ struct Parameter {
   std::string enumeration;       ///< the enumeration whose names it takes; "" when none
   std::vector<Named> choices;    ///< the values of it that this form offers
   std::vector<unsigned> counts;  ///< the element counts that a vector may have; empty for any
+  bool perColumn = false;        ///< a vector with one element for each column of the destination
   SizeRule size = SizeRule::kEqual;
+  Meaning meaning = Meaning::kLevels;
 
   bool IsRegion() const { return kind == Kind::kRegion; }
   bool IsWritten() const { return role != Role::kRead; }
@@ -111,6 +128,11 @@ struct Operation {
   /// For InPlace::kSometimes.
   bool (*worksInPlace)(const Arguments&) = nullptr;
   Reach reach;
+  LX_ERRORS unattached = LX_ERROR_ROI_NOT_ATTACHED;  ///< what a missing region is refused with
+  /// The size that the operation gives to regions whose size follows; none is below 0.
+  Extent (*follows)(const Arguments&) = nullptr;
+  /// The size that a part must have of regions of the agreed one.
+  Extent (*part)(const Arguments&, Extent agreed) = nullptr;
   bool followsRuns = false;       ///< only the pixels of the source's run list count
   std::string pathsDiffer;        ///< how the plain path's result differs; "" when it does not
   bool hasKernel = true;          ///< the fast path dispatches on the instruction set
@@ -121,6 +143,8 @@ struct Operation {
   std::vector<LX_ERRORS> checks;
   void (*call)(Arguments&) = nullptr;
 
+  /// Whether one of its parameters has this rule.
+  bool Has(SizeRule rule) const;
   /// Index of the first written region; parameters.size() when there is none.
   std::size_t DestinationIndex() const;
   /// Indices of the regions that are only read.

@@ -4,6 +4,7 @@
 #include <array>
 #include <cctype>
 #include <charconv>
+#include <map>
 #include <sstream>
 #include <stdexcept>
 
@@ -93,16 +94,31 @@ class ParameterWord {
         rest.remove_prefix(1);
         break;
       case '#':
+        parameter.perColumn = Take("width");
         for (const std::int64_t count : Values(Until("?=~:{("))) {
           parameter.counts.push_back(static_cast<unsigned>(count));
         }
         break;
       case '(':
-        if (!Take("free)")) throw std::logic_error("unknown size rule");
-        parameter.size = SizeRule::kFree;
+        ReadProperty(Until(")"));
+        rest.remove_prefix(1);
         break;
       default:
         throw std::logic_error("unknown suffix");
+    }
+  }
+
+  void ReadProperty(const std::string& word) {
+    static const std::map<std::string, SizeRule> sizes = {
+        {"free", SizeRule::kFree}, {"follows", SizeRule::kFollows}, {"part", SizeRule::kPart}};
+    static const std::map<std::string, Meaning> meanings = {
+        {"columns", Meaning::kColumns}, {"rows", Meaning::kRows}, {"points", Meaning::kPoints}};
+    if (const auto size = sizes.find(word); size != sizes.end()) {
+      parameter.size = size->second;
+    } else if (const auto meaning = meanings.find(word); meaning != meanings.end()) {
+      parameter.meaning = meaning->second;
+    } else {
+      throw std::logic_error("unknown property");
     }
   }
 
@@ -197,8 +213,9 @@ constexpr std::array kRegionCodes = {LX_ERROR_ROI_NOT_ATTACHED, LX_ERROR_SIZE_MI
 
 // Takes over the refusals of a group and a row, as an order and as a list of different codes.
 void DescribeRefusals(Operation& operation, std::vector<Refusal> all) {
-  const bool hasRegion = std::any_of(operation.parameters.begin(), operation.parameters.end(),
-                                     [](const Parameter& each) { return each.IsRegion(); });
+  const bool hasRegion =
+      std::any_of(operation.parameters.begin(), operation.parameters.end(),
+                  [](const Parameter& each) { return each.IsRegion() && !each.IsReturned(); });
   for (Refusal& each : all) {
     operation.checks.push_back(each.code);
     const bool general =
@@ -207,7 +224,8 @@ void DescribeRefusals(Operation& operation, std::vector<Refusal> all) {
       operation.refusals.push_back(std::move(each));
     }
   }
-  if (!hasRegion || operation.Refuses(kRegionCodes.front())) return;
+  const bool apart = operation.unattached == kRegionCodes.front();
+  if (!hasRegion || !apart || operation.Refuses(kRegionCodes.front())) return;
   operation.checks.insert(operation.checks.begin(), kRegionCodes.begin(), kRegionCodes.end());
 }
 
@@ -227,7 +245,12 @@ Operation DescribeOne(std::string_view family, const Group& group, const Row& ro
   made.inPlace = row.inPlace;
   made.worksInPlace = row.worksInPlace;
   made.reach = ReadReach(made, row.reach);
+  made.unattached = row.unattached;
   made.followsRuns = row.followsRuns;
+  made.follows = row.follows;
+  made.part = row.part;
+  if (made.Has(SizeRule::kFollows) != (made.follows != nullptr)) throw std::logic_error("follows");
+  if (made.Has(SizeRule::kPart) != (made.part != nullptr)) throw std::logic_error("part");
   made.pathsDiffer = row.pathsDiffer;
   made.hasKernel = row.withoutKernel != "all";
   if (made.hasKernel) {

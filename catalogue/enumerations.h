@@ -29,8 +29,20 @@ constexpr const char* EnumerationOf<KERNEL_ROTATION>() {
   return "KERNEL_ROTATION";
 }
 template <>
+constexpr const char* EnumerationOf<LX_IMAGE_TYPES>() {
+  return "LX_IMAGE_TYPES";
+}
+template <>
 constexpr const char* EnumerationOf<PIC_HISTOGRAM_FEATURE>() {
   return "PIC_HISTOGRAM_FEATURE";
+}
+template <>
+constexpr const char* EnumerationOf<PIC_REFERENCE_NOISE>() {
+  return "PIC_REFERENCE_NOISE";
+}
+template <>
+constexpr const char* EnumerationOf<PIC_THRESHOLD_MODES>() {
+  return "PIC_THRESHOLD_MODES";
 }
 
 /// Every value of an enumeration, in the order of its declaration; none for an unknown name.

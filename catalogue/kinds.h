@@ -4,6 +4,7 @@
 /// nowhere else.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <variant>
@@ -31,6 +32,9 @@ std::string_view PixelName(Pixel pixel);
 
 using ByteFunction = unsigned char (*)(unsigned char);
 using WordFunction = unsigned short (*)(unsigned short);
+using BytePredicate = int (*)(LxBW8&);
+using WordPredicate = int (*)(LxBW16&);
+using ColourPredicate = int (*)(LxC24&);
 
 /// Kinds that are passed as pointers to something else than a region: X(kind, C++ type).
 #define LX_POINTER_KINDS(X)                          \
@@ -38,8 +42,13 @@ using WordFunction = unsigned short (*)(unsigned short);
   X(kWordTable, unsigned short*) /* 65536 entries */ \
   X(kByteFunction, ByteFunction)                     \
   X(kWordFunction, WordFunction)                     \
+  X(kBytePredicate, BytePredicate)                   \
+  X(kWordPredicate, WordPredicate)                   \
+  X(kColourPredicate, ColourPredicate)               \
   X(kByteVector, LxBW8Vector*)                       \
   X(kWordVector, LxBW16Vector*)                      \
+  X(kDoubleWordVector, LxBW32Vector*)                \
+  X(kColourVector, LxC24Vector*)                     \
   X(kHistogramVector, LxBWHistogramVector*)          \
   X(kPathVector, LxPathVector*)                      \
   X(kBytePathVector, LxBW8PathVector*)               \
@@ -48,6 +57,8 @@ using WordFunction = unsigned short (*)(unsigned short);
   X(kDrawTarget, HDC)                                \
   X(kVector, LxVector*)                              \
   X(kKernel, LxKernel*)                              \
+  X(kPyramid, LxPyramid*)                            \
+  X(kMovingAverage, LxMovingAverage*)                \
   X(kColourLookup, LxColorLookup*)                   \
   X(kCoefficients, float*)
 
@@ -65,9 +76,10 @@ enum class Kind {
 };
 
 /// A value for a parameter: numbers, enumerations and grey constants as `double`, colours as LxC24
-/// (or LxColor), everything else as its pointer.
-using Argument = std::variant<LxGenericROI*, double, LxC24,
-                              LxColor
+/// (or LxColor), everything else as its pointer. Null stands for the number of a result that nobody
+/// wants.
+using Argument = std::variant<LxGenericROI*, double, LxC24, LxColor,
+                              std::nullptr_t
 #define LX_ALTERNATIVE(kind, type) , type
                                   LX_POINTER_KINDS(LX_ALTERNATIVE)
 #undef LX_ALTERNATIVE
@@ -75,13 +87,22 @@ using Argument = std::variant<LxGenericROI*, double, LxC24,
 
 /// The vectors among the kinds: results that are compared, printed and drawn element by element.
 constexpr bool IsVector(Kind kind) {
-  return kind == Kind::kByteVector || kind == Kind::kWordVector || kind == Kind::kHistogramVector ||
-         kind == Kind::kVector;
+  switch (kind) {
+    case Kind::kByteVector:
+    case Kind::kWordVector:
+    case Kind::kDoubleWordVector:
+    case Kind::kColourVector:
+    case Kind::kHistogramVector:
+    case Kind::kVector:
+      return true;
+    default:
+      return false;
+  }
 }
 
 /// Whether values of the kind are addresses, regions' among them.
 bool IsPointer(Kind kind);
-/// A null for a parameter of such a kind.
+/// A null for a parameter of such a kind, or for a result that is a number behind a pointer.
 Argument NullOf(Kind kind);
 
 constexpr bool IsNumber(Kind kind) { return kind == Kind::kInteger || kind == Kind::kReal; }

@@ -21,7 +21,7 @@ struct Row {
   std::string_view innerTraces = {};
   /// One word for each parameter, and one for the returned value:
   ///
-  ///     name             read, or a result where the type is a reference
+  ///     name             read, or a result where the type is a reference or points to a number
   ///     >name <>name     written; read and written
   ///     name*N           N parameters name1, name2, ...
   ///
@@ -35,7 +35,12 @@ struct Row {
   ///     {1,4-6}          the values of its enumeration that the form offers
   ///     {NAME}           a number that also takes the names of enumeration NAME
   ///     #N,N             the element counts that a vector may have
+  ///     #width           as many elements as the destination has columns
   ///     (free)           a region of any size
+  ///     (follows)        a result whose size `follows` knows
+  ///     (part)           a region whose size `part` knows from that of the others
+  ///     (columns) (rows) (points)
+  ///                      a region whose pixels are coordinates in the first source
   std::string_view parameters = {};
   std::string_view summary = {};
   InPlace inPlace = InPlace::kNo;
@@ -46,6 +51,10 @@ struct Row {
   /// "all", or the choices that run without a kernel.
   std::string_view withoutKernel = {};
   bool followsRuns = false;
+  /// What a region that is not attached is refused with: regions are then not checked apart.
+  LX_ERRORS unattached = LX_ERROR_ROI_NOT_ATTACHED;
+  Extent (*follows)(const Arguments&) = nullptr;
+  Extent (*part)(const Arguments&, Extent agreed) = nullptr;
   std::vector<Refusal> refusals = {};
 };
 
@@ -82,7 +91,17 @@ std::vector<Operation> ConvolutionOperations();
 std::vector<Operation> HistogramOperations();
 std::vector<Operation> MorphologyOperations();
 std::vector<Operation> NonlinearOperations();
+std::vector<Operation> ThresholdingOperations();
+std::vector<Operation> ResamplingOperations();
+std::vector<Operation> GeometryOperations();
+std::vector<Operation> StatisticsOperations();
+std::vector<Operation> MomentOperations();
+std::vector<Operation> MeasureOperations();
+std::vector<Operation> CorrectionOperations();
+std::vector<Operation> SequenceOperations();
 Object KernelObject();
+Object PyramidObject();
+Object MovingAverageObject();
 std::vector<Object> VectorObjects();
 
 }  // namespace lx::catalogue

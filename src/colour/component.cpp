@@ -19,15 +19,11 @@ bool ArgumentsGood(LxGenericROI* source, LxGenericROI* destination, unsigned ind
 // ExtractComponent() of what `lookup` makes of each pixel.
 void ExtractTransformed(const PixelMap& map, unsigned index, LxColorLookup& lookup) {
   constexpr std::uint8_t LxC24::*kMembers[kComponents] = {&LxC24::c0, &LxC24::c1, &LxC24::c2};
-  for (std::size_t y = 0; y < map.height; ++y) {
-    const auto* const from = map.sources[0].Row<const LxC24>(y);
-    auto* const to = map.destination.Row<std::uint8_t>(y);
-    for (std::size_t x = 0; x < map.width; ++x) {
-      LxC24 result{};
-      lookup.Transform(from[x], result);
-      to[x] = result.*kMembers[index];
-    }
-  }
+  MapEach<LxC24, std::uint8_t>(map, [&](LxC24 colour, std::size_t) {
+    LxC24 result{};
+    lookup.Transform(colour, result);
+    return result.*kMembers[index];
+  });
 }
 
 }  // namespace

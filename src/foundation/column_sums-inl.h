@@ -12,6 +12,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "foundation/rows.h"
 #include "foundation/wide-inl.h"
 
 HWY_BEFORE_NAMESPACE();
@@ -43,6 +44,55 @@ HWY_INLINE void AddRow(const T* coming, const T* going, std::size_t width,
       hn::StoreU(hn::Add(hn::LoadU(wide, at), change), wide, at);
     }
   });
+}
+
+// So many rows of bytes fit sums of 16 bits.
+inline constexpr std::size_t kByteRows = 256;
+
+// sums += rows `first` to first + kRows - 1, of bytes. Where there are halves, the first one sums
+// pairs of bytes as 16-bit numbers, from which the odd ones are subtracted in the end: nothing need
+// be masked on the way.
+template <std::size_t kRows>
+HWY_INLINE void AddByteRows(const Rows& source, std::size_t first, std::size_t width,
+                            const ColumnSums<std::uint16_t>& sums) {
+  const hn::ScalableTag<std::uint8_t> d;
+  const WideTag<decltype(d)> wide;
+  const std::uint8_t* rows[kRows];
+  for (std::size_t i = 0; i < kRows; ++i) rows[i] = source.Row<const std::uint8_t>(first + i);
+  ColumnSums<std::uint16_t> to = sums;
+  ForEachVector(d, width, [&](std::size_t x, auto access) HWY_ATTR {
+#if LX_HAS_LANES
+    auto pairs = hn::LoadU(wide, to.half[0] + x / kHalves);
+    auto odd = hn::LoadU(wide, to.half[1] + x / kHalves);
+    for (std::size_t i = 0; i < kRows; ++i) {
+      const auto v = hn::BitCast(wide, access.Load(d, rows[i] + x));
+      pairs = hn::Add(pairs, v);
+      odd = hn::Add(odd, hn::ShiftRight<8>(v));
+    }
+    hn::StoreU(pairs, wide, to.half[0] + x / kHalves);
+    hn::StoreU(odd, wide, to.half[1] + x / kHalves);
+#else
+    auto sum = hn::LoadU(wide, to.half[0] + x);
+    for (std::size_t i = 0; i < kRows; ++i) {
+      sum = hn::Add(sum, hn::PromoteTo(wide, access.Load(d, rows[i] + x)));
+    }
+    hn::StoreU(sum, wide, to.half[0] + x);
+#endif
+  });
+}
+
+// Adds the sums of AddByteRows() to those of the columns.
+HWY_INLINE void SpillByteRows(const ColumnSums<std::uint16_t>& sums, std::size_t width,
+                              std::uint64_t* columns) {
+#if LX_HAS_LANES
+  for (std::size_t k = 0; 2 * k < width; ++k) {
+    const std::uint16_t odd = sums.half[1][k];
+    columns[2 * k] += static_cast<std::uint16_t>(sums.half[0][k] - 256 * odd);
+    if (2 * k + 1 < width) columns[2 * k + 1] += odd;
+  }
+#else
+  for (std::size_t x = 0; x < width; ++x) columns[x] += sums.half[0][x];
+#endif
 }
 
 // Repeats the sums of the first and the last column `reach` times beyond the ends, in each half; a

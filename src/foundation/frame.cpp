@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "lxpic/base/image.h"
+
 namespace lx {
 
 bool Attached(std::initializer_list<LxGenericROI*> regions) {
@@ -38,6 +40,22 @@ bool UsableApart(LxGenericROI* source, LxGenericROI* destination) {
   if (!UsablePair(source, destination)) return false;
   return Require(destination != nullptr && !SamePixels(source, destination),
                  LX_ERROR_DESTINATION_IS_SOURCE);
+}
+
+bool Resize(LxGenericROI* region, std::uint32_t width, std::uint32_t height,
+            const LxGenericROI* source) {
+  const bool fits = region->GetWidth() == width && region->GetHeight() == height;
+  if (!fits && source != nullptr && source->GetIdentity() == region->GetIdentity()) {
+    LxSetError(LX_ERROR_DESTINATION_IS_SOURCE);
+    return false;
+  }
+  // A model has a size and needs no pixels.
+  std::uint8_t nothing = 0;
+  LxImage<LxBW8> model;
+  model.Attach(&nothing, static_cast<int>(width), static_cast<int>(height),
+               static_cast<std::ptrdiff_t>(width));
+  region->SetSize(&model);
+  return LxGetError() == LX_OK;
 }
 
 }  // namespace lx

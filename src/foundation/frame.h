@@ -2,6 +2,7 @@
 // The frame of every exported operation: error state, argument checks, trace, no exceptions.
 #pragma once
 
+#include <cstdint>
 #include <initializer_list>
 
 #include "base/failure.h"
@@ -39,5 +40,10 @@ bool UsablePair(LxGenericROI* source, LxGenericROI* destination);
 
 // Both are usable, and the destination is there and is not the source.
 bool UsableApart(LxGenericROI* source, LxGenericROI* destination);
+
+// Gives a region this size through its SetSize(), which sets the code and the trace of a failure.
+// Refused when `source` lies in the memory that the region would give up.
+bool Resize(LxGenericROI* region, std::uint32_t width, std::uint32_t height,
+            const LxGenericROI* source = nullptr);
 
 }  // namespace lx

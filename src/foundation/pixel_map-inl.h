@@ -101,9 +101,13 @@ void MapOne(const PixelMap& map, const Rule& rule) {
   for (std::size_t y = 0; y < map.height; ++y) {
     const T* const a = map.sources[0].Row<const T>(y);
     T* const to = map.destination.Row<T>(y);
-    ForEachVector(d, map.width, [&](std::size_t x, auto access) HWY_ATTR {
-      access.Store(d, rule(d, access.Load(d, a + x)), to + x);
-    });
+    const auto step = [&](std::size_t x, auto access)
+                          HWY_ATTR { access.Store(d, rule(d, access.Load(d, a + x)), to + x); };
+    if constexpr (LX_HAS_LANES && !kComputes<Rule>) {
+      ForEachPair(d, map.width, step);
+    } else {
+      ForEachVector(d, map.width, step);
+    }
   }
 }
 

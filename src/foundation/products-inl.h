@@ -79,6 +79,25 @@ HWY_INLINE hn::Vec512<std::int32_t> WordPairSums(hn::Vec512<std::int16_t> a,
 }
 #endif
 
+// What Pack() gives, in the order of the lanes of `a` and then `b`.
+HWY_INLINE hn::Vec128<std::uint8_t> PackInOrder(hn::Vec128<std::uint16_t> a,
+                                                hn::Vec128<std::uint16_t> b) {
+  return Pack(a, b);
+}
+#if LX_IS_X86_SINCE(HWY_AVX2)
+HWY_INLINE hn::Vec256<std::uint8_t> PackInOrder(hn::Vec256<std::uint16_t> a,
+                                                hn::Vec256<std::uint16_t> b) {
+  return hn::Vec256<std::uint8_t>{_mm256_permute4x64_epi64(Pack(a, b).raw, 0xD8)};
+}
+#endif
+#if LX_IS_X86_SINCE(HWY_AVX3)
+HWY_INLINE hn::Vec512<std::uint8_t> PackInOrder(hn::Vec512<std::uint16_t> a,
+                                                hn::Vec512<std::uint16_t> b) {
+  const __m512i order = _mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7);
+  return hn::Vec512<std::uint8_t>{_mm512_permutexvar_epi64(order, Pack(a, b).raw)};
+}
+#endif
+
 #endif  // LX_HAS_PAIR_PRODUCTS
 
 #if LX_HAS_PAIR_PRODUCTS

@@ -8,16 +8,31 @@
 
 namespace lx {
 
+namespace {
+
+RunGround GroundOf(const LxGenericROI& region, std::size_t pixelSize, bool absolute) {
+  const auto* const origin = static_cast<const std::uint8_t*>(region.GetPixelPtr(0, 0));
+  return {absolute ? origin : nullptr, region.GetPitch(), region.GetWidth(), region.GetHeight(),
+          pixelSize};
+}
+
+}  // namespace
+
+bool HoldsItsRuns(const LxGenericROI& region, std::size_t pixelSize,
+                  const LxVectorTemplate<LxRun>& runs, bool absolute) {
+  const RunGround ground = GroundOf(region, pixelSize, absolute);
+  return Require(std::all_of(runs.begin(), runs.end(),
+                             [&](const LxRun& run) { return HoldsRun(ground, run); }),
+                 LX_ERROR_INCONSISTENT_ARGUMENTS);
+}
+
 void Spans::MergeRuns(const LxVectorTemplate<LxRun>& runs, bool absolute,
                       const LxGenericROI& region) {
-  const auto* const origin = static_cast<const std::uint8_t*>(region.GetPixelPtr(0, 0));
-  const RunGround ground = {absolute ? origin : nullptr, region.GetPitch(), region.GetWidth(),
-                            region.GetHeight(), pixelSize_};
-  good_ = Require(std::all_of(runs.begin(), runs.end(),
-                              [&](const LxRun& run) { return HoldsRun(ground, run); }),
-                  LX_ERROR_INCONSISTENT_ARGUMENTS);
+  good_ = HoldsItsRuns(region, pixelSize_, runs, absolute);
   if (!good_) return;
 
+  const auto* const origin = static_cast<const std::uint8_t*>(region.GetPixelPtr(0, 0));
+  const RunGround ground = GroundOf(region, pixelSize_, absolute);
   runs_.reserve(runs.GetNumElements());
   for (const LxRun& run : runs) {
     const auto* const begin = origin + (run.start - reinterpret_cast<std::uintptr_t>(ground.base));

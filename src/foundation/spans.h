@@ -18,6 +18,10 @@ enum class RunLists {
   kIgnore
 };
 
+// Whether all runs of an attached region lie in it; sets the error if not.
+bool HoldsItsRuns(const LxGenericROI& region, std::size_t pixelSize,
+                  const LxVectorTemplate<LxRun>& runs, bool absolute);
+
 // Pixels that follow each other in memory, at any address.
 struct Span {
   const std::uint8_t* begin;
@@ -44,6 +48,15 @@ class Spans {
   explicit operator bool() const { return good_; }
 
   Path GetPath() const { return path_; }
+
+  // How many pixels there are, each once for every run that it lies in.
+  std::uint64_t CountPixels() const {
+    std::uint64_t pixels = std::uint64_t{width_} * height_;
+    for (const Span& span : runs_) {
+      pixels += static_cast<std::size_t>(span.end - span.begin) / pixelSize_;
+    }
+    return pixels;
+  }
 
   // Calls step(pixels, count) for each row of `count` pixels.
   template <class Step>

@@ -16,13 +16,13 @@ namespace {
 using namespace lx::HWY_NAMESPACE;
 
 // The largest of the counts' differences from 2^32, as 0 has none.
-class LargestNegative32 : public Largest32 {
+class LargestNegative32 : public LargestOf<std::uint32_t> {
  public:
   HWY_INLINE LargestNegative32() {}
 
   template <class D>
   HWY_INLINE void Add(D d, hn::Vec<D> v) {
-    Largest32::Add(d, hn::Sub(hn::Zero(d), v));
+    LargestOf::Add(d, hn::Sub(hn::Zero(d), v));
   }
 };
 
@@ -31,7 +31,7 @@ std::uint64_t Total(const std::uint32_t* counts, std::size_t bins) {
 }
 
 std::uint32_t Largest(const std::uint32_t* counts, std::size_t bins) {
-  return ReduceRow<Largest32>(counts, bins);
+  return ReduceRow<LargestOf<std::uint32_t>>(counts, bins);
 }
 
 std::uint32_t Smallest(const std::uint32_t* counts, std::size_t bins) {

@@ -13,11 +13,14 @@
 namespace lx::histogram {
 
 // A criterion values the split before bin `threshold`, the less the better, and follows the bins
-// that move from the bright class to the dark. `Real` is what decides; the rest is extended.
+// that move from the bright class to the dark. `Real` is what decides; the rest is extended. One of
+// the classes alone, `kOfClasses`, does not change where empty bins move.
 
 // The distance of the threshold from the midpoint of the class means.
 template <typename Real>
 struct MidpointDistance {
+  static constexpr bool kOfClasses = false;
+
   explicit MidpointDistance(const Range& /*range*/) {}
 
   Real operator()(const PixelClass& dark, const PixelClass& bright, unsigned threshold) const {
@@ -35,6 +38,8 @@ struct MidpointDistance {
 // What the variance within the classes is short of the sum of squares.
 template <typename Real>
 struct NegativeBetweenSquares {
+  static constexpr bool kOfClasses = true;
+
   explicit NegativeBetweenSquares(const Range& /*range*/) {}
 
   Real operator()(const PixelClass& dark, const PixelClass& bright, unsigned /*threshold*/) const {
@@ -56,6 +61,8 @@ struct NegativeBetweenSquares {
 template <typename Real>
 class NegativeEntropies {
  public:
+  static constexpr bool kOfClasses = true;
+
   explicit NegativeEntropies(const Range& range) {
     // From the top, which decides how the sum is rounded.
     for (unsigned bin = range.last + 1; bin-- > range.first;) {
@@ -96,9 +103,10 @@ std::optional<unsigned> BestSplit(const Range& range, PixelClass bright, Criteri
                                   Real best = std::numeric_limits<Real>::max()) {
   std::optional<unsigned> threshold;
   PixelClass dark;
+  bool moved = false;
   for (unsigned bin = range.first; bin <= range.last; ++bin) {
     if (bright.count == 0) break;
-    if (dark.count != 0) {
+    if (dark.count != 0 && (moved || !Criterion::kOfClasses)) {
       const Real value = criterion(dark, bright, bin);
       if (value < best) {
         best = value;
@@ -106,6 +114,8 @@ std::optional<unsigned> BestSplit(const Range& range, PixelClass bright, Criteri
       }
     }
     const std::uint32_t pixels = range.counts[bin];
+    moved = pixels != 0;
+    if (!moved) continue;
     dark.Add(bin, pixels);
     bright.Remove(bin, pixels);
     criterion.Move(pixels);

@@ -10,13 +10,12 @@
 #endif
 
 #include "foundation/colour_pixels-inl.h"
+#include "foundation/lane_bits-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace lx::morphology::HWY_NAMESPACE {
 
 using namespace lx::HWY_NAMESPACE;
-
-#if LX_HAS_LANES
 
 // A bit for each pixel that is not 0. Up to a vector of bits behind the last one are written too,
 // and unspecified.
@@ -25,7 +24,7 @@ HWY_INLINE void PackRow(const T* from, std::size_t width, std::uint64_t* row) {
   const hn::ScalableTag<T> d;
   auto* const bits = reinterpret_cast<std::uint8_t*>(row);
   ForEachVector(d, width, [&](std::size_t x, auto access) HWY_ATTR {
-    hn::StoreMaskBits(d, hn::Ne(access.Load(d, from + x), hn::Zero(d)), bits + x / 8);
+    StoreLaneBits(d, hn::Ne(access.Load(d, from + x), hn::Zero(d)), bits, x);
   });
 }
 
@@ -40,50 +39,15 @@ HWY_INLINE void PackColourRow(const std::uint8_t* from, std::size_t width, std::
     auto c2 = c0;
     colour.Load(d, from + 3 * x, c0, c1, c2);
     const auto v = component == 0 ? c0 : component == 1 ? c1 : c2;
-    hn::StoreMaskBits(d, hn::Ne(v, hn::Zero(d)), bits + x / 8);
+    StoreLaneBits(d, hn::Ne(v, hn::Zero(d)), bits, x);
   });
 }
 
 // The largest value where a bit is set, 0 elsewhere.
 template <class D>
 HWY_INLINE hn::Vec<D> FromBits(D d, const std::uint64_t* row, std::size_t x) {
-  const auto* const bits = reinterpret_cast<const std::uint8_t*>(row);
-  return hn::VecFromMask(d, hn::LoadMaskBits(d, bits + x / 8));
+  return LoadLaneBits(d, reinterpret_cast<const std::uint8_t*>(row), x);
 }
-
-#else
-
-template <typename T>
-HWY_INLINE void PackPixels(const T* from, std::size_t stride, std::size_t width,
-                           std::uint64_t* row) {
-  for (std::size_t x = 0; x < width; x += 64) {
-    std::uint64_t word = 0;
-    for (std::size_t i = 0; i < HWY_MIN(width - x, std::size_t{64}); ++i) {
-      T pixel;  // rows lie at any address
-      std::memcpy(&pixel, from + (x + i) * stride, sizeof(T));
-      word |= std::uint64_t{pixel != 0} << i;
-    }
-    row[x / 64] = word;
-  }
-}
-
-template <typename T>
-HWY_INLINE void PackRow(const T* from, std::size_t width, std::uint64_t* row) {
-  PackPixels(from, 1, width, row);
-}
-
-HWY_INLINE void PackColourRow(const std::uint8_t* from, std::size_t width, std::size_t component,
-                              std::uint64_t* row) {
-  PackPixels(from + component, 3, width, row);
-}
-
-template <class D>
-HWY_INLINE hn::Vec<D> FromBits(D d, const std::uint64_t* row, std::size_t x) {
-  using T = hn::TFromD<D>;
-  return hn::Set(d, static_cast<T>((row[x / 64] >> (x % 64) & 1) * hwy::LimitsMax<T>()));
-}
-
-#endif
 
 template <typename T>
 HWY_INLINE void UnpackRow(const std::uint64_t* row, std::size_t width, T* to) {

@@ -103,17 +103,10 @@ namespace {
 
 // For gains whose products leave 32 bits.
 void ScaleWordsIn64Bits(const PixelMap& map, std::int64_t gain, std::int64_t offset) {
-  for (std::size_t y = 0; y < map.height; ++y) {
-    const auto* const from = map.sources[0].Row<std::uint8_t>(y);
-    auto* const to = map.destination.Row<std::uint8_t>(y);
-    for (std::size_t x = 0; x < map.width; ++x) {
-      std::uint16_t pixel = 0;
-      std::memcpy(&pixel, from + 2 * x, sizeof(pixel));
-      const std::int64_t scaled = ((pixel * gain) >> 5) + offset;
-      pixel = static_cast<std::uint16_t>(std::clamp<std::int64_t>(scaled, 0, 0xFFFF));
-      std::memcpy(to + 2 * x, &pixel, sizeof(pixel));
-    }
-  }
+  MapEach<std::uint16_t, std::uint16_t>(map, [=](std::uint16_t pixel, std::size_t) {
+    const std::int64_t scaled = ((pixel * gain) >> 5) + offset;
+    return static_cast<std::uint16_t>(std::clamp<std::int64_t>(scaled, 0, 0xFFFF));
+  });
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 #include "lxpic/point/lut.h"
 
 #include <bit>
-#include <cstring>
 
 #include "foundation/frame.h"
 #include "point/lut_kernels.h"
@@ -40,19 +39,9 @@ bool ChooseBits(unsigned entries, unsigned shift, BitField& field) {
   return true;
 }
 
-// destination = function(source), pixel by pixel; pixels may lie at any address.
 template <typename T>
 void TransformEach(const PixelMap& map, T (*function)(T)) {
-  for (std::size_t y = 0; y < map.height; ++y) {
-    const auto* from = map.sources[0].Row<std::uint8_t>(y);
-    auto* to = map.destination.Row<std::uint8_t>(y);
-    for (std::size_t x = 0; x < map.width; ++x) {
-      T pixel;
-      std::memcpy(&pixel, from + sizeof(T) * x, sizeof(T));
-      pixel = function(pixel);
-      std::memcpy(to + sizeof(T) * x, &pixel, sizeof(T));
-    }
-  }
+  MapEach<T, T>(map, [=](T pixel, std::size_t) { return function(pixel); });
 }
 
 }  // namespace

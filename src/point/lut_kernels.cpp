@@ -70,15 +70,11 @@ namespace {
 // Large tables are read pixel by pixel on every path: there is nothing wider than a load.
 template <typename To, class Index>
 void LookUpEach(const PixelMap& map, const To* table, Index index) {
-  for (std::size_t y = 0; y < map.height; ++y) {
-    const std::uint8_t* const from = map.sources[0].Row<const std::uint8_t>(y);
-    std::uint8_t* const to = map.destination.Row<std::uint8_t>(y);
-    for (std::size_t x = 0; x < map.width; ++x) {
-      std::uint16_t pixel = 0;
-      std::memcpy(&pixel, from + sizeof(pixel) * x, sizeof(pixel));
-      std::memcpy(to + sizeof(To) * x, table + index(pixel), sizeof(To));
-    }
-  }
+  MapEach<std::uint16_t, To>(map, [&](std::uint16_t pixel, std::size_t) {
+    To entry;
+    std::memcpy(&entry, table + index(pixel), sizeof(To));
+    return entry;
+  });
 }
 
 }  // namespace

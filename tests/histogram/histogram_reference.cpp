@@ -10,8 +10,6 @@
 
 namespace lx::test {
 
-namespace {
-
 // Each pixel once for each of its runs, where there are any that count.
 std::vector<double> CountPixels(const Picture& picture, std::size_t bins, bool followRuns) {
   std::vector<double> counts(bins, 0.0);
@@ -21,6 +19,8 @@ std::vector<double> CountPixels(const Picture& picture, std::size_t bins, bool f
   }
   return counts;
 }
+
+namespace {
 
 void CountBytes(const Arguments& /*call*/, Outcome& outcome) {
   outcome.Vector(1).values = CountPixels(outcome.Image(0), 256, true);

@@ -36,6 +36,9 @@ unsigned ExpectedIsodata(const BinRange& range);
 /// and `above` are what they were.
 ExpectedThreshold ExpectedGain(const unsigned* counts, unsigned mode, float below, float above);
 
+/// The histogram of a picture's values.
+std::vector<double> CountPixels(const Picture& picture, std::size_t bins, bool followRuns);
+
 /// The counts of the histogram that is the first argument.
 inline std::vector<unsigned> CountsOf(const Outcome& outcome) {
   const auto& values = std::get<Elements>(outcome.values[0]).values;

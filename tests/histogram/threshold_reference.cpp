@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Sums are made anew for each threshold.
+// Sums over the bins of a class are differences of sums that start with the first bin.
 #include "histogram/references.h"
 
 #include <cmath>
@@ -11,18 +11,35 @@ namespace {
 
 using Wide = long double;
 
+// Sums of weight(j) times the count over bins.
+class Sums {
+ public:
+  template <class Weight>
+  Sums(const BinRange& range, Weight weight) : first(range.first), upTo(1) {
+    for (unsigned j = range.first; j <= range.last; ++j) {
+      upTo.push_back(upTo.back() + weight(std::uint64_t{j}) * range.counts[j]);
+    }
+  }
+  std::uint64_t Between(unsigned from, unsigned end) const {
+    return upTo[end - first] - upTo[from - first];
+  }
+
+ private:
+  unsigned first;
+  std::vector<std::uint64_t> upTo;
+};
+
 // What is known of the pixels of a class of bins.
 struct Classes : BinRange {
-  std::uint64_t Pixels(unsigned from, unsigned end) const {
-    std::uint64_t n = 0;
-    for (unsigned j = from; j < end; ++j) n += counts[j];
-    return n;
-  }
-  std::uint64_t Sum(unsigned from, unsigned end) const {
-    std::uint64_t s = 0;
-    for (unsigned j = from; j < end; ++j) s += std::uint64_t{j} * counts[j];
-    return s;
-  }
+  Sums pixels, sums;
+
+  explicit Classes(const BinRange& range)
+      : BinRange(range),
+        pixels(range, [](std::uint64_t) { return std::uint64_t{1}; }),
+        sums(range, [](std::uint64_t j) { return j; }) {}
+
+  std::uint64_t Pixels(unsigned from, unsigned end) const { return pixels.Between(from, end); }
+  std::uint64_t Sum(unsigned from, unsigned end) const { return sums.Between(from, end); }
   float Mean(unsigned from, unsigned end, unsigned none) const {
     const std::uint64_t n = Pixels(from, end);
     return static_cast<float>(n == 0 ? Wide(none) : Wide(Sum(from, end)) / Wide(n));
@@ -35,13 +52,12 @@ struct Classes : BinRange {
 
 ExpectedThreshold Deviation(const Classes& c, int power, unsigned white) {
   const auto distance = [power](std::uint64_t d) { return power == 1 ? d : d * d; };
+  const Sums toBlack(c, distance);
+  const Sums toWhite(c, [&](std::uint64_t j) { return distance(white - j); });
   unsigned best = 0;
   std::uint64_t bestCost = std::numeric_limits<std::uint64_t>::max();
   for (unsigned t = c.first; t <= c.last; ++t) {
-    std::uint64_t cost = 0;
-    for (unsigned j = c.first; j <= c.last; ++j) {
-      cost += distance(j <= t ? j : white - j) * c.counts[j];
-    }
+    const std::uint64_t cost = toBlack.Between(c.first, t + 1) + toWhite.Between(t + 1, c.last + 1);
     if (cost <= bestCost) best = t, bestCost = cost;
   }
   return c.At(best, best + 1);
@@ -121,13 +137,13 @@ ExpectedThreshold Split(const Classes& c, unsigned mode) {
                    {0, static_cast<float>(c.first), static_cast<float>(c.last + 1)});
 }
 
-void SelectThreshold(const Arguments& call, Outcome& outcome) {
+void SelectThreshold(const Arguments& call, Outcome& outcome, unsigned bins) {
   const auto mode = static_cast<unsigned>(call.Number(1));
   const auto relative = static_cast<float>(call.Number(4));
   const auto first = static_cast<unsigned>(call.Number(5));
   const auto last = static_cast<unsigned>(call.Number(6));
-  if (first > 255) return outcome.Refuse(LX_ERROR_ARGUMENT_5_OUT_OF_RANGE);
-  if (last > 255) return outcome.Refuse(LX_ERROR_ARGUMENT_6_OUT_OF_RANGE);
+  if (first >= bins) return outcome.Refuse(LX_ERROR_ARGUMENT_5_OUT_OF_RANGE);
+  if (last >= bins) return outcome.Refuse(LX_ERROR_ARGUMENT_6_OUT_OF_RANGE);
   if (first >= last) return outcome.Refuse(LX_ERROR_INCONSISTENT_ARGUMENTS);
   if (mode == PIC_THRESHOLD_RELATIVE && (relative < 0 || relative > 1)) {
     return outcome.Refuse(LX_ERROR_ARGUMENT_5_OUT_OF_RANGE);
@@ -136,10 +152,16 @@ void SelectThreshold(const Arguments& call, Outcome& outcome) {
     return outcome.Refuse(LX_ERROR_ARGUMENT_2_OUT_OF_RANGE);
   }
   const auto counts = CountsOf(outcome);
-  const auto expected = ExpectedOf({counts.data(), first, last}, 256, mode, relative);
+  const auto expected = ExpectedOf({counts.data(), first, last}, bins, mode, relative);
   outcome.Number(1) = expected.threshold;
   outcome.Number(2) = expected.below;
   outcome.Number(3) = expected.above;
+}
+
+Reference SelectionReference(std::string_view signature, unsigned bins) {
+  return Measured(signature, [bins](const Arguments& call, Outcome& outcome) {
+    SelectThreshold(call, outcome, bins);
+  });
 }
 
 Reference IsodataReference(std::string_view signature, unsigned bins, bool untyped = false) {
@@ -175,7 +197,7 @@ std::ostream& operator<<(std::ostream& stream, const ExpectedThreshold& each) {
 }
 
 ExpectedThreshold ExpectedOf(const BinRange& range, unsigned bins, unsigned mode, float relative) {
-  const Classes c{range};
+  const Classes c(range);
   switch (mode) {
     case PIC_THRESHOLD_MIN_SQUARED_DEVIATION:
       return Deviation(c, 2, bins - 1);
@@ -193,7 +215,7 @@ ExpectedThreshold ExpectedOf(const BinRange& range, unsigned bins, unsigned mode
 }
 
 unsigned ExpectedIsodata(const BinRange& range) {
-  const Classes c{range};
+  const Classes c(range);
   std::uint64_t t = (c.first + c.last + 1) / 2;
   for (int update = 0; update < 16; ++update) {
     const auto split = static_cast<unsigned>(t) + 1;
@@ -208,7 +230,7 @@ unsigned ExpectedIsodata(const BinRange& range) {
 }
 
 ExpectedThreshold ExpectedGain(const unsigned* counts, unsigned mode, float below, float above) {
-  const Classes c{{counts, 0, 255}};
+  const Classes c(BinRange{counts, 0, 255});
   const std::uint64_t n = c.Pixels(0, 256);
   const Weighted<float> weighted(c);
   const Wide whole = mode == PIC_THRESHOLD_MIN_RESIDUE ? SquareOverCount<float>(c.Sum(0, 256), n)
@@ -218,16 +240,16 @@ ExpectedThreshold ExpectedGain(const unsigned* counts, unsigned mode, float belo
 
 std::vector<Reference> ThresholdReferences() {
   const std::string range = "(LxBWHistogramVector*, unsigned int, unsigned int)";
+  const std::string selection =
+      "(LxBWHistogramVector*, unsigned int&, float&, float&, float, unsigned int, unsigned int)";
   const std::string means = "(LxBWHistogramVector*, float&, float&)";
-  return {
-      Measured("PicHistogramThreshold(LxBWHistogramVector*, unsigned int&, float&, float&, float, "
-               "unsigned int, unsigned int)",
-               SelectThreshold),
-      IsodataReference("PicIsodataThreshold" + range, 256),
-      IsodataReference("PicIsodataThresholdBW16" + range, 65536),
-      IsodataReference("PicIsodataThreshold(LxVector*, unsigned int, unsigned int)", 256, true),
-      GainReference("PicMinResidueThreshold" + means, PIC_THRESHOLD_MIN_RESIDUE),
-      GainReference("PicMaxEntropyThreshold" + means, PIC_THRESHOLD_MAX_ENTROPY)};
+  return {SelectionReference("PicHistogramThreshold" + selection, 256),
+          SelectionReference("PicHistogramThresholdBW16" + selection, 65536),
+          IsodataReference("PicIsodataThreshold" + range, 256),
+          IsodataReference("PicIsodataThresholdBW16" + range, 65536),
+          IsodataReference("PicIsodataThreshold(LxVector*, unsigned int, unsigned int)", 256, true),
+          GainReference("PicMinResidueThreshold" + means, PIC_THRESHOLD_MIN_RESIDUE),
+          GainReference("PicMaxEntropyThreshold" + means, PIC_THRESHOLD_MAX_ENTROPY)};
 }
 
 }  // namespace lx::test

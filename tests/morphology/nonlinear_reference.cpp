@@ -119,6 +119,8 @@ std::vector<Reference> NonlinearReferences() {
       Whole("PicDistance(LxROI<LxBW8>*, LxImage<LxBW16>*, int)", Distance)};
   AddCounted(all, "LxBW8", "int");
   AddCounted(all, "LxC24", "LxC24");
+  // Passes of plain loops add up.
+  for (Reference& each : all) each.rounds = 4;
   return all;
 }
 

@@ -115,8 +115,10 @@ std::vector<Reference> LookupReferences() {
       BitTableReference("PicLut(LxROI<LxBW16>*, LxROI<LxBW8>*, LxBW8Vector*, unsigned int)"),
       Pointwise("PicLut(LxROI<LxBW16>*, LxROI<LxBW16>*, unsigned short*)",
                 MapThroughTable<unsigned short*>),
+      // Each case draws 65536 elements.
       Pointwise("PicLut(LxROI<LxBW16>*, LxROI<LxBW16>*, LxBW16Vector*)",
-                MapThroughVector<LxBW16Vector>),
+                MapThroughVector<LxBW16Vector>)
+          .InRounds(3),
       Pointwise("PicTransform(LxROI<LxBW8>*, LxROI<LxBW8>*, unsigned char (*)(unsigned char), int)",
                 MapThroughFunction<catalogue::ByteFunction>),
       Pointwise("PicTransform(LxROI<LxBW16>*, LxROI<LxBW16>*, unsigned short (*)(unsigned short))",

@@ -7,6 +7,7 @@
 #include <cfloat>
 #include <cmath>
 #include <limits>
+#include <map>
 #include <set>
 
 #include "support/allocation_failure.h"
@@ -60,6 +61,12 @@ TEST(Contract, BadArgumentsAreRefusedInOrder) {
   });
 }
 
+// Whether source and destination may be one region with any arguments.
+bool HaveOneSize(const Operation& operation) {
+  return !operation.Has(catalogue::SizeRule::kFollows) &&
+         !operation.Has(catalogue::SizeRule::kPart);
+}
+
 // What the catalogue says of running in place fits the types and the refusals; the sweep sees that
 // it works. Images that share their first pixel and not the rest are different ones.
 TEST(Contract, InPlaceIsAsStated) {
@@ -72,6 +79,7 @@ TEST(Contract, InPlaceIsAsStated) {
     for (const std::size_t source : sources) {
       if (operation.parameters[source].pixel != pixel) continue;
       sameType = true;
+      if (!HaveOneSize(operation)) continue;
       constexpr Size kSize = {19, 3};
       Trial trial(operation, choice, kSize);
       auto& read = *std::get<LxGenericROI*>(trial.call.values[source]);
@@ -155,17 +163,19 @@ TEST(Contract, ExtremeArguments) {
   });
 }
 
+// Names that are traced before the operation's own.
+std::vector<std::string> InnerNames(const Operation& operation, std::vector<std::string> trace) {
+  if (!operation.trace.empty() && !trace.empty()) trace.pop_back();
+  return trace;
+}
+
 // Lets each allocation of a call fail, and collects the names that are then traced before the
 // operation's own.
 void ExpectFailuresAreReported(Trial& trial, const Reference& reference,
                                std::set<std::vector<std::string>>& traces) {
   const Operation& operation = trial.Described();
   const Outcome& expected = trial.Expect(reference);
-  if (expected.error != LX_OK) {
-    auto names = expected.trace;
-    names.pop_back();
-    traces.insert(names);
-  }
+  if (expected.error != LX_OK) traces.insert(InnerNames(operation, expected.trace));
   trial.Run();
   trial.Prepare();
   auto live = LiveAllocations();
@@ -177,9 +187,7 @@ void ExpectFailuresAreReported(Trial& trial, const Reference& reference,
     if (code == LX_ERROR_ALLOCATION_FAILED || code == LX_ERROR_NOT_ENOUGH_MEMORY) {
       EXPECT_TRUE(operation.Refuses(code)) << catalogue::ErrorName(code);
       EXPECT_EQ(trial.TraceFault(), "");
-      auto names = TraceNow();
-      if (!names.empty()) names.pop_back();
-      traces.insert(names);
+      traces.insert(InnerNames(operation, TraceNow()));
     } else {
       EXPECT_EQ(trial.Difference(), "");
     }
@@ -201,14 +209,22 @@ void PlaceRuns(Trial& trial, Size size, Random& random) {
 }
 
 // Every allocation fails once, over arguments of every kind. A call that succeeds after all has its
-// whole result. Each name that an inner step may trace is seen.
+// whole result. Each name that an inner step may trace is seen, with one choice or another.
 TEST(Contract, FailingAllocations) {
-  ForEveryOperation([](const Operation& operation, int choice) {
+  std::map<std::string, std::set<std::vector<std::string>>> seen;
+  ForEveryOperation([&seen](const Operation& operation, int choice) {
     const Reference* const reference = FindReference(operation.signature);
     if (reference == nullptr) return;
-    std::set<std::vector<std::string>> traces;
+    auto& traces = seen[operation.signature];
     Random random(operation.signature);
-    const auto& inner = operation.innerTraces;
+    for (const std::size_t index : operation.SourceIndices()) {
+      Trial unattached(operation, choice);
+      unattached.Detach(index);
+      unattached.Run();
+      traces.insert(InnerNames(operation, TraceNow()));
+    }
+    const bool isLast = choice == ChoicesOf(operation).back();
+    const auto& inner = isLast ? operation.innerTraces : std::vector<std::vector<std::string>>();
     const auto missing = [&] {
       return std::any_of(inner.begin(), inner.end(),
                          [&](const auto& names) { return traces.count(names) == 0; });
@@ -222,7 +238,63 @@ TEST(Contract, FailingAllocations) {
       ExpectFailuresAreReported(trial, *reference, traces);
       if (testing::Test::HasFailure()) return;
     }
+    if (operation.Has(catalogue::SizeRule::kFollows))
+      return;  // the names are seen where results are resized
     for (const auto& names : inner) {
+      EXPECT_EQ(traces.count(names), 1U) << "never traced: " << names.front();
+    }
+  });
+}
+
+std::vector<std::uint8_t> BytesOf(const LxGenericROI& region, std::size_t rowBytes) {
+  std::vector<std::uint8_t> bytes;
+  for (int y = 0; y < static_cast<int>(region.GetHeight()); ++y) {
+    const auto* const row = static_cast<const std::uint8_t*>(region.GetPixelPtr(0, y));
+    bytes.insert(bytes.end(), row, row + rowBytes);
+  }
+  return bytes;
+}
+
+// An image without a size gets the one that follows, and what a region of that size would hold; or
+// none when there is no memory for it.
+TEST(Contract, ResultsAreResized) {
+  ForEveryOperation([](const Operation& operation, int choice) {
+    if (!operation.Has(catalogue::SizeRule::kFollows)) return;
+    Trial trial(operation, choice);
+    trial.Run();
+    std::vector<std::pair<std::size_t, LxGenericROI*>> results;
+    const auto detach = [&] {
+      for (const auto& [index, region] : results) trial.Detach(index);
+      trial.Prepare();
+    };
+    for (const std::size_t i : trial.Regions()) {
+      if (operation.parameters[i].size != catalogue::SizeRule::kFollows) continue;
+      results.emplace_back(i, std::get<LxGenericROI*>(trial.call.values[i]));
+    }
+    std::vector<std::vector<std::uint8_t>> expected;
+    const auto bytes = [](const LxGenericROI& region) {
+      return BytesOf(region, region.GetWidth() * std::size_t{region.GetPixelSize()});
+    };
+    for (const auto& [index, region] : results) expected.push_back(bytes(*region));
+    detach();
+    std::set<std::vector<std::string>> traces;
+    FailEachAllocation([&trial] { trial.Call(); },
+                       [&] {
+                         EXPECT_EQ(LxGetError(), LX_ERROR_ALLOCATION_FAILED);
+                         EXPECT_EQ(trial.TraceFault(), "");
+                         traces.insert(TraceNow());
+                         detach();
+                       });
+    EXPECT_EQ(LxGetError(), LX_OK);
+    for (std::size_t i = 0; i < results.size(); ++i) {
+      const auto& [index, region] = results[i];
+      const auto& made = *std::get<LxGenericROI*>(trial.call.values[index]);
+      EXPECT_EQ(made.GetWidth(), region->GetWidth());
+      EXPECT_EQ(made.GetHeight(), region->GetHeight());
+      EXPECT_EQ(bytes(made), expected[i]);
+    }
+    for (std::vector<std::string> names : operation.innerTraces) {
+      names.push_back(operation.trace);
       EXPECT_EQ(traces.count(names), 1U) << "never traced: " << names.front();
     }
   });
@@ -253,25 +325,38 @@ TEST(Contract, RegionsThatOverlapInPart) {
     }
     trial.call.values[destination] = written.get();
     operation.call(trial.call.values);
-    const std::ptrdiff_t first = RowBytes(pixel, 5);
-    const std::ptrdiff_t last = RowBytes(pixel, 105);
+    const std::ptrdiff_t bits = pixel == Pixel::kBinary ? 1 : 8 * RowBytes(pixel, 1);
     for (int y = 0; y < kHeight; ++y) {
-      for (std::ptrdiff_t x = 0; x < pitch; ++x) {
-        const bool inside = y >= 2 && y < 10 && x >= first && x < last;
-        if (inside) continue;
-        ASSERT_EQ(memory[static_cast<std::size_t>(y * pitch + x)], 0x5A) << x << " " << y;
+      for (std::ptrdiff_t x = 0; x < 8 * pitch; ++x) {
+        const bool inside = y >= 2 && y < 10 && x >= 5 * bits && x < 105 * bits;
+        const int changed = memory[static_cast<std::size_t>(y * pitch + x / 8)] ^ 0x5A;
+        if (inside || (changed & 0x80 >> x % 8) == 0) continue;
+        FAIL() << "bit " << x << " of row " << y;
       }
     }
   });
 }
 
-std::vector<std::uint8_t> BytesOf(const LxGenericROI& region, std::size_t rowBytes) {
-  std::vector<std::uint8_t> bytes;
+// The bytes of each pixel, row by row; of a binary one, its bit.
+std::vector<std::vector<std::uint8_t>> PixelsOf(const LxGenericROI& region) {
+  const unsigned size = region.GetPixelSize();
+  std::vector<std::vector<std::uint8_t>> pixels;
   for (int y = 0; y < static_cast<int>(region.GetHeight()); ++y) {
-    const auto* const row = static_cast<const std::uint8_t*>(region.GetPixelPtr(0, y));
-    bytes.insert(bytes.end(), row, row + rowBytes);
+    for (int x = 0; x < static_cast<int>(region.GetWidth()); ++x) {
+      const auto* const pixel = static_cast<const std::uint8_t*>(region.GetPixelPtr(x, y));
+      const int bit = *pixel & 0x80 >> region.GetBitPosition(x, y);
+      pixels.emplace_back(pixel, pixel + size);
+      if (size == 0) pixels.back().push_back(static_cast<std::uint8_t>(bit != 0 ? 1 : 0));
+    }
   }
-  return bytes;
+  return pixels;
+}
+
+void Invert(const LxGenericROI& region, int x, int y) {
+  auto* const pixel = static_cast<std::uint8_t*>(region.GetPixelPtr(x, y));
+  const unsigned size = region.GetPixelSize();
+  for (unsigned i = 0; i < size; ++i) pixel[i] ^= 0xFF;
+  if (size == 0) *pixel = static_cast<std::uint8_t>(*pixel ^ 0x80 >> region.GetBitPosition(x, y));
 }
 
 int ReachOf(const Trial& trial, unsigned reach, unsigned ifLeftOut) {
@@ -293,20 +378,16 @@ void ExpectReach(const Operation& operation, int choice, std::size_t index, int 
   const int down = ReachOf(trial, reach.down, reach.across);
   const std::size_t destination = operation.DestinationIndex();
   const auto& result = *std::get<LxGenericROI*>(trial.call.values[destination]);
-  const std::ptrdiff_t pixelBytes = RowBytes(operation.parameters[destination].pixel, 1);
-  const auto rowBytes = static_cast<std::size_t>(pixelBytes * kSize.width);
   trial.Run();
-  const auto before = BytesOf(result, rowBytes);
+  const auto before = PixelsOf(result);
   trial.Prepare();
-  const auto& source = *std::get<LxGenericROI*>(trial.call.values[index]);
-  auto* const pixel = static_cast<std::uint8_t*>(source.GetPixelPtr(column, row));
-  for (unsigned i = 0; i < source.GetPixelSize(); ++i) pixel[i] ^= 0xFF;
+  Invert(*std::get<LxGenericROI*>(trial.call.values[index]), column, row);
   trial.Call();
-  const auto after = BytesOf(result, rowBytes);
+  const auto after = PixelsOf(result);
   for (std::size_t i = 0; i < before.size(); ++i) {
     if (before[i] == after[i]) continue;
-    const int x = static_cast<int>(i % rowBytes) / static_cast<int>(pixelBytes);
-    const int y = static_cast<int>(i / rowBytes);
+    const int x = static_cast<int>(i) % kSize.width;
+    const int y = static_cast<int>(i) / kSize.width;
     ASSERT_LE(std::abs(x - column), across) << column << " " << row;
     ASSERT_LE(std::abs(y - row), down) << column << " " << row;
   }

@@ -23,6 +23,11 @@ bool IsNull(const Value& value) {
   }
 }
 
+// The code that is named for the argument.
+LX_ERRORS OutOfRange(std::size_t index) {
+  return static_cast<LX_ERRORS>(LX_ERROR_ARGUMENT_1_OUT_OF_RANGE + static_cast<int>(index));
+}
+
 Arguments Spoilt(const Operation& operation, int choice, const std::vector<const Fault*>& faults) {
   Arguments call(operation);
   call.SetChoice(choice);
@@ -32,6 +37,11 @@ Arguments Spoilt(const Operation& operation, int choice, const std::vector<const
 
 template <class Thrown, class Pixel>
 Pixel ThrowPixel(Pixel /*pixel*/) {
+  throw Thrown();
+}
+
+template <class Thrown, class Pixel>
+int ThrowOn(Pixel& /*pixel*/) {
   throw Thrown();
 }
 
@@ -49,6 +59,12 @@ Argument ThrowingArgument(Kind kind) {
       return &ThrowPixel<Thrown, unsigned char>;
     case Kind::kWordFunction:
       return &ThrowPixel<Thrown, unsigned short>;
+    case Kind::kBytePredicate:
+      return &ThrowOn<Thrown, LxBW8>;
+    case Kind::kWordPredicate:
+      return &ThrowOn<Thrown, LxBW16>;
+    case Kind::kColourPredicate:
+      return &ThrowOn<Thrown, LxC24>;
     case Kind::kColourLookup:
       return &lookup;
     default:
@@ -116,24 +132,53 @@ class Collector {
 
   void AddRegionFaults(std::size_t index) {
     const Parameter& parameter = operation.parameters[index];
-    Add("unattached", index, LX_ERROR_ROI_NOT_ATTACHED).misplace = [index](Trial& trial) {
-      trial.Detach(index);
-    };
+    const bool follows = parameter.size == catalogue::SizeRule::kFollows;
+    if (!follows) {
+      Add("unattached", index, operation.unattached).misplace = [index](Trial& trial) {
+        trial.Detach(index);
+      };
+    }
     const bool apart = parameter.IsWritten() && operation.Refuses(LX_ERROR_DESTINATION_IS_SOURCE);
     const Trial usual(operation, choice);
     if (!parameter.whenNull || !operation.WorksInPlace(usual.call.values)) {
       Fault& null =
-          Add("null", index, apart ? LX_ERROR_DESTINATION_IS_SOURCE : LX_ERROR_ROI_NOT_ATTACHED);
+          Add("null", index, apart ? LX_ERROR_DESTINATION_IS_SOURCE : operation.unattached);
       null.misplace = [index](Trial& trial) {
         trial.call.values[index] = static_cast<LxGenericROI*>(nullptr);
       };
       null.relates = apart;
     }
-    if (SizesMustAgree(operation) && usual.Regions().size() > 1) AddSizes(index);
+    if (follows || parameter.size == catalogue::SizeRule::kPart) {
+      AddOtherSizes(index, usual.SizeOf(index, kSize));
+    } else if (MustAgree(index)) {
+      AddSizes(index);
+    }
     if (operation.followsRuns && !parameter.IsWritten()) AddStaleRuns(index);
     if (!apart || operation.WorksInPlace(usual.call.values)) return;
     for (const std::size_t source : operation.SourceIndices()) {
       if (operation.parameters[source].pixel == parameter.pixel) AddSource(index, source);
+    }
+  }
+
+  // Whether a region must have the size of another one.
+  bool MustAgree(std::size_t index) const {
+    const auto agrees = [](const Parameter& each) {
+      return each.IsRegion() && each.size == catalogue::SizeRule::kEqual;
+    };
+    const auto& all = operation.parameters;
+    return agrees(all[index]) && std::count_if(all.begin(), all.end(), agrees) > 1;
+  }
+
+  // Views of memory, which keep their size.
+  void AddOtherSizes(std::size_t index, Size right) {
+    const Pixel pixel = operation.parameters[index].pixel;
+    for (const Size size :
+         {Size{right.width + 1, right.height}, Size{right.width, right.height + 1}, Size{0, 0}}) {
+      Fault& fault = Add(std::to_string(size.width) + " wide", index, LX_ERROR_SIZE_MISMATCH);
+      fault.misplace = [=](Trial& trial) {
+        trial.Place(index, Picture(pixel, size.width, size.height), {});
+      };
+      fault.relates = true;
     }
   }
 
@@ -153,8 +198,8 @@ class Collector {
       Fault& fault =
           Add(twin ? "a source's twin" : "a source", index, LX_ERROR_DESTINATION_IS_SOURCE);
       fault.misplace = [=](Trial& trial) {
-        if (trial.IsPlaced(source)) {
-          trial.call.values[index] = twin ? trial.Twin(source) : trial.call.values[source];
+        if (trial.IsPlaced(source) && trial.IsPlaced(index)) {
+          trial.call.values[source] = twin ? trial.Twin(index) : trial.call.values[index];
         }
       };
       fault.relates = true;
@@ -193,7 +238,7 @@ class Collector {
     if (!parameter.whenNull) {
       const LX_ERRORS code = parameter.kind == Kind::kKernel ? LX_ERROR_KERNEL_NO_DATA
                              : vector                        ? LX_ERROR_VECTOR_NO_DATA
-                                                             : LX_ERROR_ARGUMENT_3_OUT_OF_RANGE;
+                                                             : OutOfRange(index);
       Add("null", index, code).spoil = [index](Arguments& call) { call.SetNull(index); };
     }
     if (parameter.kind == Kind::kKernel) AddKernels(index);
@@ -238,6 +283,13 @@ class Collector {
           AddFound("of kind " + std::to_string(kind), index,
                    [=](Arguments& call) { call.SetVector(index, content); });
         }
+      }
+    } else if (parameter.perColumn) {
+      for (const int count : {0, kSize.width - 1, kSize.width + 1}) {
+        Elements content;
+        content.values.assign(static_cast<std::size_t>(count) * FieldsOf(parameter.kind), 1);
+        Add("of length " + std::to_string(count), index, LX_ERROR_WRONG_VECTOR_SIZE).misplace =
+            [=](Trial& trial) { trial.SetVector(index, content); };
       }
     } else if (!parameter.counts.empty()) {
       const unsigned last = parameter.counts.back();

@@ -39,16 +39,10 @@ struct Reason {
   std::string_view words;
 };
 
-constexpr std::string_view kTooLarge =
-    "plain sums for every split of 65536 bins take a second; tests/histogram compares short ranges";
-
 constexpr Reason kReasons[] = {
     {"PicSetOverlayColor(LxC24)", "sets what other calls draw with, and the getter gives back"},
     {"PicGetOverlayColor()", "gives back what the setter set"},
-    {"PicVect1c2(ARITH_LOGIC_OPERATIONS, LxVector*, double, LxVector*)", "always refuses"},
-    {"PicHistogramThresholdBW16(LxBWHistogramVector*, unsigned int&, float&, float&, float, "
-     "unsigned int, unsigned int)",
-     kTooLarge}};
+    {"PicVect1c2(ARITH_LOGIC_OPERATIONS, LxVector*, double, LxVector*)", "always refuses"}};
 
 }  // namespace
 
@@ -93,10 +87,13 @@ const Reference* FindReference(std::string_view signature) {
   static const auto references = [] {
     std::map<std::string, Reference, std::less<>> made;
     for (const auto family :
-         {ColourReferences, ArithmeticReferences, ConvertReferences, LookupReferences,
-          VectorArithmeticReferences, FilterReferences, SmoothingReferences, KernelReferences,
-          HistogramReferences, ThresholdReferences, BoxAndDiskReferences, NonlinearReferences,
-          ThinningReferences}) {
+         {ColourReferences,     ArithmeticReferences,       ConvertReferences,
+          LookupReferences,     VectorArithmeticReferences, FilterReferences,
+          SmoothingReferences,  KernelReferences,           HistogramReferences,
+          ThresholdReferences,  BoxAndDiskReferences,       NonlinearReferences,
+          ThinningReferences,   ThresholdingReferences,     ResamplingReferences,
+          GeometryReferences,   StatisticsReferences,       MeasureReferences,
+          CorrectionReferences, SequenceReferences}) {
       for (Reference& each : family()) made.emplace(each.signature, std::move(each));
     }
     return made;

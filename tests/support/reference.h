@@ -37,7 +37,13 @@ struct Reference {
   /// By how much numbers and elements may differ from the reference's, as a part of them; and why.
   double tolerance = 0;
   std::string reason;
+  /// How often the sweep goes through all widths.
+  int rounds = 8;
 
+  Reference InRounds(int fewer) && {
+    rounds = fewer;
+    return std::move(*this);
+  }
   Reference Within(double part, std::string because) && {
     tolerance = part;
     reason = std::move(because);
@@ -74,5 +80,13 @@ std::vector<Reference> ThresholdReferences();
 std::vector<Reference> BoxAndDiskReferences();
 std::vector<Reference> NonlinearReferences();
 std::vector<Reference> ThinningReferences();
+std::vector<Reference> ThresholdingReferences();
+std::vector<Reference> ResamplingReferences();
+std::vector<Reference> GeometryReferences();
+std::vector<Reference> StatisticsReferences();
+std::vector<Reference> MomentReferences();
+std::vector<Reference> MeasureReferences();
+std::vector<Reference> CorrectionReferences();
+std::vector<Reference> SequenceReferences();
 
 }  // namespace lx::test

@@ -8,7 +8,11 @@ namespace lx::test {
 namespace {
 
 constexpr int kWidths = 300;  // past two vectors of the widest pixels on every instruction set
-constexpr int kRounds = 8;
+#ifdef __SANITIZE_ADDRESS__
+constexpr bool kInstrumented = true;
+#else
+constexpr bool kInstrumented = false;
+#endif
 // Cases of an operation that takes no region, and of one with vectors of 65536 elements.
 constexpr int kWithoutRegions = 600;
 constexpr int kLargeVectors = 40;
@@ -46,7 +50,7 @@ class Sweeper {
       for (int i = 0; i < cases; ++i) Run(SweepCase{});
       return std::move(result);
     }
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < Rounds(); ++round) {
       for (int width = 1; width <= kWidths; ++width) {
         const int height = width < 12 || width % 16 == round ? 5 : 1 + round;
         RunRandom({width, height});
@@ -58,6 +62,13 @@ class Sweeper {
   }
 
  private:
+  // Choices of one operation share its loops, and instrumented code takes ten times as long.
+  int Rounds() const {
+    int rounds = reference.rounds;
+    if (ChoicesOf(operation).size() > 8) rounds = (rounds + 1) / 2;
+    return kInstrumented ? (rounds + 3) / 4 : rounds;
+  }
+
   // The small axes are drawn anew for each case: some two thousand cases a choice meet every pair
   // of their values.
   void RunRandom(Size size) {

@@ -26,9 +26,14 @@ class CaseBuilder {
   void Build() {
     const Operation& operation = trial.Described();
     const std::size_t destination = operation.DestinationIndex();
-    for (const std::size_t i : trial.Regions()) {
-      if (operation.parameters[i].IsWritten()) Place(i);
-    }
+    const auto place = [&](bool follows) {
+      for (const std::size_t i : trial.Regions()) {
+        const Parameter& parameter = operation.parameters[i];
+        const bool isOne = (parameter.size == catalogue::SizeRule::kFollows) == follows;
+        if (parameter.IsWritten() && isOne) Place(i);
+      }
+    };
+    place(false);
     std::size_t source = 0;
     for (const std::size_t i : operation.SourceIndices()) {
       if (MayShare(i, source++, destination)) {
@@ -37,18 +42,21 @@ class CaseBuilder {
         Place(i);
       }
     }
+    place(true);
   }
 
  private:
   void Place(std::size_t index) {
     const Parameter& parameter = trial.Described().parameters[index];
-    Size size = sweepCase.size;
+    Size size = trial.SizeOf(index, sweepCase.size);
     if (parameter.size == catalogue::SizeRule::kFree) {
       size.width += static_cast<int>(random.Between(0, 9));
       size.height += static_cast<int>(random.Between(0, 3));
     }
     Picture picture(parameter.pixel, size.width, size.height);
-    Fill(picture, sweepCase.content, slot, level, random);
+    if (!trial.FillWithCoordinates(index, picture, random.Below(3) == 0, random)) {
+      Fill(picture, sweepCase.content, slot, level, random);
+    }
     const bool runs = sweepCase.runs && !parameter.IsWritten() && parameter.pixel != Pixel::kBinary;
     if (runs) picture.runs = DrawRuns(picture, random);
     trial.Place(index, picture, sweepCase.layouts[static_cast<std::size_t>(slot++)],
@@ -59,6 +67,7 @@ class CaseBuilder {
     const auto& parameters = trial.Described().parameters;
     return destination < parameters.size() && Shares(sweepCase.onto, source) &&
            parameters[index].pixel == parameters[destination].pixel &&
+           !trial.Described().Has(catalogue::SizeRule::kPart) &&
            trial.Described().WorksInPlace(trial.call.values);
   }
 

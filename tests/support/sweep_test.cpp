@@ -55,6 +55,16 @@ TEST_P(SweepTest, EqualsReferenceEverywhere) {
 
 INSTANTIATE_TEST_SUITE_P(Catalogue, SweepTest, testing::ValuesIn(AllOperations()), TestName);
 
+// The places that a sweep draws hold rows of bits that start at each bit of a byte.
+TEST(Layouts, BinaryChildrenStartAtEveryBit) {
+  std::set<int> bits;
+  for (int offset = kGuardBefore; offset < 64; ++offset) {
+    const Arena arena(0, Pixel::kBinary, 19, 3, {Pitch::kChild, offset});
+    bits.insert(arena.Region()->GetBitPosition(0, 0));
+  }
+  EXPECT_EQ(bits.size(), 8U);
+}
+
 // An instruction set that the processor offers and the build leaves out runs nowhere: then the
 // sweep would pass without having seen it.
 TEST(InstructionSets, EveryOneOfThisProcessorIsSwept) {

@@ -50,7 +50,7 @@ Trial::Trial(const Operation& described, Arguments arguments)
       regions.push_back(i);
     } else if (call.Content(i) != nullptr) {
       before[i] = *call.Content(i);
-    } else if (catalogue::IsNumber(parameter.kind)) {
+    } else if (std::holds_alternative<double>(call.values[i])) {
       before[i] = call.NumberBefore(i);
     }
   }
@@ -62,14 +62,35 @@ Trial::Trial(const Operation& described, Arguments arguments, Size size)
   for (const std::size_t i : regions) {
     const Parameter& parameter = described.parameters[i];
     const int more = parameter.size == catalogue::SizeRule::kFree ? 5 : 0;
-    Picture picture(parameter.pixel, size.width + more, size.height + more);
-    Fill(picture, Content::kNoise, 0, 0, random);
+    const Size own = SizeOf(i, size);
+    Picture picture(parameter.pixel, own.width + more, own.height + more);
+    if (!FillWithCoordinates(i, picture, false, random)) {
+      Fill(picture, Content::kNoise, 0, 0, random);
+    }
     Place(i, picture, {Pitch::kOdd, static_cast<int>(i)});
   }
 }
 
 Trial::Trial(const Operation& described, int choice, Size size)
     : Trial(described, UsualArguments(described, choice), size) {}
+
+Size Trial::SizeOf(std::size_t index, Size agreed) const {
+  const catalogue::SizeRule rule = operation.parameters[index].size;
+  if (rule != catalogue::SizeRule::kFollows && rule != catalogue::SizeRule::kPart) return agreed;
+  const catalogue::Extent extent = rule == catalogue::SizeRule::kFollows
+                                       ? operation.follows(call.values)
+                                       : operation.part(call.values, {agreed.width, agreed.height});
+  return {extent.width, extent.height};
+}
+
+bool Trial::FillWithCoordinates(std::size_t index, Picture& picture, bool strays,
+                                Random& random) const {
+  const catalogue::Meaning meaning = operation.parameters[index].meaning;
+  if (meaning == catalogue::Meaning::kLevels) return false;
+  const auto& source = std::get<Picture>(before[operation.SourceIndices().front()]);
+  FillCoordinates(picture, meaning, source.width, source.height, strays, random);
+  return true;
+}
 
 void Trial::Place(std::size_t index, const Picture& picture, Layout layout, bool absoluteRuns) {
   arenas[index] =
@@ -79,6 +100,18 @@ void Trial::Place(std::size_t index, const Picture& picture, Layout layout, bool
   if (!picture.runs.empty()) arenas[index]->SetRuns(picture.runs, absoluteRuns);
   call.values[index] = arenas[index]->Region();
   before[index] = picture;
+  if (!operation.parameters[index].IsWritten()) return;
+  call.FitColumns(picture.width);
+  for (std::size_t i = 0; i < before.size(); ++i) {
+    if (operation.parameters[i].perColumn && call.Content(i) != nullptr) {
+      before[i] = *call.Content(i);
+    }
+  }
+}
+
+void Trial::SetVector(std::size_t index, const Elements& content) {
+  call.SetVector(index, content);
+  before[index] = content;
 }
 
 void Trial::Share(std::size_t index, std::size_t destination, Alias alias) {

@@ -34,6 +34,8 @@ class Trial {
 
   /// Lays region parameter `index` out in memory, showing `picture` and with its runs.
   void Place(std::size_t index, const Picture& picture, Layout layout, bool absoluteRuns = false);
+  /// Gives vector parameter `index` another content.
+  void SetVector(std::size_t index, const Elements& content);
   /// Source `index` becomes the pixels of `destination`.
   void Share(std::size_t index, std::size_t destination, Alias alias);
   /// Replaces region parameter `index` by one of another size, or by one that is not attached.
@@ -44,6 +46,11 @@ class Trial {
     return arenas[index] != nullptr &&
            std::get<LxGenericROI*>(call.values[index]) == arenas[index]->Region();
   }
+  /// The size that region parameter `index` must have, if it follows, from what is placed already,
+  /// or is a part; else `agreed`.
+  Size SizeOf(std::size_t index, Size agreed) const;
+  /// Fills a picture for region parameter `index` with coordinates. False when it has levels.
+  bool FillWithCoordinates(std::size_t index, Picture& picture, bool strays, Random& random) const;
   /// Another region object over the pixels of region parameter `index`.
   LxGenericROI* Twin(std::size_t index) const { return arenas[index]->Twin(); }
 

@@ -5,6 +5,7 @@
 
 #include "tools/lxpic/chain/execute.h"
 #include "tools/lxpic/command/listing.h"
+#include "tools/lxpic/value/vectors.h"
 #include "tools/tool_fixture.h"
 
 namespace lx::tool {
@@ -23,9 +24,23 @@ std::string HistogramName(const Parameter& parameter) {
   return holder + std::to_string(parameter.counts.back());
 }
 
-Value NamedHistogram(const std::string& word) {
+// "@profile7", the name of a vector of kind 7 with an element for each column of an image.
+constexpr int kSide = 16;
+constexpr std::string_view kProfile = "@profile";
+// "@words9", the name of a vector of 9 words.
+constexpr std::string_view kWords = "@words";
+
+Value NamedVector(const std::string& word) {
+  if (word.starts_with(kProfile)) {
+    const auto kind = static_cast<Kind>(std::stoi(word.substr(kProfile.size())));
+    const std::size_t fields = kind == Kind::kColourVector ? 3 : 1;
+    return FindTableKind(kind)->make(std::vector<unsigned>(fields * kSide, 9));
+  }
   const auto count =
       static_cast<unsigned>(std::stoul(word.substr(word.find_first_of("0123456789"))));
+  if (word.starts_with(kWords)) {
+    return FindTableKind(Kind::kWordVector)->make(std::vector<unsigned>(count, 9));
+  }
   const auto filled = [&](auto histogram) -> Value {
     auto* const counts = static_cast<unsigned*>(histogram->GetDataPtr());
     for (unsigned i = 0; i < count; ++i) counts[i] = i % 5;
@@ -42,7 +57,15 @@ Value NamedHistogram(const std::string& word) {
 }
 
 std::string WordFor(const Parameter& parameter) {
+  if (parameter.perColumn) {
+    return std::string(kProfile).append(std::to_string(static_cast<int>(parameter.kind)));
+  }
   switch (parameter.kind) {
+    case Kind::kWordVector: {
+      const auto& counts = parameter.counts;
+      const bool full = counts.empty() || counts.front() > 0xFFFF;
+      return full ? "identity" : std::string(kWords).append(std::to_string(counts.front()));
+    }
     case Kind::kRegion:
       return NameOf(parameter.pixel);
     case Kind::kChoice:
@@ -60,6 +83,8 @@ std::string WordFor(const Parameter& parameter) {
       return parameter.counts.empty() ? "1,2,3" : HistogramName(parameter);
     case Kind::kColourLookup:
       return "none";
+    case Kind::kColourPredicate:
+      return "9,9,9";
     case Kind::kKernel:
       return parameter.trials.front() != 0 ? "thin" : "1,2,1/2,4,2/1,2,1:gain=0.0625";
     default:
@@ -84,8 +109,9 @@ ImageValue NamedImage(const std::string& word) {
   for (int number = 1; number <= static_cast<int>(Pixel::kBinary); ++number) {
     const auto pixel = static_cast<Pixel>(number);
     if (word != NameOf(pixel)) continue;
-    ImageValue image(pixel, 16, 16);
+    ImageValue image(pixel, kSide, kSide);
     image.Clear();
+    image.Row(0)[0] = 1;  // some measures ask for more than one level
     return image;
   }
   throw Failure(kFileFailed, word);
@@ -97,8 +123,15 @@ TEST(CatalogueReach, EveryOverloadIsChosenByItsWordsAndRuns) {
     SCOPED_TRACE(operation.signature);
     const auto sources = operation.SourceIndices();
     const Pixel pixel = sources.empty() ? Pixel::kBW8 : operation.parameters[sources.front()].pixel;
-    const StepContext context = ContextOf(NamedImage(NameOf(pixel)), NamedImage, NamedHistogram);
-    const auto words = WordsFor(operation);
+    ImageValue current = NamedImage(NameOf(pixel));
+    auto words = WordsFor(operation);
+    if (!sources.empty() &&
+        operation.parameters[sources.front()].size == catalogue::SizeRule::kPart) {
+      // The image is half of what the operation makes.
+      current = ImageValue(pixel, kSide, kSide / 2);
+      words.insert(words.begin(), std::to_string(kSide) + "x" + std::to_string(kSide));
+    }
+    const StepContext context = ContextOf(current, NamedImage, NamedVector);
     try {
       const Call call = ChooseOverload(operation.name, words, context);
       EXPECT_EQ(call.wordCount, words.size());

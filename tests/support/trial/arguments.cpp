@@ -25,6 +25,13 @@ unsigned short SwapWord(unsigned short value) {
   return static_cast<unsigned short>((value >> 8) | (value << 8));
 }
 
+int IsDark(LxBW8& pixel) { return pixel < 100 ? 1 : 0; }
+int LowBits(LxBW8& pixel) { return pixel & 3; }
+int IsDarkWord(LxBW16& pixel) { return pixel < 25000 ? -1 : 0; }
+int LowBitsOfWord(LxBW16& pixel) { return pixel & 0x101; }
+int IsReddish(LxC24& pixel) { return pixel.c2 > pixel.c0 ? 256 : 0; }
+int LowBitsOfColour(LxC24& pixel) { return pixel.c0 & pixel.c1 & 5; }
+
 class TurnColour : public LxColorLookup {
  public:
   void Transform(LxC24 colour, LxC24& result) override {
@@ -34,6 +41,10 @@ class TurnColour : public LxColorLookup {
 
 constexpr std::array<catalogue::ByteFunction, 2> kByteFunctions = {MirrorByte, SquareByte};
 constexpr std::array<catalogue::WordFunction, 2> kWordFunctions = {MirrorWord, SwapWord};
+constexpr std::array<catalogue::BytePredicate, 2> kBytePredicates = {IsDark, LowBits};
+constexpr std::array<catalogue::WordPredicate, 2> kWordPredicates = {IsDarkWord, LowBitsOfWord};
+constexpr std::array<catalogue::ColourPredicate, 2> kColourPredicates = {IsReddish,
+                                                                         LowBitsOfColour};
 
 // What a number that is a result holds before the call.
 constexpr double kBefore = 77;
@@ -87,6 +98,7 @@ struct Writer {
   void operator()(LxColor colour) const {
     text << '(' << colour.c0 << ' ' << colour.c1 << ' ' << colour.c2 << ')';
   }
+  void operator()(std::nullptr_t /*unwanted*/) const { text << "null"; }
   void operator()(LxKernel* kernel) const {
     text << (kernel == nullptr ? "null" : KernelText(*kernel));
   }
@@ -129,6 +141,20 @@ void Arguments::SetVector(std::size_t index, const Elements& content) {
   values[index] = made.argument;
 }
 
+void Arguments::FitColumns(int columns) {
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    const Parameter& parameter = operation->parameters[i];
+    if (!parameter.perColumn || slots[i].content == nullptr) continue;
+    Elements fitting = *slots[i].content;
+    auto& elements = fitting.values;
+    const std::size_t old = elements.size();
+    elements.resize(static_cast<std::size_t>(columns) * FieldsOf(parameter.kind));
+    // What there was, again and again.
+    for (std::size_t x = old; x < elements.size() && old > 0; ++x) elements[x] = elements[x - old];
+    SetVector(i, fitting);
+  }
+}
+
 void Arguments::SetKernel(std::size_t index, std::shared_ptr<LxKernel> kernel) {
   values[index] = kernel.get();
   slots[index].owner = std::move(kernel);
@@ -144,7 +170,7 @@ void Arguments::Reset() {
     if (!operation->parameters[i].IsWritten()) continue;
     if (slots[i].content != nullptr) {
       SetVector(i, Elements(*slots[i].content));
-    } else if (catalogue::IsNumber(operation->parameters[i].kind)) {
+    } else if (std::holds_alternative<double>(values[i])) {
       values[i] = slots[i].number;
     }
   }
@@ -188,7 +214,7 @@ void Arguments::SetUsual(std::size_t index) {
   Random random(parameter.name);
   switch (parameter.kind) {
     case Kind::kConstant:
-      values[index] = value;
+      values[index] = slots[index].number = value;
       if (parameter.pixel == Pixel::kC24)
         values[index] = LxC24{Byte(value), Byte(value), Byte(value)};
       break;
@@ -219,7 +245,9 @@ void Arguments::Draw(std::size_t index, Random& random) {
   const auto real = [&] { return static_cast<float>(DrawNumber(parameter, random)); };
   switch (parameter.kind) {
     case Kind::kConstant:
-      values[index] = constant();
+      slots[index].number =
+          parameter.role == catalogue::Role::kWritten ? kBefore : DrawConstant(parameter, random);
+      values[index] = slots[index].number;
       if (parameter.pixel != Pixel::kC24) break;
       values[index] = LxC24{Byte(constant()), Byte(constant()), Byte(constant())};
       break;
@@ -273,6 +301,15 @@ void Arguments::SetTable(std::size_t index, Random& random) {
       break;
     case Kind::kWordFunction:
       values[index] = random.Pick(kWordFunctions);
+      break;
+    case Kind::kBytePredicate:
+      values[index] = random.Pick(kBytePredicates);
+      break;
+    case Kind::kWordPredicate:
+      values[index] = random.Pick(kWordPredicates);
+      break;
+    case Kind::kColourPredicate:
+      values[index] = random.Pick(kColourPredicates);
       break;
     default:
       SetNull(index);

@@ -32,6 +32,8 @@ class Arguments {
   void SetNumber(std::size_t index, double number);
   void SetChoice(int choice);
   void SetVector(std::size_t index, const Elements& content);
+  /// Gives vectors with one element for each column as many elements.
+  void FitColumns(int columns);
   void SetKernel(std::size_t index, std::shared_ptr<LxKernel> kernel);
   void SetNull(std::size_t index);
   /// Makes the vectors and numbers that a call may have written again what they were.

@@ -75,6 +75,32 @@ void Fill(Picture& picture, Content content, int index, std::uint64_t level, Ran
   }
 }
 
+void FillCoordinates(Picture& picture, catalogue::Meaning meaning, int width, int height,
+                     bool strays, Random& random) {
+  const auto inside = [&random](int size) { return random.Between(0, std::max(size, 1) - 1); };
+  if (meaning == catalogue::Meaning::kPoints) {
+    FillEach(picture, [&] { return inside(width) | inside(height) << 16; });
+    if (!strays || picture.values.empty()) return;
+    for (int i = 0; i < 3; ++i) {
+      picture.values[random.Below(picture.values.size())] =
+          i == 0 ? Value{width} : random.Between(0, 0xFFFFFFFF);
+    }
+    return;
+  }
+  // Everywhere, around the source, or like the place that they stand at.
+  const std::size_t style = random.Below(3);
+  const int size = meaning == catalogue::Meaning::kColumns ? width : height;
+  for (int y = 0; y < picture.height; ++y) {
+    for (int x = 0; x < picture.width; ++x) {
+      const Value here = meaning == catalogue::Meaning::kColumns ? x : y;
+      const Value value = style == 0   ? random.Between(0, 0xFFFF)
+                          : style == 1 ? random.Between(-2, size + 1)
+                                       : here;
+      picture.At(x, y) = value & 0xFFFF;
+    }
+  }
+}
+
 namespace {
 
 enum class RunStyle {

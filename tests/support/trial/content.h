@@ -26,6 +26,11 @@ inline constexpr std::array kContents = {Content::kNoise,    Content::kRamp,    
 /// Fills picture number `index` of a case. `level` is what the pictures of the case share.
 void Fill(Picture& picture, Content content, int index, std::uint64_t level, Random& random);
 
+/// Fills a picture whose pixels are coordinates in a source of `width` by `height`. Points lie in it,
+/// unless `strays` says that some may not; columns and rows may lie anywhere.
+void FillCoordinates(Picture& picture, catalogue::Meaning meaning, int width, int height,
+                     bool strays, Random& random);
+
 /// Runs of every kind for a picture: overlapping, empty, whole rows, single pixels; mostly none.
 std::vector<Run> DrawRuns(const Picture& picture, Random& random);
 

@@ -21,6 +21,10 @@ struct Outcome {
   std::vector<std::string> trace;  ///< innermost first
 
   double& Number(std::size_t index) { return std::get<double>(values[index]); }
+  /// A result that may be unwanted.
+  void Offer(std::size_t index, double number) {
+    if (auto* const wanted = std::get_if<double>(&values[index])) *wanted = number;
+  }
   Elements& Vector(std::size_t index) { return std::get<Elements>(values[index]); }
   Picture& Image(std::size_t index) { return std::get<Picture>(values[index]); }
   const Picture& Image(std::size_t index) const { return std::get<Picture>(values[index]); }

@@ -15,7 +15,7 @@ namespace {
 using Owner = std::unique_ptr<LxGenericROI>;
 
 // Margins of a child region inside its parent, in pixels.
-constexpr int kLeft = 3;
+constexpr int kLeft = 3;  // of binary ones, as the offset says
 constexpr int kRight = 2;
 constexpr int kTop = 1;
 constexpr int kBottom = 1;
@@ -106,8 +106,12 @@ std::string LayoutText(Layout layout) {
 }
 
 Arena::Arena(std::size_t slot, Pixel type, int w, int h, Layout layout)
-    : pixel(type), width(w), height(h), child(layout.pitch == Pitch::kChild) {
-  const int wholeWidth = child ? w + kLeft + kRight : w;
+    : pixel(type),
+      width(w),
+      height(h),
+      child(layout.pitch == Pitch::kChild),
+      left(type == Pixel::kBinary ? layout.offset & 15 : kLeft) {
+  const int wholeWidth = child ? w + left + kRight : w;
   const int wholeHeight = child ? h + kTop + kBottom : h;
   const std::ptrdiff_t rowBytes = RowBytes(type, wholeWidth);
   pitch = PitchBytes(layout.pitch, rowBytes);
@@ -130,15 +134,15 @@ Arena::Arena(std::size_t slot, Pixel type, int w, int h, Layout layout)
   region = MakeRegion(parent);
   twin = MakeRegion(twinParent);
   if (!child) return;
-  firstBit = type == Pixel::kBinary ? kLeft % 8 : 0;
-  origin += kTop * pitch + (type == Pixel::kBinary ? kLeft / 8 : RowBytes(type, kLeft));
+  firstBit = type == Pixel::kBinary ? left % 8 : 0;
+  origin += kTop * pitch + (type == Pixel::kBinary ? left / 8 : RowBytes(type, left));
 }
 
 Owner Arena::MakeRegion(Owner& whole) const {
   const Placement place{memory + origin, pitch, 0};
   if (!child) return MakeView(pixel, width, height, place);
-  whole = MakeView(pixel, width + kLeft + kRight, height + kTop + kBottom, place);
-  return MakeChild(pixel, whole.get(), kLeft, kTop, width, height);
+  whole = MakeView(pixel, width + left + kRight, height + kTop + kBottom, place);
+  return MakeChild(pixel, whole.get(), left, kTop, width, height);
 }
 
 void Arena::Paint(const Picture& picture, std::vector<std::uint8_t>& bytes) const {

@@ -44,7 +44,9 @@ inline constexpr int kGuardBefore = -2;
 /// How a region lies in memory.
 struct Layout {
   Pitch pitch = Pitch::kTight;
-  int offset = kGuardBehind;  ///< address of the first byte modulo 64, or one of the above
+  /// Address of the first byte modulo 64, or one of the above. Rows of a binary child start at any
+  /// bit, which it chooses, too.
+  int offset = kGuardBehind;
 };
 std::string LayoutText(Layout layout);
 
@@ -80,6 +82,7 @@ class Arena {
   int width;
   int height;
   bool child;
+  int left;  // pixels of the parent beside a child
   std::ptrdiff_t pitch = 0;
   std::ptrdiff_t origin = 0;  ///< of the region's pixel (0, 0) in the memory
   int firstBit = 0;

@@ -22,6 +22,7 @@ struct VectorType {
   double maximum;  ///< of an element
   VectorObject (*make)(const Elements&);
   Elements (*read)(const Argument&);
+  std::size_t fields = 1;  ///< of an element
 };
 
 template <class Vector>
@@ -54,6 +55,24 @@ Elements ReadHistogram(const Argument& vector) {
   const auto& read = *std::get<LxBWHistogramVector*>(vector);
   Elements content;
   content.values.assign(read.begin(), read.end());
+  return content;
+}
+
+// Three values an element.
+VectorObject MakeColours(const Elements& content) {
+  auto made = std::make_shared<LxC24Vector>();
+  const auto byte = [&](std::size_t i) { return static_cast<std::uint8_t>(content.values[i]); };
+  for (std::size_t i = 0; i + 2 < content.values.size(); i += 3) {
+    made->AddElement({byte(i), byte(i + 1), byte(i + 2)});
+  }
+  return {made, made.get()};
+}
+
+Elements ReadColours(const Argument& vector) {
+  Elements content;
+  for (const LxC24& each : *std::get<LxC24Vector*>(vector)) {
+    for (const std::uint8_t value : {each.c0, each.c1, each.c2}) content.values.push_back(value);
+  }
   return content;
 }
 
@@ -105,7 +124,10 @@ Elements ReadUntyped(const Argument& vector) {
 }
 
 constexpr std::array kTypes = {
-    TypedVector<LxBW8Vector>(Kind::kByteVector), TypedVector<LxBW16Vector>(Kind::kWordVector),
+    TypedVector<LxBW8Vector>(Kind::kByteVector),
+    TypedVector<LxBW16Vector>(Kind::kWordVector),
+    TypedVector<LxBW32Vector>(Kind::kDoubleWordVector),
+    VectorType{Kind::kColourVector, 255.0, MakeColours, ReadColours, 3},
     VectorType{Kind::kHistogramVector, 4294967295.0, MakeHistogram, ReadHistogram},
     VectorType{Kind::kVector, 4294967295.0, MakeUntyped, ReadUntyped}};
 
@@ -171,12 +193,15 @@ Elements DrawUntyped(const Parameter& parameter, Random& random) {
 
 VectorObject MakeVector(Kind kind, const Elements& content) { return TypeOf(kind).make(content); }
 
+std::size_t FieldsOf(Kind kind) { return TypeOf(kind).fields; }
+
 Elements ReadVector(Kind kind, const Argument& vector) { return TypeOf(kind).read(vector); }
 
 Elements DrawElements(const Parameter& parameter, Random& random) {
   if (parameter.kind == Kind::kVector) return DrawUntyped(parameter, random);
   Elements made;
-  made.values.resize(parameter.counts.empty() ? random.Below(70) : random.Pick(parameter.counts));
+  made.values.resize(TypeOf(parameter.kind).fields *
+                     (parameter.counts.empty() ? random.Below(70) : random.Pick(parameter.counts)));
   DrawValues(made.values, 0, TypeOf(parameter.kind).maximum, random);
   return made;
 }
@@ -184,7 +209,8 @@ Elements DrawElements(const Parameter& parameter, Random& random) {
 Elements UsualElements(const Parameter& parameter) {
   Random random(parameter.name);
   Elements made;
-  made.values.resize(parameter.counts.empty() ? 64 : parameter.counts.back());
+  made.values.resize(TypeOf(parameter.kind).fields *
+                     (parameter.counts.empty() ? 64 : parameter.counts.back()));
   if (parameter.kind == Kind::kVector) {
     const bool entries = !parameter.counts.empty();
     made.kind = entries ? LX_VECTOR_HISTOGRAM : LX_VECTOR_NONE;

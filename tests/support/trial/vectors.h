@@ -32,6 +32,8 @@ struct VectorObject {
 
 /// A vector of this content.
 VectorObject MakeVector(catalogue::Kind kind, const Elements& content);
+/// How many values stand for one element.
+std::size_t FieldsOf(catalogue::Kind kind);
 /// The content of a vector.
 Elements ReadVector(catalogue::Kind kind, const catalogue::Argument& vector);
 

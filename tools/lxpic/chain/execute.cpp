@@ -40,14 +40,26 @@ ImageValue StartOf(Pixel pixel, const Size& size, const ImageValue& model) {
   return zeros;
 }
 
-std::vector<Destination> MakeDestinations(const Call& call, const ImageValue& current) {
+std::vector<Destination> MakeDestinations(const Call& call, const ImageValue& current,
+                                          const Arguments& arguments) {
   std::vector<Destination> made;
   const Operation& operation = *call.operation;
   for (std::size_t i = 0; i < operation.parameters.size(); ++i) {
     const auto& parameter = operation.parameters[i];
     if (!parameter.IsRegion() || !parameter.IsWritten()) continue;
+    if (parameter.size == catalogue::SizeRule::kFollows) {
+      const auto [width, height] = operation.follows(arguments);
+      const ImageValue start = StartOf(parameter.pixel, {width, height}, {});
+      made.push_back({i, start, start.Clone()});
+      continue;
+    }
+    Size size = SizeOfDestinations(call);
+    if (parameter.size == catalogue::SizeRule::kPart) {
+      const auto [width, height] = operation.part(arguments, {size.width, size.height});
+      size = {width, height};
+    }
     const ImageValue& model = call.modifiers.onto && made.empty() ? call.modifiers.onto : current;
-    const ImageValue start = StartOf(parameter.pixel, SizeOfDestinations(call), model);
+    const ImageValue start = StartOf(parameter.pixel, size, model);
     made.push_back({i, start, start.Clone()});
   }
   return made;
@@ -88,9 +100,9 @@ Value ResultOf(const Value& value, const Argument& argument) {
 }  // namespace
 
 Outcome Execute(const Call& call, const ImageValue& current, int repeat) {
-  const auto destinations = MakeDestinations(call, current);
   Arguments start;
   for (const Value& value : call.values) start.push_back(value.argument);
+  const auto destinations = MakeDestinations(call, current, start);
   for (const Destination& each : destinations) start[each.index] = each.image.Region();
 
   Arguments arguments;

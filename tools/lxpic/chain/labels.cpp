@@ -32,6 +32,8 @@ constexpr std::array kKindLabels = {KindLabels{Kind::kByteTable, "array", Pixel:
                                     KindLabels{Kind::kWordTable, "array", Pixel::kNone},
                                     KindLabels{Kind::kByteVector, "vector", Pixel::kBW8},
                                     KindLabels{Kind::kWordVector, "vector", Pixel::kBW16},
+                                    KindLabels{Kind::kDoubleWordVector, "vector", Pixel::kBW32},
+                                    KindLabels{Kind::kColourVector, "vector", Pixel::kC24},
                                     KindLabels{Kind::kHistogramVector, "vector", Pixel::kNone},
                                     KindLabels{Kind::kVector, "untyped", Pixel::kNone},
                                     KindLabels{Kind::kByteFunction, "function", Pixel::kNone},
@@ -57,6 +59,10 @@ std::vector<std::string> AllLabelsOf(const Operation& operation) {
   std::vector<std::string> labels;
   const Pixel written = DestinationPixelOf(operation);
   AddPixel(labels, written);
+  if (written != Pixel::kNone && operation.SourceIndices().empty() &&
+      operation.parameters[operation.DestinationIndex()].role == catalogue::Role::kUpdated) {
+    AddOnce(labels, "in-place");
+  }
   for (std::size_t i = 0; i < operation.parameters.size(); ++i) {
     const Parameter& parameter = operation.parameters[i];
     if (IsResult(operation, i)) AddOnce(labels, parameter.name);

@@ -146,6 +146,18 @@ std::vector<std::string> OperationNames() {
   return names;
 }
 
+// Real numbers whose names are the same but for one x that is a y.
+bool StartsPair(const Operation& operation, std::size_t index) {
+  if (index + 1 >= operation.parameters.size()) return false;
+  const Parameter& x = operation.parameters[index];
+  const Parameter& y = operation.parameters[index + 1];
+  if (!IsOperand(x) || !IsOperand(y) || x.leftOut || y.leftOut) return false;
+  if (x.kind != catalogue::Kind::kReal || y.kind != catalogue::Kind::kReal) return false;
+  const auto [inX, inY] = std::mismatch(x.name.begin(), x.name.end(), y.name.begin(), y.name.end());
+  if (inX == x.name.end() || inY == y.name.end()) return false;
+  return *inX == 'x' && *inY == 'y' && std::equal(inX + 1, x.name.end(), inY + 1, y.name.end());
+}
+
 Call ChooseOverload(const std::string& name, Words words, const StepContext& context) {
   auto overloads = OverloadsOf(name);
   const auto [modifiers, skipped] = TakeModifiers(words, overloads, context);

@@ -72,6 +72,10 @@ bool IsOperation(const std::string& name);
 /// All names, each once, in the order of the catalogue.
 std::vector<std::string> OperationNames();
 
+/// Whether a parameter and the next one are the coordinates of a point, or another pair of x and y,
+/// that may be written as one word.
+bool StartsPair(const catalogue::Operation& operation, std::size_t index);
+
 /// Finds the overload of `name` that has the labels and that the words behind them fit. The current
 /// image is the first source unless `_` puts it elsewhere. Among overloads that fit, one that reads
 /// the current image goes before one that does not, then one whose destination has the current

@@ -56,7 +56,7 @@ Value Reading::ReadParameter(std::size_t index) {
   const Parameter& parameter = operation.parameters[index];
   if (parameter.IsRegion()) return parameter.IsWritten() ? Value{} : TakeSource(parameter);
   if (!IsOperand(parameter)) return MakeResult(parameter);
-  return parameter.leftOut ? TakeOption(parameter) : TakeOperand(parameter);
+  return parameter.leftOut ? TakeOption(parameter) : TakeOperand(index);
 }
 
 const std::string& Reading::TakeWord(const Parameter& parameter) {
@@ -82,7 +82,7 @@ Value Reading::TakeSource(const Parameter& parameter) {
   const ImageValue image = context.findImage(word);
   CheckType(image, parameter, word);
   ++next;
-  return SourceFrom(image);
+  return SourceFrom(image, parameter);
 }
 
 Value Reading::TakeCurrent(const Parameter& parameter) {
@@ -90,7 +90,7 @@ Value Reading::TakeCurrent(const Parameter& parameter) {
   currentFits = context.current.PixelType() == parameter.pixel;
   CheckType(context.current, parameter, "the current image");
   call.readsCurrent = true;
-  return SourceFrom(context.current);
+  return SourceFrom(context.current, parameter);
 }
 
 void Reading::CheckType(const ImageValue& image, const Parameter& parameter,
@@ -100,8 +100,10 @@ void Reading::CheckType(const ImageValue& image, const Parameter& parameter,
                                  std::string(catalogue::PixelName(parameter.pixel)));
 }
 
-Value Reading::SourceFrom(const ImageValue& image) {
-  if (!call.size) call.size = Size{image.Width(), image.Height()};
+Value Reading::SourceFrom(const ImageValue& image, const Parameter& parameter) {
+  const bool agrees = parameter.size == catalogue::SizeRule::kEqual;
+  if (!call.size || (agrees && !sizeAgrees)) call.size = Size{image.Width(), image.Height()};
+  sizeAgrees = sizeAgrees || agrees;
   return {image.Region(), image.Owner(), {}};
 }
 
@@ -125,10 +127,14 @@ Value Reading::ReadWord(const Parameter& parameter, const std::string& word) con
   }
 }
 
-Value Reading::TakeOperand(const Parameter& parameter) {
+Value Reading::TakeOperand(std::size_t index) {
+  const Parameter& parameter = operation.parameters[index];
+  if (pairRest) return ReadWord(parameter, *std::exchange(pairRest, std::nullopt));
   const std::string& word = TakeWord(parameter);
   try {
-    Value value = ReadWord(parameter, word);
+    const std::size_t comma = StartsPair(operation, index) ? word.find(',') : std::string::npos;
+    Value value = ReadWord(parameter, word.substr(0, comma));
+    if (comma != std::string::npos) pairRest = word.substr(comma + 1);
     ++next;
     return value;
   } catch (const Failure&) {

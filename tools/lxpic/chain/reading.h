@@ -35,9 +35,9 @@ class Reading {
   Value ReadParameter(std::size_t index);
   Value TakeSource(const catalogue::Parameter& parameter);
   Value TakeCurrent(const catalogue::Parameter& parameter);
-  Value SourceFrom(const ImageValue& image);
+  Value SourceFrom(const ImageValue& image, const catalogue::Parameter& parameter);
   Value ReadWord(const catalogue::Parameter& parameter, const std::string& word) const;
-  Value TakeOperand(const catalogue::Parameter& parameter);
+  Value TakeOperand(std::size_t index);
   Value TakeOption(const catalogue::Parameter& parameter);
 
   const catalogue::Operation& operation;
@@ -47,7 +47,9 @@ class Reading {
   std::size_t next = 0;
   bool currentIsNamed = false;
   bool currentFits = true;
-  std::optional<Failure> unreadable;  // why a word was taken for no option
+  bool sizeAgrees = false;  // the size is that of a source which must have the destination's
+  std::optional<std::string> pairRest;  // the y of a word x,y whose x is read
+  std::optional<Failure> unreadable;    // why a word was taken for no option
 };
 
 }  // namespace lx::tool

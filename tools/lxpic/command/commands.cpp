@@ -12,20 +12,19 @@
 
 #include "tools/lxpic/chain/overloads.h"
 #include "tools/lxpic/command/batch.h"
+#include "tools/lxpic/command/drawing_commands.h"
 #include "tools/lxpic/command/listing.h"
+#include "tools/lxpic/command/parsing.h"
+#include "tools/lxpic/command/sequence_commands.h"
 #include "tools/lxpic/common/failure.h"
 #include "tools/lxpic/common/words.h"
 #include "tools/lxpic/file/files.h"
 #include "tools/lxpic/file/identity.h"
 #include "tools/lxpic/file/input_file.h"
-#include "tools/lxpic/report/demo.h"
-#include "tools/lxpic/scene/synth.h"
 
 namespace lx::tool {
 
 namespace {
-
-using Arguments = std::vector<std::string>;
 
 constexpr const char* kGuide = R"(
 A chain is one or more image files and then operations, for instance
@@ -39,6 +38,7 @@ name stand, in the order that 'lxpic help OPERATION' shows:
   choices      by name: oper subtract ...
   images       a file, or @ for the input
   constants    a grey level, or a colour r,g,b
+  points       x,y
   tables       a file of numbers, identity, invert, gamma:G, threshold:N
   kernels      rows like 1,2,1/2,4,2/1,2,1, or a preset like sobel-x
   @NAME        for any of these, what a step before left under this name
@@ -65,55 +65,6 @@ Types are bw8, bw16, bw32, c24, c15, c16, c24a, complex64 and bw1. Files hold bw
 Exit codes: 0 fine, 1 an operation failed, 2 a wrong command line, 3 a file cannot be read or
 written.)";
 
-struct NamedFormat {
-  const char* name;
-  TableFormat format;
-};
-constexpr std::array kFormats = {NamedFormat{"text", TableFormat::kText},
-                                 NamedFormat{"csv", TableFormat::kCsv},
-                                 NamedFormat{"json", TableFormat::kJson}};
-
-TableFormat ReadFormat(const std::string& word) {
-  const auto* const found = std::find_if(
-      kFormats.begin(), kFormats.end(), [&](const NamedFormat& each) { return word == each.name; });
-  if (found != kFormats.end()) return found->format;
-  throw Failure(kWrongUsage, "--format: '" + word + "' is not text, csv or json");
-}
-
-// Parses the command line; false when it only asked for help, which has then been printed.
-bool Parse(CLI::App& app, Arguments arguments) {
-  app.set_version_flag("--version", "lxpic " LXPIC_VERSION, "Print the version and exit");
-  for (std::string& word : arguments) {
-    // "-.5" would be taken for an option.
-    if (word.starts_with("-.")) word.insert(1, "0");
-  }
-  std::reverse(arguments.begin(), arguments.end());
-  try {
-    app.parse(arguments);
-    return true;
-  } catch (const CLI::CallForHelp&) {
-    std::fputs(app.help().c_str(), stdout);
-  } catch (const CLI::CallForVersion& version) {
-    std::printf("%s\n", version.what());
-  } catch (const CLI::ParseError& error) {
-    throw Failure(kWrongUsage, std::string(error.what()) + "; 'lxpic help' tells more");
-  }
-  return false;
-}
-
-void AddMaxPixels(CLI::App& app) {
-  app.add_option_function<unsigned long>("--max-pixels", SetMaxPixels,
-                                         "Refuse image files of more pixels than this")
-      ->check(CLI::Range(1UL, 1UL << 40))
-      ->default_str(std::to_string(kDefaultMaxPixels))
-      ->option_text("N [" + std::to_string(kDefaultMaxPixels) + "]");
-}
-
-// Refuses what CLI11 takes for a number, and what lies within no range.
-std::string CheckNumber(const std::string& word) {
-  return ReadNumber(word) ? "" : "'" + word + "' is not a number";
-}
-
 ExitCode RunList(const Arguments& arguments) {
   CLI::App app("Lists the operations and their forms", "lxpic list");
   std::string part;
@@ -138,63 +89,6 @@ ExitCode RunInfo(const Arguments& arguments) {
     }
   }
   return code;
-}
-
-ExitCode RunSynth(const Arguments& arguments) {
-  CLI::App app("Draws a picture of a product, and prints where its defects are", "lxpic synth");
-  SynthOptions options;
-  std::string size;
-  std::string output;
-  app.add_option("SCENE", options.scene, Join(SceneNames(), " or "))->required();
-  app.add_option("-o,--output", output, "The file to write")->required();
-  app.add_option("--defects", options.defects, "How many defects")->check(CLI::Range(0, 100));
-  app.add_option("--seed", options.seed, "Of the defects and the noise")->capture_default_str();
-  app.add_option("--noise", options.noise, "Standard deviation in grey levels")
-      ->check(CheckNumber)
-      ->check(CLI::Range(0.0, 100.0))
-      ->capture_default_str();
-  app.add_option("--light", options.light, "How many percent darker the darkest corner is")
-      ->check(CheckNumber)
-      ->check(CLI::Range(0.0, 100.0))
-      ->capture_default_str();
-  app.add_option("--size", size, "WxH")->default_str("1200x900");
-  app.add_flag("--color", options.colour, "In colour");
-  if (!Parse(app, arguments)) return kFine;
-  if (!size.empty()) {
-    const auto read = ReadSize(size);
-    if (!read) throw Failure(kWrongUsage, "--size: '" + size + "' is not a size like 640x480");
-    options.size = *read;
-  }
-  CheckFormat(output);
-  const SynthPicture picture = Synthesise(options);
-  // They would damage an image that goes the same way.
-  std::FILE* const told = IsStandardOutput(output) ? stderr : stdout;
-  WriteImage(output, picture.image);
-  for (const Defect& each : picture.defects) {
-    std::fprintf(told, "%s at %d,%d %dx%d\n", each.kind.c_str(), each.x, each.y, each.width,
-                 each.height);
-  }
-  return kFine;
-}
-
-ExitCode RunDemoCommand(const Arguments& arguments) {
-  CLI::App app("Inspects a part against a golden sample, both drawn if not given", "lxpic demo");
-  DemoOptions options;
-  std::vector<std::string> files;
-  app.add_option("FILE", files, "GOLDEN and PART");
-  app.add_option("-o,--output", options.folder, "The folder for images and page")->required();
-  AddMaxPixels(app);
-  if (!Parse(app, arguments)) return kFine;
-  if (!files.empty() && files.size() != 2) {
-    throw Failure(kWrongUsage, "demo takes two images, GOLDEN and PART, or none");
-  }
-  if (!files.empty()) {
-    options.golden = files[0];
-    options.part = files[1];
-  }
-  const DemoResult result = RunDemo(options);
-  std::printf("%ld defect pixels\n%s\n", result.defectPixels, result.page.c_str());
-  return kFine;
 }
 
 ExitCode RunChain(const Arguments& arguments) {
@@ -226,7 +120,10 @@ ExitCode RunChain(const Arguments& arguments) {
                          "  list [TEXT]       the operations\n"
                          "  help [OPERATION]  this, or everything about an operation\n"
                          "  info FILE...      what image files hold\n"
-                         "  synth SCENE       draws a test picture\n"
+                         "  pyramid IMAGE     half the size, again and again\n"
+                         "  noise FRAME...    measures the noise of a camera\n"
+                         "  average FRAME...  averages each frame with those before it\n"
+                         "  synth SCENE       draws test pictures\n"
                          "  demo              an inspection, shown on a page\n") +
              kGuide);
   if (!Parse(app, arguments)) return kFine;
@@ -252,9 +149,10 @@ struct Command {
   ExitCode (*run)(const Arguments&);
 };
 
-constexpr std::array kCommands = {Command{"list", RunList}, Command{"help", RunHelp},
-                                  Command{"info", RunInfo}, Command{"synth", RunSynth},
-                                  Command{"demo", RunDemoCommand}};
+constexpr std::array kCommands = {Command{"list", RunList},        Command{"help", RunHelp},
+                                  Command{"info", RunInfo},        Command{"synth", RunSynth},
+                                  Command{"demo", RunDemoCommand}, Command{"pyramid", RunPyramid},
+                                  Command{"noise", RunNoise},      Command{"average", RunAverage}};
 
 ExitCode Dispatch(const Arguments& arguments) {
   if (arguments.empty()) return RunChain({"--help"});

@@ -78,6 +78,12 @@ std::string FormText(const Operation& operation) {
   return read.empty() ? result : Join(read, ", ") + (result.empty() ? "" : " " + result);
 }
 
+std::string Capitals(std::string text) {
+  std::transform(text.begin(), text.end(), text.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+  return text;
+}
+
 // The words of a step: the operands that must be given, and in brackets those that may be left out.
 std::string UsageText(const Operation& operation) {
   const auto sources = operation.SourceIndices();
@@ -87,12 +93,12 @@ std::string UsageText(const Operation& operation) {
   for (std::size_t i = 0; i < operation.parameters.size(); ++i) {
     const Parameter& parameter = operation.parameters[i];
     if (!IsOperand(parameter)) continue;
-    std::string name = parameter.name;
-    std::transform(name.begin(), name.end(), name.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+    const std::string name = Capitals(parameter.name);
     constantBefore = constantBefore || parameter.kind == Kind::kConstant;
     if (parameter.IsRegion() && i == sources.front()) {
       if (constantBefore) usage += std::string(" ") + kCurrentWord;
+    } else if (StartsPair(operation, i)) {
+      usage += " " + name + "," + Capitals(operation.parameters[++i].name);
     } else if (!parameter.leftOut) {
       usage += " " + name;
     } else {
@@ -120,7 +126,7 @@ std::string ErrorsText(const Operation& operation) {
   std::vector<std::string> errors;
   const bool hasRegion = std::any_of(operation.parameters.begin(), operation.parameters.end(),
                                      [](const Parameter& each) { return each.IsRegion(); });
-  if (hasRegion) {
+  if (hasRegion && operation.unattached == LX_ERROR_ROI_NOT_ATTACHED) {
     errors.push_back(catalogue::ErrorName(LX_ERROR_ROI_NOT_ATTACHED));
     errors.push_back(catalogue::ErrorName(LX_ERROR_SIZE_MISMATCH));
   }

@@ -128,6 +128,10 @@ std::string Summary(const Page& page) {
     text += "<div><b>" + std::to_string(found) + " of " + std::to_string(page.defects.size()) +
             "</b>planted defects found</div>\n";
   }
+  if (page.inUnevenLight) {
+    text += "<div><b>" + std::to_string(*page.inUnevenLight) +
+            "</b>defect pixels if the light were not evened out</div>\n";
+  }
   text += "<div><b>" + Format("%.2f ms", total.fast) + "</b>all steps, " +
           std::to_string(page.width) + " &times; " + std::to_string(page.height) +
           " pixels, one thread</div>\n";
@@ -146,7 +150,10 @@ std::string StepCard(const PageStep& step, std::size_t number) {
             Format("%.3f ms</td><td>%.3f ms", step.times->fast, step.times->plain) +
             "</td></tr></table>\n";
   }
-  return text + "</div>\n" + Figure(step.image, step.image) + "</div>\n";
+  text += "</div>\n";
+  if (step.before.empty()) return text + Figure(step.image, step.image) + "</div>\n";
+  return text + "<div class=\"pair\">" + Figure(step.before, "before") +
+         Figure(step.image, "after") + "</div>\n</div>\n";
 }
 
 // A window of `image` with the defect in its middle.

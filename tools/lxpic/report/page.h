@@ -17,11 +17,12 @@ struct StepTimes {
 };
 
 struct PageStep {
-  std::string title;
-  std::string text;
-  std::string image;
-  std::vector<std::string> commands;
-  std::optional<StepTimes> times;
+  std::string title = {};
+  std::string text = {};
+  std::string image = {};
+  std::vector<std::string> commands = {};
+  std::optional<StepTimes> times = {};
+  std::string before = {};  ///< an image to show beside the other; "" for none
 };
 
 /// A defect that was drawn, and how many of its pixels the inspection marked.
@@ -37,6 +38,7 @@ struct Page {
   int width;
   int height;
   long defectPixels;
+  std::optional<long> inUnevenLight = {};  ///< how many there would be without a flat field
   std::vector<PageStep> steps;
   std::string wholeCommand;
   std::vector<FoundDefect> defects;  ///< known only when the part was drawn

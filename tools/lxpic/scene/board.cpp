@@ -83,7 +83,9 @@ void DrawHoles(Scene& scene) {
   for (const auto& [x, y] : Points{{190, 100}, {1010, 800}}) {
     scene.Ring(x, y, 18, 3, kSilk);
     scene.Disk(x, y, 8, kGold);
+    scene.Mark(x, y);
   }
+  scene.Mark(100, 800);
 }
 
 // Round pins in two rows, in a printed frame.
@@ -120,8 +122,8 @@ void DrawComb(Scene& scene) {
 
 }  // namespace
 
-Scene DrawBoard(const Size& size) {
-  Scene scene(size, kTable);
+Scene DrawBoard(const Size& size, const Pose& pose) {
+  Scene scene(size, pose, kTable);
   scene.RoundedRectangle({50, 45, 1100, 810}, 26, kMask);
   DrawBus(scene, 300, 150, 6, 24, 25, 320);
   DrawBus(scene, 770, 325, 5, 24, 50, 230);

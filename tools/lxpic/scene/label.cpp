@@ -126,8 +126,8 @@ void DrawWarning(Scene& scene) {
 
 }  // namespace
 
-Scene DrawLabel(const Size& size) {
-  Scene scene(size, kBelt);
+Scene DrawLabel(const Size& size, const Pose& pose) {
+  Scene scene(size, pose, kBelt);
   DrawBelt(scene);
   scene.RoundedRectangle({70, 60, 1076, 800}, 22, kShadow);
   scene.RoundedRectangle({60, 50, 1080, 800}, 22, kPaper);
@@ -140,6 +140,10 @@ Scene DrawLabel(const Size& size) {
   scene.Print(170, 768, 38, false, "4 0 1 2 3 4 5  6 7 8 9 0 1", kInk);
   scene.Print(110, 822, 26, false, "Keep dry.  Handle with care.  Made for test benches.", kInk);
   DrawMatrix(scene, 818, 548, 10.8);
+  // The middle of the header's rings, and corners of the code and the bars.
+  scene.Mark(150, 135);
+  scene.Mark(818 + 24 * 10.8, 548 + 24 * 10.8);
+  scene.Mark(110, 720);
   scene.area = {95, 200, 1010, 630};
   scene.ground = kPaper;
   scene.stain = kInk;

@@ -7,15 +7,23 @@
 
 namespace lx::tool {
 
-Scene::Scene(const Size& size, const Colour& background)
+Scene::Scene(const Size& size, const Pose& pose, const Colour& background)
     : surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, size.width, size.height)),
       context(cairo_create(surface.get())) {
   CheckCairo(cairo_status(Cairo()));
   SetColour(Cairo(), background);
   cairo_paint(Cairo());
-  const double scale = std::min(size.width / kWidth, size.height / kHeight);
-  cairo_translate(Cairo(), (size.width - scale * kWidth) / 2, (size.height - scale * kHeight) / 2);
+  const double scale = pose.scale * std::min(size.width / kWidth, size.height / kHeight);
+  cairo_translate(Cairo(), size.width / 2.0 + pose.shift.x, size.height / 2.0 + pose.shift.y);
+  cairo_rotate(Cairo(), -pose.angle * std::numbers::pi / 180);
   cairo_scale(Cairo(), scale, scale);
+  cairo_translate(Cairo(), -kWidth / 2, -kHeight / 2);
+  // Letters that are fitted to the pixels would lie elsewhere in every pose.
+  cairo_font_options_t* const unfitted = cairo_font_options_create();
+  cairo_font_options_set_hint_style(unfitted, CAIRO_HINT_STYLE_NONE);
+  cairo_font_options_set_hint_metrics(unfitted, CAIRO_HINT_METRICS_OFF);
+  cairo_set_font_options(Cairo(), unfitted);
+  cairo_font_options_destroy(unfitted);
   cairo_set_line_cap(Cairo(), CAIRO_LINE_CAP_ROUND);
   cairo_set_line_join(Cairo(), CAIRO_LINE_JOIN_ROUND);
 }
@@ -67,10 +75,10 @@ void Scene::Print(double x, double y, double size, bool bold, const std::string&
   cairo_set_font_size(Cairo(), size);
   cairo_text_extents_t extents;
   cairo_text_extents(Cairo(), text.c_str(), &extents);
-  SetColour(Cairo(), colour);
   cairo_move_to(Cairo(), x, y);
-  cairo_show_text(Cairo(), text.c_str());
-  cairo_new_path(Cairo());
+  // As outlines: letters that are shown lie on whole pixels.
+  cairo_text_path(Cairo(), text.c_str());
+  Fill(colour);
   prints.push_back({x + extents.x_bearing, y + extents.y_bearing, extents.width, extents.height});
 }
 
@@ -83,6 +91,22 @@ void Scene::Trace(const std::vector<std::pair<double, double>>& points, double w
     traces.push_back({points[i - 1].first, points[i - 1].second, x, y, width});
   }
   Stroke(colour, width);
+}
+
+void Scene::Mark(double x, double y) {
+  cairo_user_to_device(Cairo(), &x, &y);
+  marks.push_back({x, y});
+}
+
+std::uint32_t* Scene::Row(int y) const {
+  cairo_surface_flush(Surface());
+  unsigned char* const pixels = cairo_image_surface_get_data(Surface());
+  const std::ptrdiff_t stride = cairo_image_surface_get_stride(Surface());
+  return reinterpret_cast<std::uint32_t*>(pixels + y * stride);
+}
+
+Scene DrawSheet(const Size& size, const Pose& pose) {
+  return {size, pose, {kSheetLevel, kSheetLevel, kSheetLevel}};
 }
 
 }  // namespace lx::tool

@@ -2,6 +2,7 @@
 // A drawing of a product, with what is needed to spoil it in believable places.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -9,6 +10,7 @@
 #include "tools/lxpic/common/cairo.h"
 #include "tools/lxpic/common/words.h"
 #include "tools/lxpic/scene/defect.h"
+#include "tools/lxpic/scene/pose.h"
 
 namespace lx::tool {
 
@@ -34,10 +36,12 @@ class Scene {
   static constexpr double kHeight = 900;
 
   /// A drawing of `size` pixels filled with `background`. Throws Failure.
-  Scene(const Size& size, const Colour& background);
+  Scene(const Size& size, const Pose& pose, const Colour& background);
 
   cairo_t* Cairo() const { return context.get(); }
   cairo_surface_t* Surface() const { return surface.get(); }
+  /// The pixels of a row: red in bits 16-23, green, blue in bits 0-7.
+  std::uint32_t* Row(int y) const;
 
   void Fill(const Colour& colour);
   void Stroke(const Colour& colour, double width);
@@ -51,6 +55,8 @@ class Scene {
   /// A line through points, remembered as traces.
   void Trace(const std::vector<std::pair<double, double>>& points, double width,
              const Colour& colour);
+  /// Remembers (x, y) as a place that is found again in any picture of the product.
+  void Mark(double x, double y);
 
   /// Where defects may lie, and with which colours they are made.
   Box area{};
@@ -59,6 +65,7 @@ class Scene {
   Colour scratch{};  ///< of scratches
   std::vector<Box> prints;
   std::vector<Segment> traces;
+  std::vector<Point> marks;  ///< in pixels
 
  private:
   SurfacePointer surface;
@@ -66,8 +73,12 @@ class Scene {
 };
 
 /// Drawings that are always the same, so that any two of a kind can be compared.
-Scene DrawLabel(const Size& size);
-Scene DrawBoard(const Size& size);
+Scene DrawLabel(const Size& size, const Pose& pose);
+Scene DrawBoard(const Size& size, const Pose& pose);
+/// How bright it is, 1 being white.
+inline constexpr double kSheetLevel = 0.92;
+/// An even sheet of grey, which fills the picture and shows nothing but the light.
+Scene DrawSheet(const Size& size, const Pose& pose);
 
 /// Draws `count` defects that do not touch each other and can be seen. Throws Failure when there is
 /// no room for them.

@@ -50,11 +50,31 @@ Value ReadKernelValue(const Parameter& /*parameter*/, const std::string& word,
   return {kernel.get(), kernel, {}};
 }
 
+// A plain function cannot carry a colour, so the one that is passed looks here, as those with a
+// table do.
+LxC24& WantedColour() {
+  thread_local LxC24 colour;
+  return colour;
+}
+
+int IsWantedColour(LxC24& pixel) { return pixel == WantedColour() ? 1 : 0; }
+
+Value ReadColourPredicate(const Parameter& parameter, const std::string& word,
+                          const ReadFileText& /*readText*/) {
+  Parameter colour = parameter;
+  colour.kind = Kind::kConstant;
+  colour.pixel = Pixel::kC24;
+  WantedColour() = std::get<LxC24>(ReadConstant(colour, word));
+  return {&IsWantedColour, {}, {}};
+}
+
 struct KindReader {
   Kind kind;
   Value (*read)(const Parameter&, const std::string&, const ReadFileText&);
   const char* forms;
 };
+
+constexpr const char* kMarkForms = "a table that marks levels: threshold:N, or a file of numbers";
 
 constexpr std::array kReaders = {
     KindReader{Kind::kConstant, ReadScalar<ReadConstant>, ""},
@@ -66,11 +86,15 @@ constexpr std::array kReaders = {
     KindReader{Kind::kWordTable, ReadTableValue, kTableForms},
     KindReader{Kind::kByteVector, ReadTableValue, kTableForms},
     KindReader{Kind::kWordVector, ReadTableValue, kTableForms},
+    KindReader{Kind::kColourVector, ReadTableValue, "a file of numbers, three for each element"},
     KindReader{Kind::kHistogramVector, ReadTableValue, "a file of counts, or @NAME"},
     KindReader{Kind::kVector, ReadUntypedVector, "numbers like 1,2,3 or u8:1,2,3"},
     KindReader{Kind::kKernel, ReadKernelValue, kKernelForms},
     KindReader{Kind::kByteFunction, ReadTableValue, kTableForms},
-    KindReader{Kind::kWordFunction, ReadTableValue, kTableForms}};
+    KindReader{Kind::kWordFunction, ReadTableValue, kTableForms},
+    KindReader{Kind::kBytePredicate, ReadTableValue, kMarkForms},
+    KindReader{Kind::kWordPredicate, ReadTableValue, kMarkForms},
+    KindReader{Kind::kColourPredicate, ReadColourPredicate, "the colour that counts: r,g,b"}};
 
 // Null for a kind that has no words yet.
 const KindReader* FindReader(const Parameter& parameter) {

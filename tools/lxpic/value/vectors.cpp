@@ -24,6 +24,14 @@ struct Fields {
   }
 };
 
+template <>
+struct Fields<LxC24> {
+  static std::vector<std::string> Names() { return {"red", "green", "blue"}; }
+  static void Load(const LxC24& element, std::vector<double>& values) {
+    for (const auto value : {element.c2, element.c1, element.c0}) values.push_back(value);
+  }
+};
+
 template <class Vector>
 Numbers ReadVector(const Vector& vector, Numbers::Drawing drawing) {
   using Element = std::remove_reference_t<decltype(vector[0])>;
@@ -61,6 +69,8 @@ struct VectorKind {
 constexpr std::array kVectorKinds = {
     VectorKind{Kind::kByteVector, MakeTyped<LxBW8Vector, Numbers::Drawing::kLine>},
     VectorKind{Kind::kWordVector, MakeTyped<LxBW16Vector, Numbers::Drawing::kLine>},
+    VectorKind{Kind::kDoubleWordVector, MakeTyped<LxBW32Vector, Numbers::Drawing::kLine>},
+    VectorKind{Kind::kColourVector, MakeTyped<LxC24Vector, Numbers::Drawing::kLine>},
     VectorKind{Kind::kHistogramVector, MakeTyped<LxBWHistogramVector, Numbers::Drawing::kBars>},
     VectorKind{Kind::kVector, MakeUntyped}};
 
@@ -105,6 +115,19 @@ Value MakeFunction(const std::vector<unsigned>& entries) {
   return {&LookUp<Element>, {}, {}};
 }
 
+template <class Pixel>
+int IsMarked(Pixel& pixel) {
+  return static_cast<int>(FunctionTable<decltype(Pixel::value)>()[pixel]);
+}
+
+// The pixels whose entries are not 0.
+template <class Pixel>
+Value MakePredicate(const std::vector<unsigned>& entries) {
+  using Element = decltype(Pixel::value);
+  FunctionTable<Element>() = FullTable<Element>(entries);
+  return {&IsMarked<Pixel>, {}, {}};
+}
+
 template <class Vector, class Plain, Numbers::Drawing drawing = Numbers::Drawing::kLine>
 Value MakeFilled(const std::vector<unsigned>& entries) {
   using Element = std::remove_reference_t<decltype(std::declval<Vector&>()[0])>;
@@ -117,6 +140,22 @@ Value MakeFilled(const std::vector<unsigned>& entries) {
   return {vector.get(), vector, [vector] { return ReadVector(*vector, drawing); }};
 }
 
+// Red, green and blue of each element.
+Value MakeColours(const std::vector<unsigned>& entries) {
+  if (entries.size() % 3 != 0) {
+    throw Failure(kWrongUsage, "colours are three numbers each, not " +
+                                   std::to_string(entries.size()) + " in all");
+  }
+  LxOk();
+  auto vector = std::make_shared<LxC24Vector>();
+  const auto byte = [&](std::size_t i) { return static_cast<std::uint8_t>(entries[i]); };
+  for (std::size_t i = 0; i < entries.size(); i += 3) {
+    vector->AddElement({byte(i + 2), byte(i + 1), byte(i)});
+  }
+  if (LxGetError() != LX_OK) throw Failure(kOperationFailed, "no memory for a vector");
+  return {vector.get(), vector, [vector] { return ReadVector(*vector, Numbers::Drawing::kLine); }};
+}
+
 template <class Element>
 constexpr TableKind MakeTableKind(Kind kind, Value (*make)(const std::vector<unsigned>&)) {
   return {kind, kEntries<Element>, kMaximum<Element>, make};
@@ -127,10 +166,13 @@ constexpr std::array kTableKinds = {
     MakeTableKind<std::uint16_t>(Kind::kWordTable, MakeRawTable<unsigned short>),
     MakeTableKind<std::uint8_t>(Kind::kByteVector, MakeFilled<LxBW8Vector, std::uint8_t>),
     MakeTableKind<std::uint16_t>(Kind::kWordVector, MakeFilled<LxBW16Vector, std::uint16_t>),
+    MakeTableKind<std::uint8_t>(Kind::kColourVector, MakeColours),
     TableKind{Kind::kHistogramVector, kEntries<std::uint8_t>, std::numeric_limits<unsigned>::max(),
               MakeFilled<LxBWHistogramVector, unsigned, Numbers::Drawing::kBars>},
     MakeTableKind<std::uint8_t>(Kind::kByteFunction, MakeFunction<unsigned char>),
-    MakeTableKind<std::uint16_t>(Kind::kWordFunction, MakeFunction<unsigned short>)};
+    MakeTableKind<std::uint16_t>(Kind::kWordFunction, MakeFunction<unsigned short>),
+    MakeTableKind<std::uint8_t>(Kind::kBytePredicate, MakePredicate<LxBW8>),
+    MakeTableKind<std::uint16_t>(Kind::kWordPredicate, MakePredicate<LxBW16>)};
 
 template <class Entry, std::size_t count>
 const Entry* Find(const std::array<Entry, count>& entries, Kind kind) {
