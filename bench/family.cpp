@@ -33,6 +33,14 @@ const Family& FamilyOf(const Operation& operation) {
           "PicLinearRegression", "PicRmsNoise", "PicSignalNoiseRatio"}) {
       made[name] = &kMeasureFamily;
     }
+    for (const char* const name : {"PicContour", "PicImageToPath", "PicPathToImage"}) {
+      made[name] = &kContourFamily;
+    }
+    for (const char* const name :
+         {"PicLineSegToVect", "PicVectToLineSeg", "PicTransitionScan", "PicGetVectTransition",
+          "PicConvolVect", "PicGetVectExtremes", "PicVectDataShift"}) {
+      made[name] = &kSegmentVectorFamily;
+    }
     return made;
   }();
   static const std::map<std::string, const Family*> families = {
@@ -44,7 +52,9 @@ const Family& FamilyOf(const Operation& operation) {
       {"geometry", &kGeometryFamily},
       {"measure", &kStatisticsFamily},
       {"correction", &kCorrectionFamily},
-      {"sequence", &kSequenceFamily}};
+      {"sequence", &kSequenceFamily},
+      {"profile", &kProfileFamily},
+      {"frequency", &kFrequencyFamily}};
   const auto own = functions.find(operation.function);
   return own != functions.end() ? *own->second : *families.at(operation.family);
 }

@@ -67,5 +67,9 @@ extern const Family kStatisticsFamily;
 extern const Family kMeasureFamily;
 extern const Family kCorrectionFamily;
 extern const Family kSequenceFamily;
+extern const Family kProfileFamily;
+extern const Family kContourFamily;
+extern const Family kSegmentVectorFamily;
+extern const Family kFrequencyFamily;
 
 }  // namespace lx::bench

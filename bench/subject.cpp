@@ -70,6 +70,7 @@ Subject::Subject(const Operation& described, const Form& selected, int w, int h)
     call.values[0] = object.argument;
   }
   call.FitColumns(w);
+  call.FitRegion(w, h);
   if (form.inPlace) call.values[described.SourceIndices().front()] = images.back().get();
 }
 

@@ -69,7 +69,8 @@ const std::vector<Operation>& All() {
          {ColourOperations, ArithmeticOperations, PointOperations, ConvolutionOperations,
           MorphologyOperations, NonlinearOperations, HistogramOperations, ThresholdingOperations,
           ResamplingOperations, GeometryOperations, StatisticsOperations, MeasureOperations,
-          CorrectionOperations, SequenceOperations}) {
+          CorrectionOperations, SequenceOperations, ProfileOperations, ContourOperations,
+          SegmentVectorOperations, FrequencyOperations}) {
       for (Operation& each : family()) all.push_back(std::move(each));
     }
     return all;

@@ -43,12 +43,15 @@ struct Extent {
   int height;
 };
 
-/// What the pixels of a region stand for.
+/// What the pixels of a region, a number or a vector stand for.
 enum class Meaning {
   kLevels,
   kColumns,  ///< signed columns of the first source
   kRows,     ///< signed rows of it
-  kPoints    ///< a column in the low 16 bits, a row in the high ones
+  kPoints,   ///< a column in the low 16 bits, a row in the high ones
+  kColumn,   ///< a column of the first region
+  kRow,      ///< a row of it
+  kSegment   ///< an untyped vector of the pixels of a line: level, column and row of each
 };
 
 /// What leaving a parameter out means.
@@ -74,6 +77,7 @@ struct Parameter {
   std::vector<Named> choices;    ///< the values of it that this form offers
   std::vector<unsigned> counts;  ///< the element counts that a vector may have; empty for any
   bool perColumn = false;        ///< a vector with one element for each column of the destination
+  bool counted = false;          ///< a vector whose element count Operation::count knows
   SizeRule size = SizeRule::kEqual;
   Meaning meaning = Meaning::kLevels;
 
@@ -133,6 +137,8 @@ struct Operation {
   Extent (*follows)(const Arguments&) = nullptr;
   /// The size that a part must have of regions of the agreed one.
   Extent (*part)(const Arguments&, Extent agreed) = nullptr;
+  /// How many elements, or groups of an untyped vector, vectors must have whose count follows.
+  std::size_t (*count)(const Arguments&) = nullptr;
   bool followsRuns = false;       ///< only the pixels of the source's run list count
   std::string pathsDiffer;        ///< how the plain path's result differs; "" when it does not
   bool hasKernel = true;          ///< the fast path dispatches on the instruction set

@@ -95,6 +95,7 @@ class ParameterWord {
         break;
       case '#':
         parameter.perColumn = Take("width");
+        parameter.counted = Take("count");
         for (const std::int64_t count : Values(Until("?=~:{("))) {
           parameter.counts.push_back(static_cast<unsigned>(count));
         }
@@ -112,7 +113,8 @@ class ParameterWord {
     static const std::map<std::string, SizeRule> sizes = {
         {"free", SizeRule::kFree}, {"follows", SizeRule::kFollows}, {"part", SizeRule::kPart}};
     static const std::map<std::string, Meaning> meanings = {
-        {"columns", Meaning::kColumns}, {"rows", Meaning::kRows}, {"points", Meaning::kPoints}};
+        {"columns", Meaning::kColumns}, {"rows", Meaning::kRows}, {"points", Meaning::kPoints},
+        {"column", Meaning::kColumn},   {"row", Meaning::kRow},   {"segment", Meaning::kSegment}};
     if (const auto size = sizes.find(word); size != sizes.end()) {
       parameter.size = size->second;
     } else if (const auto meaning = meanings.find(word); meaning != meanings.end()) {
@@ -251,6 +253,10 @@ Operation DescribeOne(std::string_view family, const Group& group, const Row& ro
   made.part = row.part;
   if (made.Has(SizeRule::kFollows) != (made.follows != nullptr)) throw std::logic_error("follows");
   if (made.Has(SizeRule::kPart) != (made.part != nullptr)) throw std::logic_error("part");
+  made.count = row.count;
+  const bool counts = std::any_of(made.parameters.begin(), made.parameters.end(),
+                                  [](const Parameter& each) { return each.counted; });
+  if (counts != (made.count != nullptr)) throw std::logic_error("count");
   made.pathsDiffer = row.pathsDiffer;
   made.hasKernel = row.withoutKernel != "all";
   if (made.hasKernel) {

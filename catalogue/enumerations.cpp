@@ -38,6 +38,22 @@ using Tables = std::map<std::string, std::vector<Named>, std::less<>>;
 
 const Tables& AllTables() {
   static const Tables tables = {
+      {"CONNEXITY",
+       WithoutPrefix("CONNEXITY_", {LX_ENUMERATOR(CONNEXITY_4), LX_ENUMERATOR(CONNEXITY_8)})},
+      {"CONTOUR_MODE",
+       WithoutPrefix("CONTOUR_", {LX_ENUMERATOR(CONTOUR_CLOCKWISE),
+                                  LX_ENUMERATOR(CONTOUR_CLOCKWISE_ALONG_BORDER),
+                                  LX_ENUMERATOR(CONTOUR_CLOCKWISE_THEN_ANTICLOCKWISE),
+                                  LX_ENUMERATOR(CONTOUR_ANTICLOCKWISE),
+                                  LX_ENUMERATOR(CONTOUR_ANTICLOCKWISE_THEN_CLOCKWISE),
+                                  LX_ENUMERATOR(CONTOUR_ANTICLOCKWISE_ALONG_BORDER)})},
+      {"CONTOUR_THRESHOLD",
+       WithoutPrefix("CONTOUR_", {LX_ENUMERATOR(CONTOUR_ABOVE_THRESHOLD),
+                                  LX_ENUMERATOR(CONTOUR_BELOW_THRESHOLD)})},
+      {"TRANS_SCAN_EDGE",
+       WithoutPrefix("TRANS_SCAN_EDGE_", {LX_ENUMERATOR(TRANS_SCAN_EDGE_RISING),
+                                          LX_ENUMERATOR(TRANS_SCAN_EDGE_FALLING),
+                                          LX_ENUMERATOR(TRANS_SCAN_EDGE_ANY)})},
       {"ARITH_LOGIC_OPERATIONS",
        WithoutPrefix("ARITH_LOGIC_", {LX_ENUMERATOR(ARITH_LOGIC_COPY),
                                       LX_ENUMERATOR(ARITH_LOGIC_INVERT),

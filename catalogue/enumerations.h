@@ -21,6 +21,22 @@ constexpr const char* EnumerationOf<ARITH_LOGIC_OPERATIONS>() {
   return "ARITH_LOGIC_OPERATIONS";
 }
 template <>
+constexpr const char* EnumerationOf<CONNEXITY>() {
+  return "CONNEXITY";
+}
+template <>
+constexpr const char* EnumerationOf<CONTOUR_MODE>() {
+  return "CONTOUR_MODE";
+}
+template <>
+constexpr const char* EnumerationOf<CONTOUR_THRESHOLD>() {
+  return "CONTOUR_THRESHOLD";
+}
+template <>
+constexpr const char* EnumerationOf<TRANS_SCAN_EDGE>() {
+  return "TRANS_SCAN_EDGE";
+}
+template <>
 constexpr const char* EnumerationOf<KERNEL_TYPE>() {
   return "KERNEL_TYPE";
 }

@@ -54,6 +54,7 @@ using ColourPredicate = int (*)(LxC24&);
   X(kBytePathVector, LxBW8PathVector*)               \
   X(kWordPathVector, LxBW16PathVector*)              \
   X(kColourPathVector, LxC24PathVector*)             \
+  X(kPeaksVector, LxPeaksVector*)                    \
   X(kDrawTarget, HDC)                                \
   X(kVector, LxVector*)                              \
   X(kKernel, LxKernel*)                              \
@@ -93,6 +94,11 @@ constexpr bool IsVector(Kind kind) {
     case Kind::kDoubleWordVector:
     case Kind::kColourVector:
     case Kind::kHistogramVector:
+    case Kind::kPathVector:
+    case Kind::kBytePathVector:
+    case Kind::kWordPathVector:
+    case Kind::kColourPathVector:
+    case Kind::kPeaksVector:
     case Kind::kVector:
       return true;
     default:

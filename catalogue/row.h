@@ -36,11 +36,14 @@ struct Row {
   ///     {NAME}           a number that also takes the names of enumeration NAME
   ///     #N,N             the element counts that a vector may have
   ///     #width           as many elements as the destination has columns
+  ///     #count           as many elements as `count` knows
   ///     (free)           a region of any size
   ///     (follows)        a result whose size `follows` knows
   ///     (part)           a region whose size `part` knows from that of the others
   ///     (columns) (rows) (points)
   ///                      a region whose pixels are coordinates in the first source
+  ///     (column) (row)   a number that is a coordinate in the first region
+  ///     (segment)        an untyped vector of the pixels of a line
   std::string_view parameters = {};
   std::string_view summary = {};
   InPlace inPlace = InPlace::kNo;
@@ -55,6 +58,7 @@ struct Row {
   LX_ERRORS unattached = LX_ERROR_ROI_NOT_ATTACHED;
   Extent (*follows)(const Arguments&) = nullptr;
   Extent (*part)(const Arguments&, Extent agreed) = nullptr;
+  std::size_t (*count)(const Arguments&) = nullptr;
   std::vector<Refusal> refusals = {};
 };
 
@@ -99,6 +103,10 @@ std::vector<Operation> MomentOperations();
 std::vector<Operation> MeasureOperations();
 std::vector<Operation> CorrectionOperations();
 std::vector<Operation> SequenceOperations();
+std::vector<Operation> ProfileOperations();
+std::vector<Operation> ContourOperations();
+std::vector<Operation> SegmentVectorOperations();
+std::vector<Operation> FrequencyOperations();
 Object KernelObject();
 Object PyramidObject();
 Object MovingAverageObject();

@@ -7,10 +7,12 @@
 #include <type_traits>
 
 #include "foundation/frame.h"
+#include "vectors/integers.h"
 
 namespace {
 
 using namespace lx;
+using namespace lx::vectors;
 
 using Operation = ARITH_LOGIC_OPERATIONS;
 
@@ -126,29 +128,6 @@ void CombineElements(Operation operation, const LxVector& source, int constant,
   Require(!combine.DividesByZero(), LX_ERROR_DIVISION_BY_ZERO);
 }
 
-using ElementWorker = void (*)(Operation, const LxVector&, int, LxVector&, const ElementRange&);
-
-template <bool kSigned>
-ElementWorker WorkerOf(int dataSize) {
-  switch (dataSize) {
-    case LX_DATA_SIZE_8:
-      return &CombineElements<std::conditional_t<kSigned, std::int8_t, std::uint8_t>>;
-    case LX_DATA_SIZE_16:
-      return &CombineElements<std::conditional_t<kSigned, std::int16_t, std::uint16_t>>;
-    default:
-      return &CombineElements<std::conditional_t<kSigned, std::int32_t, std::uint32_t>>;
-  }
-}
-
-bool HasIntegers(const LxVector& vector) {
-  const int size = vector.GetDataSize();
-  const int type = vector.GetDataType();
-  return Require(size == LX_DATA_SIZE_8 || size == LX_DATA_SIZE_16 || size == LX_DATA_SIZE_32,
-                 LX_ERROR_UNSUPPORTED_DATA_SIZE) &&
-         Require(type == LX_DATA_UNSIGNED || type == LX_DATA_SIGNED,
-                 LX_ERROR_UNSUPPORTED_DATA_TYPE);
-}
-
 bool CheckGroups(const LxVector& vector, int first, int& last) {
   const int count = vector.GetNbGroup();
   if (last == -1) last = count - 1;
@@ -189,10 +168,9 @@ void PicVect1c2(ARITH_LOGIC_OPERATIONS operation, LxVector* source, int constant
     const ElementRange range{static_cast<std::size_t>(first) * length,
                              (static_cast<std::size_t>(last) + 1) * length,
                              static_cast<std::size_t>(source->GetNbGroup()) * length};
-    const bool isSigned = source->GetDataType() == LX_DATA_SIGNED;
-    const ElementWorker worker =
-        isSigned ? WorkerOf<true>(source->GetDataSize()) : WorkerOf<false>(source->GetDataSize());
-    worker(operation, *source, constant, *destination, range);
+    VisitElement(*source, [&](auto zero) {
+      CombineElements<decltype(zero)>(operation, *source, constant, *destination, range);
+    });
   });
 }
 

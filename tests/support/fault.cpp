@@ -124,7 +124,8 @@ class Collector {
       const auto same = [value](const auto& each) { return each.value == value; };
       if (std::any_of(offered.begin(), offered.end(), same)) continue;
       const std::size_t before = faults.size();
-      AddFound(std::to_string(value), index, [value](Arguments& call) { call.SetChoice(value); });
+      AddFound(std::to_string(value), index,
+               [index, value](Arguments& call) { call.SetNumber(index, value); });
       const bool refused = faults.size() != before;
       if (refused && !seen.insert(faults.back().code).second) faults.pop_back();
     }
@@ -290,6 +291,14 @@ class Collector {
         content.values.assign(static_cast<std::size_t>(count) * FieldsOf(parameter.kind), 1);
         Add("of length " + std::to_string(count), index, LX_ERROR_WRONG_VECTOR_SIZE).misplace =
             [=](Trial& trial) { trial.SetVector(index, content); };
+      }
+    } else if (parameter.counted) {
+      const std::size_t right = operation.count(Arguments(operation).values);
+      for (const std::size_t count : {right - 1, right + 1}) {
+        Add("of length " + std::to_string(count), index, LX_ERROR_WRONG_VECTOR_SIZE).misplace =
+            [=, fields = FieldsOf(parameter.kind)](Trial& trial) {
+              trial.SetVector(index, {std::vector<double>(count * fields, 1)});
+            };
       }
     } else if (!parameter.counts.empty()) {
       const unsigned last = parameter.counts.back();

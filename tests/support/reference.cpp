@@ -93,7 +93,8 @@ const Reference* FindReference(std::string_view signature) {
           ThresholdReferences,  BoxAndDiskReferences,       NonlinearReferences,
           ThinningReferences,   ThresholdingReferences,     ResamplingReferences,
           GeometryReferences,   StatisticsReferences,       MeasureReferences,
-          CorrectionReferences, SequenceReferences}) {
+          CorrectionReferences, SequenceReferences,         ProfileReferences,
+          ContourReferences,    SegmentVectorReferences,    FrequencyReferences}) {
       for (Reference& each : family()) made.emplace(each.signature, std::move(each));
     }
     return made;

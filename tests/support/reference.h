@@ -88,5 +88,9 @@ std::vector<Reference> MomentReferences();
 std::vector<Reference> MeasureReferences();
 std::vector<Reference> CorrectionReferences();
 std::vector<Reference> SequenceReferences();
+std::vector<Reference> ProfileReferences();
+std::vector<Reference> ContourReferences();
+std::vector<Reference> SegmentVectorReferences();
+std::vector<Reference> FrequencyReferences();
 
 }  // namespace lx::test

@@ -100,12 +100,10 @@ void Trial::Place(std::size_t index, const Picture& picture, Layout layout, bool
   if (!picture.runs.empty()) arenas[index]->SetRuns(picture.runs, absoluteRuns);
   call.values[index] = arenas[index]->Region();
   before[index] = picture;
-  if (!operation.parameters[index].IsWritten()) return;
-  call.FitColumns(picture.width);
+  if (index == regions.front()) call.FitRegion(picture.width, picture.height);
+  if (operation.parameters[index].IsWritten()) call.FitColumns(picture.width);
   for (std::size_t i = 0; i < before.size(); ++i) {
-    if (operation.parameters[i].perColumn && call.Content(i) != nullptr) {
-      before[i] = *call.Content(i);
-    }
+    if (call.Content(i) != nullptr) before[i] = *call.Content(i);
   }
 }
 

@@ -50,6 +50,7 @@ constexpr std::array<catalogue::ColourPredicate, 2> kColourPredicates = {IsReddi
 constexpr double kBefore = 77;
 
 bool IsPattern(const Parameter& parameter) { return parameter.trials.front() != 0; }
+bool IsRow(const Parameter& parameter) { return parameter.meaning == catalogue::Meaning::kRow; }
 
 double DrawConstant(const Parameter& parameter, Random& random) {
   const Value maximum = FormatOf(parameter.pixel).maximum;
@@ -68,6 +69,7 @@ double DrawConstant(const Parameter& parameter, Random& random) {
 
 // A trial value, a named one, an end of the range, or anything between its ends.
 double DrawNumber(const Parameter& parameter, Random& random) {
+  if (parameter.meaning != catalogue::Meaning::kLevels) return DrawCoordinate(random, 24);
   const std::size_t style = random.Below(6);
   if (style == 0 && !parameter.choices.empty()) {
     return static_cast<double>(random.Pick(parameter.choices).value);
@@ -113,11 +115,18 @@ struct Writer {
 Arguments::Arguments(const Operation& described)
     : values(described.parameters.size()), operation(&described), slots(values.size()) {
   for (std::size_t i = 0; i < values.size(); ++i) SetUsual(i);
+  FitCounts();
 }
 
 Arguments::Arguments(const Operation& described, Random& random)
-    : values(described.parameters.size()), operation(&described), slots(values.size()) {
+    : values(described.parameters.size()),
+      operation(&described),
+      slots(values.size()),
+      drawn(true) {
   for (std::size_t i = 0; i < values.size(); ++i) Draw(i, random);
+  const bool hasRegion = std::any_of(described.parameters.begin(), described.parameters.end(),
+                                     [](const Parameter& each) { return each.IsRegion(); });
+  if (!hasRegion) FitCounts();
 }
 
 void Arguments::Set(std::string_view parameter, double number) {
@@ -129,9 +138,12 @@ void Arguments::SetNumber(std::size_t index, double number) {
 }
 
 void Arguments::SetChoice(int choice) {
-  for (std::size_t i = 0; i < values.size(); ++i) {
-    if (operation->parameters[i].kind == Kind::kChoice) values[i] = static_cast<double>(choice);
-  }
+  const auto& parameters = operation->parameters;
+  const auto found =
+      std::find_if(parameters.begin(), parameters.end(),
+                   [](const Parameter& each) { return each.kind == Kind::kChoice; });
+  if (found == parameters.end()) return;
+  values[static_cast<std::size_t>(found - parameters.begin())] = static_cast<double>(choice);
 }
 
 void Arguments::SetVector(std::size_t index, const Elements& content) {
@@ -141,17 +153,50 @@ void Arguments::SetVector(std::size_t index, const Elements& content) {
   values[index] = made.argument;
 }
 
+void Arguments::FitVector(std::size_t index, std::size_t count) {
+  Elements fitting = *slots[index].content;
+  const Kind kind = operation->parameters[index].kind;
+  const auto length = static_cast<std::size_t>(fitting.groupLength);
+  auto& elements = fitting.values;
+  const std::size_t old = elements.size();
+  elements.resize(count * (kind == Kind::kVector ? length : FieldsOf(kind)));
+  // What there was, again and again.
+  for (std::size_t i = old; i < elements.size() && old > 0; ++i) elements[i] = elements[i - old];
+  SetVector(index, fitting);
+}
+
 void Arguments::FitColumns(int columns) {
   for (std::size_t i = 0; i < values.size(); ++i) {
-    const Parameter& parameter = operation->parameters[i];
-    if (!parameter.perColumn || slots[i].content == nullptr) continue;
+    if (!operation->parameters[i].perColumn || slots[i].content == nullptr) continue;
+    FitVector(i, static_cast<std::size_t>(columns));
+  }
+}
+
+void Arguments::FitRegion(int width, int height) {
+  for (std::size_t i = 0; i < values.size() && drawn; ++i) {
+    const catalogue::Meaning meaning = operation->parameters[i].meaning;
+    if (meaning == catalogue::Meaning::kColumn) SetNumber(i, FitCoordinate(Number(i), width));
+    if (meaning == catalogue::Meaning::kRow && std::holds_alternative<double>(values[i])) {
+      SetNumber(i, FitCoordinate(Number(i), height));
+    }
+    if (slots[i].content == nullptr || !HasPoints(operation->parameters[i])) continue;
     Elements fitting = *slots[i].content;
-    auto& elements = fitting.values;
-    const std::size_t old = elements.size();
-    elements.resize(static_cast<std::size_t>(columns) * FieldsOf(parameter.kind));
-    // What there was, again and again.
-    for (std::size_t x = old; x < elements.size() && old > 0; ++x) elements[x] = elements[x - old];
+    ForEachPoint(operation->parameters[i], fitting, [&](double& x, double& y) {
+      x = FitCoordinate(x, width);
+      y = FitCoordinate(y, height);
+    });
     SetVector(i, fitting);
+  }
+  FitCounts();
+}
+
+void Arguments::FitCounts() {
+  if (operation->count == nullptr) return;
+  // A line between points far outside.
+  constexpr std::size_t kMost = 100000;
+  const std::size_t count = operation->count(values);
+  for (std::size_t i = 0; i < values.size() && count <= kMost; ++i) {
+    if (operation->parameters[i].counted && slots[i].content != nullptr) FitVector(i, count);
   }
 }
 
@@ -222,8 +267,9 @@ void Arguments::SetUsual(std::size_t index) {
       values[index] = LxColor{real, real, real};
       break;
     case Kind::kKernel:
-      SetKernel(index, IsPattern(parameter) ? PresetKernel(static_cast<KERNEL_TYPE>(value))
-                                            : StandardKernel());
+      SetKernel(index, IsRow(parameter)       ? MakeKernel(3, {1, 2, 1})
+                       : IsPattern(parameter) ? PresetKernel(static_cast<KERNEL_TYPE>(value))
+                                              : StandardKernel());
       break;
     case Kind::kChoice:
     case Kind::kInteger:
@@ -255,10 +301,12 @@ void Arguments::Draw(std::size_t index, Random& random) {
       values[index] = LxColor{real(), real(), real()};
       break;
     case Kind::kKernel:
-      SetKernel(index, IsPattern(parameter) ? DrawPattern(random) : DrawKernel(random));
+      SetKernel(index, IsRow(parameter)       ? DrawRowKernel(random)
+                       : IsPattern(parameter) ? DrawPattern(random)
+                                              : DrawKernel(random));
       break;
     case Kind::kChoice:
-      values[index] = parameter.trials.front();
+      values[index] = static_cast<double>(random.Pick(parameter.choices).value);
       break;
     case Kind::kInteger:
     case Kind::kReal:

@@ -34,6 +34,9 @@ class Arguments {
   void SetVector(std::size_t index, const Elements& content);
   /// Gives vectors with one element for each column as many elements.
   void FitColumns(int columns);
+  /// Moves drawn coordinates into the first region, most of them, and gives vectors the number of
+  /// elements that follows.
+  void FitRegion(int width, int height);
   void SetKernel(std::size_t index, std::shared_ptr<LxKernel> kernel);
   void SetNull(std::size_t index);
   /// Makes the vectors and numbers that a call may have written again what they were.
@@ -60,12 +63,15 @@ class Arguments {
     double number = 0;                        ///< of a number that is a result
   };
 
+  void FitVector(std::size_t index, std::size_t count);
+  void FitCounts();
   void SetUsual(std::size_t index);
   void Draw(std::size_t index, Random& random);
   void SetTable(std::size_t index, Random& random);
 
   const Operation* operation;
   std::vector<Slot> slots;
+  bool drawn = false;
 };
 
 /// The values of the operation's enumeration that it offers; {-1} when it has none.

@@ -73,6 +73,10 @@ std::shared_ptr<LxKernel> PresetKernel(KERNEL_TYPE type) {
   return std::make_shared<LxKernel>(type);
 }
 
+std::shared_ptr<LxKernel> DrawRowKernel(Random& random) {
+  return random.Below(12) == 0 ? DrawKernel(random) : DrawOfSize({3, 1}, random);
+}
+
 std::shared_ptr<LxKernel> DrawPattern(Random& random) {
   if (random.Below(8) == 0) return DrawKernel(random);
   auto kernel = PresetKernel(random.Below(2) == 0 ? KERNEL_THIN : KERNEL_THICK);

@@ -16,6 +16,8 @@ std::shared_ptr<LxKernel> MakeKernel(int columns, const std::vector<float>& coef
 /// The 5 × 5 binomial: a kernel that every operation takes and none takes in place.
 std::shared_ptr<LxKernel> StandardKernel();
 std::shared_ptr<LxKernel> PresetKernel(KERNEL_TYPE type);
+/// Mostly a kernel of one row of three.
+std::shared_ptr<LxKernel> DrawRowKernel(Random& random);
 /// A pattern for thinning: mostly a 3 × 3 kernel of -1, 0 and 1.
 std::shared_ptr<LxKernel> DrawPattern(Random& random);
 /// A preset, or random coefficients; sizes, gains, offsets, rectifiers and outside values of every

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <limits>
 #include <sstream>
+#include <tuple>
 
 namespace lx::test {
 
@@ -76,6 +77,60 @@ Elements ReadColours(const Argument& vector) {
   return content;
 }
 
+// The fields of the elements with several, in the order in which they are told.
+constexpr auto Fields(LxPath& point) { return std::tie(point.m_n16X, point.m_n16Y); }
+constexpr auto Fields(LxBW8Path& point) {
+  return std::tie(point.m_n16X, point.m_n16Y, point.m_bw8Pixel.value);
+}
+constexpr auto Fields(LxBW16Path& point) {
+  return std::tie(point.m_n16X, point.m_n16Y, point.m_bw16Pixel.value);
+}
+constexpr auto Fields(LxC24Path& point) {
+  return std::tie(point.m_n16X, point.m_n16Y, point.m_c24Pixel.c0, point.m_c24Pixel.c1,
+                  point.m_c24Pixel.c2);
+}
+constexpr auto Fields(LxPeak& peak) {
+  return std::tie(peak.m_un32Start, peak.m_un32Length, peak.m_f32Center, peak.m_n32Amplitude,
+                  peak.m_n32Area);
+}
+
+template <class Vector>
+constexpr VectorType RecordVector(Kind kind) {
+  using Element = std::remove_cvref_t<decltype(*std::declval<Vector&>().begin())>;
+  constexpr std::size_t kFields =
+      std::tuple_size_v<decltype(Fields(std::declval<Element&>()))>;
+  constexpr bool kIsPath = requires(Vector& vector) { vector.m_bClosed; };
+  return {kind, 255.0,
+          [](const Elements& content) -> VectorObject {
+            auto made = std::make_shared<Vector>(0U);
+            if constexpr (kIsPath) made->m_bClosed = content.closed;
+            for (std::size_t i = 0; i + kFields <= content.values.size(); i += kFields) {
+              Element element{};
+              std::apply(
+                  [next = &content.values[i]](auto&... field) mutable {
+                    ((field = static_cast<std::remove_cvref_t<decltype(field)>>(*next++)), ...);
+                  },
+                  Fields(element));
+              made->AddElement(element);
+            }
+            return {made, made.get()};
+          },
+          [](const Argument& vector) {
+            Elements content;
+            auto& read = *std::get<Vector*>(vector);
+            if constexpr (kIsPath) content.closed = read.m_bClosed;
+            for (Element& each : read) {
+              std::apply(
+                  [&](auto&... field) {
+                    (content.values.push_back(static_cast<double>(field)), ...);
+                  },
+                  Fields(each));
+            }
+            return content;
+          },
+          kFields};
+}
+
 // The element types of untyped vectors.
 template <class Visit>
 void VisitElementType(int dataSize, int dataType, const Visit& visit) {
@@ -93,8 +148,13 @@ VectorObject MakeUntyped(const Elements& content) {
     const int groups = count / content.groupLength;
     if (content.kind == LX_VECTOR_HISTOGRAM || content.kind == LX_VECTOR_TABLE) {
       made->SetType(content.kind, 1, count);
+    } else if (content.kind != LX_VECTOR_NONE) {
+      made->SetType(content.kind, groups + content.spare, content.groupLength);
+      made->SetNbGroup(groups);
     } else {
-      made->SetStructure(content.dataSize, groups, content.groupLength, content.dataType);
+      made->SetStructure(content.dataSize, groups + content.spare, content.groupLength,
+                         content.dataType);
+      made->SetNbGroup(groups);
     }
     VisitElementType(content.dataSize, content.dataType, [&](auto type) {
       auto* const data = static_cast<decltype(type)*>(made->GetDataPtr());
@@ -129,6 +189,11 @@ constexpr std::array kTypes = {
     TypedVector<LxBW32Vector>(Kind::kDoubleWordVector),
     VectorType{Kind::kColourVector, 255.0, MakeColours, ReadColours, 3},
     VectorType{Kind::kHistogramVector, 4294967295.0, MakeHistogram, ReadHistogram},
+    RecordVector<LxPathVector>(Kind::kPathVector),
+    RecordVector<LxBW8PathVector>(Kind::kBytePathVector),
+    RecordVector<LxBW16PathVector>(Kind::kWordPathVector),
+    RecordVector<LxC24PathVector>(Kind::kColourPathVector),
+    RecordVector<LxPeaksVector>(Kind::kPeaksVector),
     VectorType{Kind::kVector, 4294967295.0, MakeUntyped, ReadUntyped}};
 
 const VectorType& TypeOf(Kind kind) {
@@ -164,10 +229,47 @@ void DrawValues(std::vector<double>& values, double minimum, double maximum, Ran
 constexpr std::array kSizes = {LX_DATA_SIZE_8, LX_DATA_SIZE_16, LX_DATA_SIZE_32};
 constexpr std::array kSigns = {LX_DATA_UNSIGNED, LX_DATA_SIGNED};
 
+// The kinds whose groups are numbers of 32 bits.
+constexpr std::array kGroupKinds = {LX_VECTOR_NONE, LX_VECTOR_CONTOUR, LX_VECTOR_SEGMENT,
+                                    LX_VECTOR_EXTREMES};
+
+// Points of an image with their levels, some beyond 8 bits.
+Elements DrawSegment(Random& random) {
+  Elements made;
+  made.kind = random.Below(16) == 0 ? random.Pick(kGroupKinds) : LX_VECTOR_SEGMENT;
+  made.dataSize = LX_DATA_SIZE_32;
+  made.dataType = LX_DATA_SIGNED;
+  made.groupLength = 3;
+  made.use = random.Below(16) == 0 ? 6 : 5;
+  made.spare = static_cast<int>(random.Below(3));
+  for (std::size_t i = random.Below(70) * 3; i > 0; i -= 3) {
+    made.values.push_back(static_cast<double>(random.Between(-9, 300)));
+    made.values.push_back(DrawCoordinate(random, 400));
+    made.values.push_back(DrawCoordinate(random, 400));
+  }
+  return made;
+}
+
+// A result that an earlier call may have left: a kind with room for more.
+Elements DrawLeftOver(Random& random) {
+  Elements made;
+  made.kind = random.Pick(kGroupKinds);
+  made.dataSize = LX_DATA_SIZE_32;
+  made.dataType = LX_DATA_SIGNED;
+  made.groupLength = made.kind == LX_VECTOR_NONE ? 2 : 3;
+  made.use = static_cast<int>(random.Between(0, 7));
+  const std::size_t groups = random.Below(4);
+  made.spare = random.Below(2) == 0 ? 0 : static_cast<int>(random.Below(300));
+  made.values.assign(groups * static_cast<std::size_t>(made.groupLength), 5);
+  return made;
+}
+
 // A histogram or a table where the parameter has a count, else groups of any layout.
 Elements DrawUntyped(const Parameter& parameter, Random& random) {
   Elements made;
   if (random.Below(10) == 0) return made;  // nothing laid out
+  if (parameter.meaning == catalogue::Meaning::kSegment) return DrawSegment(random);
+  if (parameter.IsWritten() && random.Below(2) == 0) return DrawLeftOver(random);
   const bool entries = !parameter.counts.empty() && random.Below(8) != 0;
   made.kind = entries ? LX_VECTOR_HISTOGRAM : LX_VECTOR_NONE;
   made.dataSize = entries ? LX_DATA_SIZE_32 : random.Pick(kSizes);
@@ -177,9 +279,11 @@ Elements DrawUntyped(const Parameter& parameter, Random& random) {
     made.dataType = LX_DATA_FLOAT;
   }
   // Laid out as one group of all entries.
-  const std::size_t groups = entries ? 1 : random.Below(40);
+  // Many short groups, or few long ones.
+  const bool isLong = random.Below(2) == 0;
+  const std::size_t groups = entries ? 1 : random.Below(isLong ? 4 : 40);
   made.groupLength = entries ? static_cast<int>(random.Pick(parameter.counts))
-                             : static_cast<int>(random.Between(1, 3));
+                             : static_cast<int>(random.Between(1, isLong ? 90 : 3));
   made.values.resize(groups * static_cast<std::size_t>(made.groupLength));
   const int bits = 4 * made.dataSize;
   const bool isSigned = made.dataType == LX_DATA_SIGNED;
@@ -193,6 +297,32 @@ Elements DrawUntyped(const Parameter& parameter, Random& random) {
 
 VectorObject MakeVector(Kind kind, const Elements& content) { return TypeOf(kind).make(content); }
 
+// Coordinates below this are moved into the region, and this one to its end.
+constexpr int kInside = 4096;
+
+double DrawCoordinate(Random& random, std::size_t oddity) {
+  constexpr std::array kOdd = {-1, kInside, kInside + 1, 32767, -32768};
+  return random.Below(oddity) == 0 ? random.Pick(kOdd)
+                                   : static_cast<double>(random.Below(kInside));
+}
+
+double FitCoordinate(double drawn, int size) {
+  if (drawn < 0 || drawn > kInside) return drawn;
+  return drawn == kInside || size == 0 ? size : static_cast<int>(drawn) % size;
+}
+
+bool HasPoints(const Parameter& parameter) {
+  switch (parameter.kind) {
+    case Kind::kPathVector:
+    case Kind::kBytePathVector:
+    case Kind::kWordPathVector:
+    case Kind::kColourPathVector:
+      return true;
+    default:
+      return parameter.meaning == catalogue::Meaning::kSegment;
+  }
+}
+
 std::size_t FieldsOf(Kind kind) { return TypeOf(kind).fields; }
 
 Elements ReadVector(Kind kind, const Argument& vector) { return TypeOf(kind).read(vector); }
@@ -203,6 +333,13 @@ Elements DrawElements(const Parameter& parameter, Random& random) {
   made.values.resize(TypeOf(parameter.kind).fields *
                      (parameter.counts.empty() ? random.Below(70) : random.Pick(parameter.counts)));
   DrawValues(made.values, 0, TypeOf(parameter.kind).maximum, random);
+  if (HasPoints(parameter)) {
+    made.closed = static_cast<int>(random.Below(2));
+    ForEachPoint(parameter, made, [&](double& x, double& y) {
+      x = DrawCoordinate(random, 400);
+      y = DrawCoordinate(random, 400);
+    });
+  }
   return made;
 }
 
@@ -218,9 +355,23 @@ Elements UsualElements(const Parameter& parameter) {
     made.dataType = LX_DATA_UNSIGNED;
     made.groupLength = entries ? static_cast<int>(made.values.size()) : 1;
   }
+  if (parameter.meaning == catalogue::Meaning::kSegment) {
+    made.values.resize(12);
+    made.kind = LX_VECTOR_SEGMENT;
+    made.dataSize = LX_DATA_SIZE_32;
+    made.dataType = LX_DATA_SIGNED;
+    made.groupLength = 3;
+    made.use = 5;
+  }
   const double maximum = std::min(TypeOf(parameter.kind).maximum, 255.0);
   for (double& value : made.values) {
     value = static_cast<double>(random.Between(0, static_cast<std::int64_t>(maximum)));
+  }
+  if (HasPoints(parameter)) {
+    ForEachPoint(parameter, made, [](double& x, double& y) {
+      x = std::fmod(x, 3);
+      y = std::fmod(y, 3);
+    });
   }
   return made;
 }
@@ -230,6 +381,7 @@ std::string ElementsDifference(const Elements& expected, const Elements& seen, d
   text.precision(17);
   Elements layout = seen;
   layout.values = expected.values;
+  layout.spare = expected.spare;
   if (!(layout == expected)) {
     text << "kind, element, group length or use differ: " << seen.kind << ' ' << seen.dataSize
          << ' ' << seen.dataType << ' ' << seen.groupLength << ' ' << seen.use;

@@ -20,6 +20,9 @@ struct Elements {
   int dataType = 0;
   int groupLength = 0;
   int use = 0;
+  int spare = 0;  ///< groups allocated beyond those in use; not compared
+  // Of a path:
+  int closed = 0;
 
   bool operator==(const Elements&) const = default;
 };
@@ -36,6 +39,23 @@ VectorObject MakeVector(catalogue::Kind kind, const Elements& content);
 std::size_t FieldsOf(catalogue::Kind kind);
 /// The content of a vector.
 Elements ReadVector(catalogue::Kind kind, const catalogue::Argument& vector);
+
+/// A column or row before FitCoordinate(): one in `oddity` is to lie outside.
+double DrawCoordinate(Random& random, std::size_t oddity);
+/// The coordinate that was drawn, for a region of `size` columns or rows.
+double FitCoordinate(double drawn, int size);
+/// Whether the vector's elements are points.
+bool HasPoints(const catalogue::Parameter& parameter);
+/// Calls `visit` with references to the column and the row of each point.
+template <class Visit>
+void ForEachPoint(const catalogue::Parameter& parameter, Elements& content, const Visit& visit) {
+  const bool segment = parameter.meaning == catalogue::Meaning::kSegment;
+  const std::size_t first = segment ? 1 : 0;
+  const std::size_t step = segment ? 3 : FieldsOf(parameter.kind);
+  for (std::size_t i = first; i + 1 < content.values.size(); i += step) {
+    visit(content.values[i], content.values[i + 1]);
+  }
+}
 
 /// Content for a parameter: as many elements as it may have, or as chance has it.
 Elements DrawElements(const catalogue::Parameter& parameter, Random& random);

@@ -1,0 +1,8 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "catalogue/row.h"
+
+namespace lx::catalogue {
+
+std::vector<Operation> ContourOperations() { return Describe("profile", {}); }
+
+}  // namespace lx::catalogue

@@ -1,0 +1,8 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "support/reference.h"
+
+namespace lx::test {
+
+std::vector<Reference> FrequencyReferences() { return {}; }
+
+}  // namespace lx::test
