@@ -2,4 +2,3 @@
 /// @file complex.h
 /// Spectra made visible, and their energy.
 #pragma once
-

@@ -2,4 +2,3 @@
 /// @file fourier.h
 /// Fourier transforms of grey images.
 #pragma once
-

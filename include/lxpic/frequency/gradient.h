@@ -2,4 +2,3 @@
 /// @file gradient.h
 /// Gradient images through lookup images.
 #pragma once
-

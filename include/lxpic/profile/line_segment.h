@@ -2,4 +2,3 @@
 /// @file line_segment.h
 /// Profiles along line segments of an image, and lines drawn into it.
 #pragma once
-

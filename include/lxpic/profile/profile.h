@@ -2,4 +2,3 @@
 /// @file profile.h
 /// Peaks of profiles, and filters of one dimension.
 #pragma once
-

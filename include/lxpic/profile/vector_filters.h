@@ -2,4 +2,3 @@
 /// @file vector_filters.h
 /// Convolution, runs beyond limits and shifts of untyped vectors.
 #pragma once
-

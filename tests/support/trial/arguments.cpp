@@ -139,9 +139,8 @@ void Arguments::SetNumber(std::size_t index, double number) {
 
 void Arguments::SetChoice(int choice) {
   const auto& parameters = operation->parameters;
-  const auto found =
-      std::find_if(parameters.begin(), parameters.end(),
-                   [](const Parameter& each) { return each.kind == Kind::kChoice; });
+  const auto found = std::find_if(parameters.begin(), parameters.end(),
+                                  [](const Parameter& each) { return each.kind == Kind::kChoice; });
   if (found == parameters.end()) return;
   values[static_cast<std::size_t>(found - parameters.begin())] = static_cast<double>(choice);
 }

@@ -97,38 +97,36 @@ constexpr auto Fields(LxPeak& peak) {
 template <class Vector>
 constexpr VectorType RecordVector(Kind kind) {
   using Element = std::remove_cvref_t<decltype(*std::declval<Vector&>().begin())>;
-  constexpr std::size_t kFields =
-      std::tuple_size_v<decltype(Fields(std::declval<Element&>()))>;
-  constexpr bool kIsPath = requires(Vector& vector) { vector.m_bClosed; };
-  return {kind, 255.0,
-          [](const Elements& content) -> VectorObject {
-            auto made = std::make_shared<Vector>(0U);
-            if constexpr (kIsPath) made->m_bClosed = content.closed;
-            for (std::size_t i = 0; i + kFields <= content.values.size(); i += kFields) {
-              Element element{};
-              std::apply(
-                  [next = &content.values[i]](auto&... field) mutable {
-                    ((field = static_cast<std::remove_cvref_t<decltype(field)>>(*next++)), ...);
-                  },
-                  Fields(element));
-              made->AddElement(element);
-            }
-            return {made, made.get()};
-          },
-          [](const Argument& vector) {
-            Elements content;
-            auto& read = *std::get<Vector*>(vector);
-            if constexpr (kIsPath) content.closed = read.m_bClosed;
-            for (Element& each : read) {
-              std::apply(
-                  [&](auto&... field) {
-                    (content.values.push_back(static_cast<double>(field)), ...);
-                  },
-                  Fields(each));
-            }
-            return content;
-          },
-          kFields};
+  constexpr std::size_t kFields = std::tuple_size_v<decltype(Fields(std::declval<Element&>()))>;
+  constexpr bool kIsPath = requires(Vector & vector) { vector.m_bClosed; };
+  return {
+      kind, 255.0,
+      [](const Elements& content) -> VectorObject {
+        auto made = std::make_shared<Vector>(0U);
+        if constexpr (kIsPath) made->m_bClosed = content.closed;
+        for (std::size_t i = 0; i + kFields <= content.values.size(); i += kFields) {
+          Element element{};
+          std::apply(
+              [next = &content.values[i]](auto&... field) mutable {
+                ((field = static_cast<std::remove_cvref_t<decltype(field)>>(*next++)), ...);
+              },
+              Fields(element));
+          made->AddElement(element);
+        }
+        return {made, made.get()};
+      },
+      [](const Argument& vector) {
+        Elements content;
+        auto& read = *std::get<Vector*>(vector);
+        if constexpr (kIsPath) content.closed = read.m_bClosed;
+        for (Element& each : read) {
+          std::apply(
+              [&](auto&... field) { (content.values.push_back(static_cast<double>(field)), ...); },
+              Fields(each));
+        }
+        return content;
+      },
+      kFields};
 }
 
 // The element types of untyped vectors.
@@ -280,8 +278,8 @@ Elements DrawUntyped(const Parameter& parameter, Random& random) {
   }
   // Laid out as one group of all entries.
   // Many short groups, or few long ones.
-  const bool isLong = random.Below(2) == 0;
-  const std::size_t groups = entries ? 1 : random.Below(isLong ? 4 : 40);
+  const bool isLong = random.Below(3) == 0;
+  const std::size_t groups = entries ? 1 : isLong ? 1 + random.Below(9) : random.Below(40);
   made.groupLength = entries ? static_cast<int>(random.Pick(parameter.counts))
                              : static_cast<int>(random.Between(1, isLong ? 90 : 3));
   made.values.resize(groups * static_cast<std::size_t>(made.groupLength));
@@ -302,8 +300,7 @@ constexpr int kInside = 4096;
 
 double DrawCoordinate(Random& random, std::size_t oddity) {
   constexpr std::array kOdd = {-1, kInside, kInside + 1, 32767, -32768};
-  return random.Below(oddity) == 0 ? random.Pick(kOdd)
-                                   : static_cast<double>(random.Below(kInside));
+  return random.Below(oddity) == 0 ? random.Pick(kOdd) : static_cast<double>(random.Below(kInside));
 }
 
 double FitCoordinate(double drawn, int size) {
