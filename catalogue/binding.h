@@ -51,7 +51,17 @@ inline constexpr Pixel kPixelOf<LxImage<T>*> = kPixelOf<T>;
 template <>
 inline constexpr Pixel kPixelOf<LxROI<int>*> = Pixel::kBinary;
 
-// The kind of a type that is passed by value; pointers have theirs in LX_POINTER_KINDS.
+// The kind of a type in LX_POINTER_KINDS; without a definition for any other.
+template <class T>
+struct PointerKind;
+#define LX_KIND(kind, type)                    \
+  template <>                                  \
+  struct PointerKind<type> {                   \
+    static constexpr Kind kValue = Kind::kind; \
+  };
+LX_POINTER_KINDS(LX_KIND)
+#undef LX_KIND
+
 template <class T>
 constexpr Kind KindOf() {
   if constexpr (kIsRegion<T>) {
@@ -66,15 +76,8 @@ constexpr Kind KindOf() {
     return Kind::kReal;
   } else if constexpr (std::is_same_v<T, LxColor>) {
     return Kind::kColour;
-  }
-#define LX_KIND(kind, type)                     \
-  else if constexpr (std::is_same_v<T, type>) { \
-    return Kind::kind;                          \
-  }
-  LX_POINTER_KINDS(LX_KIND)
-#undef LX_KIND
-  else {
-    static_assert(sizeof(T) == 0, "LX_POINTER_KINDS lacks this type");
+  } else {
+    return PointerKind<T>::kValue;
   }
 }
 
