@@ -54,8 +54,8 @@ HWY_INLINE V Scaled(D /*wide*/, V v, V gain) {
   }
 }
 
-// Sums stay in range: the largest gain of bytes is 255 * 4096, and that of words, of 16 bits, leaves
-// 20 bits of a product. Only subtractions may leave it, and saturate.
+// Sums stay in range: no gain is above the largest pixel, and where one rises its offset is a pixel
+// at most. Only subtractions may leave it, and saturate.
 template <class D, class V>
 HWY_INLINE V LessOrNone(D /*wide*/, V v, V less) {
   if constexpr (sizeof(hn::TFromD<D>) == 2) {
@@ -65,15 +65,16 @@ HWY_INLINE V LessOrNone(D /*wide*/, V v, V less) {
   }
 }
 
-// A line of bytes with any gain: what rises is rounded down, and so is what falls.
+// A line with any gain: what rises is rounded down, and so is what falls.
 template <class D, class V>
-HWY_INLINE V Steep(D wide, V v, const LaneTables<std::uint16_t>& tables, std::size_t at) {
+HWY_INLINE V Steep(D wide, V v, const LaneTables<hn::TFromD<D>>& tables, std::size_t at) {
   const auto low = hn::LoadU(wide, tables.low + at);
   const auto more = hn::LoadU(wide, tables.more + at);
   const auto whole = hn::Add(Scaled(wide, v, low), hn::Mul(v, hn::LoadU(wide, tables.high + at)));
   const auto rest = hn::And(hn::Mul(v, low), hn::Set(wide, 0xFFF));
   const auto rise = LessOrNone(wide, hn::Add(whole, more), hn::LoadU(wide, tables.less + at));
-  const auto fall = hn::SaturatedSub(more, hn::Add(whole, hn::Min(rest, hn::Set(wide, 1))));
+  const auto part = hn::Min(rest, hn::Set(wide, 1));
+  const auto fall = LessOrNone(wide, more, hn::Add(whole, part));
   return hn::IfVecThenElse(hn::LoadU(wide, tables.falls + at), fall, rise);
 }
 
@@ -119,16 +120,21 @@ void Correct(const PixelMap& map, const LaneTables<hwy::MakeWide<T>>& tables) {
 
 #endif
 
-void Bytes(const PixelMap& map, const LaneTables<std::uint16_t>& tables) {
+template <typename T>
+void CorrectAny(const PixelMap& map, const LaneTables<hwy::MakeWide<T>>& tables) {
   if (tables.isSteep) {
-    Correct<std::uint8_t, true>(map, tables);
+    Correct<T, true>(map, tables);
   } else {
-    Correct<std::uint8_t, false>(map, tables);
+    Correct<T, false>(map, tables);
   }
 }
 
+void Bytes(const PixelMap& map, const LaneTables<std::uint16_t>& tables) {
+  CorrectAny<std::uint8_t>(map, tables);
+}
+
 void Words(const PixelMap& map, const LaneTables<std::uint32_t>& tables) {
-  Correct<std::uint16_t, false>(map, tables);
+  CorrectAny<std::uint16_t>(map, tables);
 }
 
 }  // namespace
@@ -143,11 +149,12 @@ HWY_EXPORT(Words);
 
 namespace {
 
-// The tables of lines whose offsets lanes hold, and gains, but for their sign.
+// The tables of lines. Gains are no further from 0 than the largest pixel, in units, and offsets no
+// further than its square: but for their signs, lanes hold them.
 template <typename W>
-class NarrowLines {
+class Lines {
  public:
-  NarrowLines(const ColumnLine* lines, std::size_t width)
+  Lines(const ColumnLine* lines, std::size_t width)
       : stride_(2 * Half(width)), tables_(5 * stride_ + kLargestVector) {
     if (!tables_) return;
     W* const low = tables_.get();
@@ -179,32 +186,22 @@ class NarrowLines {
   LaneTables<W> lanes_{};
 };
 
-// For gains that lanes cannot hold.
-void CorrectIn64Bits(const PixelMap& map, const ColumnLine* lines) {
-  MapEach<std::uint16_t, std::uint16_t>(map, [&](std::uint16_t pixel, std::size_t x) {
-    const std::int64_t line = (lines[x].gain * pixel >> 12) + lines[x].offset;
-    return static_cast<std::uint16_t>(std::clamp<std::int64_t>(line, 0, 0xFFFF));
-  });
-}
-
-bool FitsLanes(const ColumnLine& line) {
-  constexpr std::int64_t kLargestOffset = 1 << 30;
-  return line.gain >= 0 && line.gain <= 0xFFFF && line.offset >= -kLargestOffset &&
-         line.offset <= kLargestOffset;
+template <typename W, class Worker>
+void CorrectLines(const PixelMap& map, const ColumnLine* lines, const Worker& worker) {
+  const Lines<W> tables(lines, map.width);
+  if (tables) worker(tables.Lanes());
 }
 
 }  // namespace
 
-// Gains of bytes are no further from 0 than 255 * 4096, and offsets no further than 255 * 256.
 void CorrectBytes(const PixelMap& map, const ColumnLine* lines) {
-  const NarrowLines<std::uint16_t> narrow(lines, map.width);
-  if (narrow) LX_CALL(map.path, Bytes, map, narrow.Lanes());
+  CorrectLines<std::uint16_t>(map, lines,
+                              [&](const auto& lanes) { LX_CALL(map.path, Bytes, map, lanes); });
 }
 
 void CorrectWords(const PixelMap& map, const ColumnLine* lines) {
-  if (!std::all_of(lines, lines + map.width, FitsLanes)) return CorrectIn64Bits(map, lines);
-  const NarrowLines<std::uint32_t> narrow(lines, map.width);
-  if (narrow) LX_CALL(map.path, Words, map, narrow.Lanes());
+  CorrectLines<std::uint32_t>(map, lines,
+                              [&](const auto& lanes) { LX_CALL(map.path, Words, map, lanes); });
 }
 
 }  // namespace lx::correction
