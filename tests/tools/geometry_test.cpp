@@ -51,7 +51,8 @@ TEST_F(GeometryTool, RingsAreUnrolled) {
   ASSERT_EQ(ring.size(), 27U);
   for (std::size_t i = 0; i < ring.size(); ++i) {
     // Coordinates are cut to whole pixels.
-    EXPECT_NEAR(ring[i], 150 - 50 * (static_cast<int>(i) / 9), 15) << i;
+    const int level = 150 - 50 * (static_cast<int>(i) / 9);
+    EXPECT_NEAR(ring[i], level, 15) << i;
   }
 }
 
