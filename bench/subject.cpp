@@ -43,6 +43,18 @@ void PaintTurned(LxGenericROI& image, catalogue::Meaning meaning) {
   }
 }
 
+bool TakesAnyLength(const catalogue::Parameter& parameter) {
+  return catalogue::IsVector(parameter.kind) && parameter.kind != catalogue::Kind::kVector &&
+         !parameter.IsWritten() && parameter.counts.empty() && !parameter.perColumn;
+}
+
+test::Elements Noise(std::size_t count, Random& random) {
+  test::Elements made;
+  made.values.resize(count);
+  for (double& value : made.values) value = static_cast<double>(random.Below(256));
+  return made;
+}
+
 }  // namespace
 
 Subject::Subject(const Operation& described, const Form& selected, int w, int h)
@@ -54,6 +66,9 @@ Subject::Subject(const Operation& described, const Form& selected, int w, int h)
     const catalogue::Parameter& parameter = described.parameters[i];
     if (parameter.kind == catalogue::Kind::kKernel && form.kernel != nullptr) {
       call.SetKernel(i, form.kernel);
+    }
+    if (form.length > 0 && TakesAnyLength(parameter)) {
+      call.SetVector(i, Noise(form.length * test::FieldsOf(parameter.kind), random));
     }
     if (!parameter.IsRegion()) continue;
     const auto [wide, high] = SizeOf(parameter);
