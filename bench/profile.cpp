@@ -32,6 +32,10 @@ std::vector<Form> FormsOf(const Operation& operation) {
   if (has("x0")) return {Line("640 pixels", 639, 200), Line("480 pixels, steep", 200, 479)};
   if (has("passes")) return {Times("once", "passes", 1), Times("ten times", "passes", 10)};
   if (has("half-size")) return {Times("3", "half-size", 1), Times("41", "half-size", 20)};
+  if (has("peaks")) {
+    return {{.label = "waves", .content = test::Content::kRamp, .length = kSamples},
+            {.label = "noise", .length = kSamples}};
+  }
   return {{.length = kSamples}};
 }
 

@@ -55,6 +55,16 @@ test::Elements Noise(std::size_t count, Random& random) {
   return made;
 }
 
+// Up and down, 128 elements each.
+test::Elements Waves(std::size_t count) {
+  test::Elements made;
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::size_t phase = i % 128;
+    made.values.push_back(static_cast<double>(4 * std::min(phase, 127 - phase)));
+  }
+  return made;
+}
+
 }  // namespace
 
 Subject::Subject(const Operation& described, const Form& selected, int w, int h)
@@ -68,7 +78,8 @@ Subject::Subject(const Operation& described, const Form& selected, int w, int h)
       call.SetKernel(i, form.kernel);
     }
     if (form.length > 0 && TakesAnyLength(parameter)) {
-      call.SetVector(i, Noise(form.length * test::FieldsOf(parameter.kind), random));
+      const std::size_t count = form.length * test::FieldsOf(parameter.kind);
+      call.SetVector(i, form.content == test::Content::kRamp ? Waves(count) : Noise(count, random));
     }
     if (!parameter.IsRegion()) continue;
     const auto [wide, high] = SizeOf(parameter);

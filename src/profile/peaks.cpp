@@ -47,11 +47,43 @@ LxPeak PeakOf(const Run& run) {
           saturated(static_cast<double>(run.amplitude)), saturated(run.area)};
 }
 
+// Peaks go straight to where the vector has room, and AddElement() makes more of it.
+class PeakList {
+ public:
+  explicit PeakList(LxPeaksVector& peaks) : peaks_(peaks) { Follow(); }
+  ~PeakList() { peaks_.SetNumElements(count_); }
+  PeakList(const PeakList&) = delete;
+  PeakList& operator=(const PeakList&) = delete;
+
+  bool HasFailed() const { return hasFailed_; }
+  void Add(const LxPeak& peak) {
+    if (count_ < room_) {
+      peaks_.GetDataPtr()[count_++] = peak;
+      return;
+    }
+    peaks_.SetNumElements(count_);
+    peaks_.AddElement(peak);
+    hasFailed_ = LxGetError() != LX_OK;
+    Follow();
+  }
+
+ private:
+  void Follow() {
+    count_ = peaks_.GetNumElements();
+    room_ = peaks_.GetMaxElements();
+  }
+
+  LxPeaksVector& peaks_;
+  unsigned count_ = 0;
+  unsigned room_ = 0;
+  bool hasFailed_ = false;
+};
+
 // Records the run that begins at a sample, unless it touches an end of the profile, and returns its
 // end.
 template <Side side, class T>
 unsigned TakeRun(const LxVectorTemplate<T>& profile, unsigned start, const Limits& limits,
-                 LxPeaksVector& peaks) {
+                 PeakList& peaks) {
   const T* const samples = profile.GetDataPtr();
   const unsigned count = profile.GetNumElements();
   Run run{start, start};
@@ -65,16 +97,16 @@ unsigned TakeRun(const LxVectorTemplate<T>& profile, unsigned start, const Limit
   const bool isInside = start > 0 && run.end < count;
   if (isInside && run.amplitude >= limits.amplitude &&
       run.area >= static_cast<double>(limits.area)) {
-    peaks.AddElement(PeakOf<side>(run));
+    peaks.Add(PeakOf<side>(run));
   }
   return run.end;
 }
 
 template <class T>
-void FindPeaks(const LxVectorTemplate<T>& profile, const Limits& limits, LxPeaksVector& peaks) {
+void FindPeaks(const LxVectorTemplate<T>& profile, const Limits& limits, PeakList& peaks) {
   const T* const samples = profile.GetDataPtr();
   const unsigned count = profile.GetNumElements();
-  for (unsigned i = 0; i < count && LxGetError() == LX_OK;) {
+  for (unsigned i = 0; i < count && !peaks.HasFailed();) {
     if (Excess<Side::kAbove>(samples[i].value, limits) > 0) {
       i = TakeRun<Side::kAbove>(profile, i, limits, peaks);
     } else if (Excess<Side::kBelow>(samples[i].value, limits) > 0) {
@@ -92,7 +124,8 @@ void GetPeaks(const char* trace, const LxVectorTemplate<T>* profile, LxPeaksVect
     if (!Require(profile != nullptr && peaks != nullptr, LX_ERROR_VECTOR_NO_DATA)) return;
     if (!Require(limits.low <= limits.high, LX_ERROR_INCONSISTENT_ARGUMENTS)) return;
     peaks->Empty();
-    FindPeaks(*profile, limits, *peaks);
+    PeakList list(*peaks);
+    FindPeaks(*profile, limits, list);
   });
 }
 

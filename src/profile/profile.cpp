@@ -2,6 +2,7 @@
 #include "lxpic/profile/profile.h"
 
 #include <algorithm>
+#include <numeric>
 
 #include "foundation/exact_division.h"
 #include "foundation/frame.h"
@@ -51,14 +52,13 @@ void Average(const Profile<T>& p, std::size_t half) {
   T* const inner = std::fill_n(extended.get(), half, p.from[0]);
   std::fill_n(std::copy_n(p.from, p.count, inner), half, p.from[p.count - 1]);
   const PixelAverage<T> average(span);
-  const T* leaving = extended.get();
-  const T* entering = leaving;
-  std::uint64_t sum = 0;
-  while (entering < leaving + span - 1) sum += *entering++;
-  for (std::size_t i = 0; i < p.count; ++i) {
-    sum += *entering++;
-    p.to[i] = average(sum);
-    sum -= *leaving++;
+  const T* const leaving = extended.get();
+  const T* const entering = leaving + span;
+  std::int64_t sum = std::accumulate(leaving, entering, std::int64_t{0});
+  p.to[0] = average(static_cast<std::uint64_t>(sum));
+  for (std::size_t i = 0; i + 1 < p.count; ++i) {
+    sum += entering[i] - leaving[i];
+    p.to[i + 1] = average(static_cast<std::uint64_t>(sum));
   }
 }
 
