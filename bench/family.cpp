@@ -56,7 +56,11 @@ const Family& FamilyOf(const Operation& operation) {
       {"profile", &kProfileFamily},
       {"frequency", &kFrequencyFamily}};
   const auto own = functions.find(operation.function);
-  return own != functions.end() ? *own->second : *families.at(operation.family);
+  const Family& family = *families.at(operation.family);
+  if (own == functions.end()) return family;
+  // Profiles are eroded and dilated like images.
+  const bool isProfile = &family == &kProfileFamily && own->second == &kNonlinearFamily;
+  return isProfile ? family : *own->second;
 }
 
 }  // namespace lx::bench

@@ -43,6 +43,28 @@ void PaintTurned(LxGenericROI& image, catalogue::Meaning meaning) {
   }
 }
 
+bool TakesAnyLength(const catalogue::Parameter& parameter) {
+  return catalogue::IsVector(parameter.kind) && parameter.kind != catalogue::Kind::kVector &&
+         !parameter.IsWritten() && parameter.counts.empty() && !parameter.perColumn;
+}
+
+test::Elements Noise(std::size_t count, Random& random) {
+  test::Elements made;
+  made.values.resize(count);
+  for (double& value : made.values) value = static_cast<double>(random.Below(256));
+  return made;
+}
+
+// Up and down, 128 elements each.
+test::Elements Waves(std::size_t count) {
+  test::Elements made;
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::size_t phase = i % 128;
+    made.values.push_back(static_cast<double>(4 * std::min(phase, 127 - phase)));
+  }
+  return made;
+}
+
 }  // namespace
 
 Subject::Subject(const Operation& described, const Form& selected, int w, int h)
@@ -54,6 +76,10 @@ Subject::Subject(const Operation& described, const Form& selected, int w, int h)
     const catalogue::Parameter& parameter = described.parameters[i];
     if (parameter.kind == catalogue::Kind::kKernel && form.kernel != nullptr) {
       call.SetKernel(i, form.kernel);
+    }
+    if (form.length > 0 && TakesAnyLength(parameter)) {
+      const std::size_t count = form.length * test::FieldsOf(parameter.kind);
+      call.SetVector(i, form.content == test::Content::kRamp ? Waves(count) : Noise(count, random));
     }
     if (!parameter.IsRegion()) continue;
     const auto [wide, high] = SizeOf(parameter);

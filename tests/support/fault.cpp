@@ -295,10 +295,11 @@ class Collector {
     } else if (parameter.counted) {
       const std::size_t right = operation.count(Arguments(operation).values);
       for (const std::size_t count : {right - 1, right + 1}) {
-        Add("of length " + std::to_string(count), index, LX_ERROR_WRONG_VECTOR_SIZE).misplace =
-            [=, fields = FieldsOf(parameter.kind)](Trial& trial) {
-              trial.SetVector(index, {std::vector<double>(count * fields, 1)});
-            };
+        Fault& fault = Add("of length " + std::to_string(count), index, LX_ERROR_WRONG_VECTOR_SIZE);
+        fault.misplace = [=, fields = FieldsOf(parameter.kind)](Trial& trial) {
+          trial.SetVector(index, {std::vector<double>(count * fields, 1)});
+        };
+        fault.relates = true;
       }
     } else if (!parameter.counts.empty()) {
       const unsigned last = parameter.counts.back();

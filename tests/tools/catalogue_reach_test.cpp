@@ -24,7 +24,8 @@ std::string HistogramName(const Parameter& parameter) {
   return holder + std::to_string(parameter.counts.back());
 }
 
-// "@profile7", the name of a vector of kind 7 with an element for each column of an image.
+// "@profile7", the name of a vector of kind 7 with an element for each column of an image, of which
+// usual lines have as many pixels.
 constexpr int kSide = 16;
 constexpr std::string_view kProfile = "@profile";
 // "@words9", the name of a vector of 9 words.
@@ -57,7 +58,7 @@ Value NamedVector(const std::string& word) {
 }
 
 std::string WordFor(const Parameter& parameter) {
-  if (parameter.perColumn) {
+  if (parameter.perColumn || parameter.counted) {
     return std::string(kProfile).append(std::to_string(static_cast<int>(parameter.kind)));
   }
   switch (parameter.kind) {

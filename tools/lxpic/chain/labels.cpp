@@ -51,7 +51,7 @@ void AddLabels(std::vector<std::string>& labels, const Parameter& parameter, boo
   if (writesImage || parameter.IsRegion()) return;
   if (parameter.kind == Kind::kReal) AddOnce(labels, "real");
   AddPixel(labels, parameter.pixel);
-  if (found != kKindLabels.end() && parameter.IsWritten()) AddPixel(labels, found->pixel);
+  if (found != kKindLabels.end()) AddPixel(labels, found->pixel);
 }
 
 // All that may be labels, told apart by them or not.

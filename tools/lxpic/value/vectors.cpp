@@ -32,6 +32,19 @@ struct Fields<LxC24> {
   }
 };
 
+template <>
+struct Fields<LxPeak> {
+  static std::vector<std::string> Names() {
+    return {"start", "length", "center", "amplitude", "area"};
+  }
+  static void Load(const LxPeak& peak, std::vector<double>& values) {
+    const auto add = [&values](auto... fields) {
+      (values.push_back(static_cast<double>(fields)), ...);
+    };
+    add(peak.m_un32Start, peak.m_un32Length, peak.m_f32Center, peak.m_n32Amplitude, peak.m_n32Area);
+  }
+};
+
 template <class Vector>
 Numbers ReadVector(const Vector& vector, Numbers::Drawing drawing) {
   using Element = std::remove_reference_t<decltype(vector[0])>;
@@ -72,6 +85,7 @@ constexpr std::array kVectorKinds = {
     VectorKind{Kind::kDoubleWordVector, MakeTyped<LxBW32Vector, Numbers::Drawing::kLine>},
     VectorKind{Kind::kColourVector, MakeTyped<LxC24Vector, Numbers::Drawing::kLine>},
     VectorKind{Kind::kHistogramVector, MakeTyped<LxBWHistogramVector, Numbers::Drawing::kBars>},
+    VectorKind{Kind::kPeaksVector, MakeTyped<LxPeaksVector, Numbers::Drawing::kNone>},
     VectorKind{Kind::kVector, MakeUntyped}};
 
 template <class Element>
