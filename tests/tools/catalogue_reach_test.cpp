@@ -5,6 +5,7 @@
 
 #include "tools/lxpic/chain/execute.h"
 #include "tools/lxpic/command/listing.h"
+#include "support/trial/arguments.h"
 #include "tools/lxpic/value/vectors.h"
 #include "tools/tool_fixture.h"
 
@@ -24,18 +25,25 @@ std::string HistogramName(const Parameter& parameter) {
   return holder + std::to_string(parameter.counts.back());
 }
 
-// "@profile7", the name of a vector of kind 7 with an element for each column of an image, of which
-// usual lines have as many pixels.
+// "@profile7x9", the name of a vector of kind 7 with 9 elements.
 constexpr int kSide = 16;
 constexpr std::string_view kProfile = "@profile";
 // "@words9", the name of a vector of 9 words.
 constexpr std::string_view kWords = "@words";
+// The pixels of a line.
+constexpr std::string_view kSegment = "@segment";
 
 Value NamedVector(const std::string& word) {
   if (word.starts_with(kProfile)) {
     const auto kind = static_cast<Kind>(std::stoi(word.substr(kProfile.size())));
-    const std::size_t fields = kind == Kind::kColourVector ? 3 : 1;
-    return FindTableKind(kind)->make(std::vector<unsigned>(fields * kSide, 9));
+    const std::size_t count = std::stoul(word.substr(word.find('x') + 1));
+    return FindTableKind(kind)->make(std::vector<unsigned>(test::FieldsOf(kind) * count, 9));
+  }
+  if (word == kSegment) {
+    auto made = test::MakeVector(Kind::kVector,
+                                 {std::vector<double>(3 * kSide, 9), LX_VECTOR_SEGMENT,
+                                  LX_DATA_SIZE_32, LX_DATA_SIGNED, 3, 5});
+    return {made.argument, made.owner, [] { return Numbers{true, {}, {""}, {}}; }};
   }
   const auto count =
       static_cast<unsigned>(std::stoul(word.substr(word.find_first_of("0123456789"))));
@@ -57,9 +65,18 @@ Value NamedVector(const std::string& word) {
   return filled(untyped);
 }
 
-std::string WordFor(const Parameter& parameter) {
-  if (parameter.perColumn || parameter.counted) {
-    return std::string(kProfile).append(std::to_string(static_cast<int>(parameter.kind)));
+std::string ProfileName(const Parameter& parameter, std::size_t count) {
+  return std::string(kProfile)
+      .append(std::to_string(static_cast<int>(parameter.kind)))
+      .append("x")
+      .append(std::to_string(count));
+}
+
+std::string WordFor(const Operation& operation, const Parameter& parameter) {
+  if (parameter.perColumn) return ProfileName(parameter, kSide);
+  if (parameter.meaning == catalogue::Meaning::kSegment) return std::string(kSegment);
+  if (parameter.counted) {
+    return ProfileName(parameter, operation.count(test::Arguments(operation).values));
   }
   switch (parameter.kind) {
     case Kind::kWordVector: {
@@ -78,6 +95,10 @@ std::string WordFor(const Parameter& parameter) {
     case Kind::kReal:
     case Kind::kColour:
       return NumberText(parameter.trials.front());
+    case Kind::kBytePathVector:
+    case Kind::kWordPathVector:
+    case Kind::kColourPathVector:
+      return ProfileName(parameter, 4);
     case Kind::kHistogramVector:
       return HistogramName(parameter);
     case Kind::kVector:
@@ -100,7 +121,7 @@ std::vector<std::string> WordsFor(const Operation& operation) {
   for (std::size_t i = 0; i < operation.parameters.size(); ++i) {
     const Parameter& parameter = operation.parameters[i];
     if (!IsOperand(parameter)) continue;
-    words.push_back(parameter.IsRegion() && isFirstSource ? "_" : WordFor(parameter));
+    words.push_back(parameter.IsRegion() && isFirstSource ? "_" : WordFor(operation, parameter));
     if (parameter.IsRegion()) isFirstSource = false;
   }
   return words;

@@ -35,6 +35,11 @@ constexpr std::array kKindLabels = {KindLabels{Kind::kByteTable, "array", Pixel:
                                     KindLabels{Kind::kDoubleWordVector, "vector", Pixel::kBW32},
                                     KindLabels{Kind::kColourVector, "vector", Pixel::kC24},
                                     KindLabels{Kind::kHistogramVector, "vector", Pixel::kNone},
+                                    KindLabels{Kind::kPathVector, "path", Pixel::kNone},
+                                    KindLabels{Kind::kBytePathVector, "path", Pixel::kBW8},
+                                    KindLabels{Kind::kWordPathVector, "path", Pixel::kBW16},
+                                    KindLabels{Kind::kColourPathVector, "path", Pixel::kC24},
+                                    KindLabels{Kind::kPeaksVector, "vector", Pixel::kNone},
                                     KindLabels{Kind::kVector, "untyped", Pixel::kNone},
                                     KindLabels{Kind::kByteFunction, "function", Pixel::kNone},
                                     KindLabels{Kind::kWordFunction, "function", Pixel::kNone}};

@@ -152,7 +152,11 @@ bool StartsPair(const Operation& operation, std::size_t index) {
   const Parameter& x = operation.parameters[index];
   const Parameter& y = operation.parameters[index + 1];
   if (!IsOperand(x) || !IsOperand(y) || x.leftOut || y.leftOut) return false;
-  if (x.kind != catalogue::Kind::kReal || y.kind != catalogue::Kind::kReal) return false;
+  const auto isCoordinate = [](const Parameter& each) {
+    return each.kind == catalogue::Kind::kReal || each.meaning == catalogue::Meaning::kColumn ||
+           each.meaning == catalogue::Meaning::kRow;
+  };
+  if (!isCoordinate(x) || !isCoordinate(y)) return false;
   const auto [inX, inY] = std::mismatch(x.name.begin(), x.name.end(), y.name.begin(), y.name.end());
   if (inX == x.name.end() || inY == y.name.end()) return false;
   return *inX == 'x' && *inY == 'y' && std::equal(inX + 1, x.name.end(), inY + 1, y.name.end());

@@ -13,6 +13,7 @@
 #include "tools/lxpic/chain/overloads.h"
 #include "tools/lxpic/command/batch.h"
 #include "tools/lxpic/command/drawing_commands.h"
+#include "tools/lxpic/command/line_commands.h"
 #include "tools/lxpic/command/listing.h"
 #include "tools/lxpic/command/parsing.h"
 #include "tools/lxpic/command/sequence_commands.h"
@@ -120,6 +121,10 @@ ExitCode RunChain(const Arguments& arguments) {
                          "  list [TEXT]       the operations\n"
                          "  help [OPERATION]  this, or everything about an operation\n"
                          "  info FILE...      what image files hold\n"
+                         "  profile IMAGE     the pixels along a line, with a plot\n"
+                         "  peaks IMAGE       bright and dark places along a line\n"
+                         "  transitions IMAGE the edges along a line\n"
+                         "  contour IMAGE     outlines and measures of objects\n"
                          "  pyramid IMAGE     half the size, again and again\n"
                          "  noise FRAME...    measures the noise of a camera\n"
                          "  average FRAME...  averages each frame with those before it\n"
@@ -152,7 +157,10 @@ struct Command {
 constexpr std::array kCommands = {Command{"list", RunList},        Command{"help", RunHelp},
                                   Command{"info", RunInfo},        Command{"synth", RunSynth},
                                   Command{"demo", RunDemoCommand}, Command{"pyramid", RunPyramid},
-                                  Command{"noise", RunNoise},      Command{"average", RunAverage}};
+                                  Command{"noise", RunNoise},      Command{"average", RunAverage},
+                                  Command{"profile", RunProfile},  Command{"peaks", RunPeaks},
+                                  Command{"transitions", RunTransitions},
+                                  Command{"contour", RunContour}};
 
 ExitCode Dispatch(const Arguments& arguments) {
   if (arguments.empty()) return RunChain({"--help"});

@@ -10,6 +10,7 @@
 #include "tools/lxpic/command/clashes.h"
 #include "tools/lxpic/command/outputs.h"
 #include "tools/lxpic/command/parsing.h"
+#include "tools/lxpic/common/operation.h"
 #include "tools/lxpic/file/files.h"
 #include "tools/lxpic/file/numbered.h"
 
@@ -18,12 +19,6 @@ namespace lx::tool {
 namespace {
 
 namespace fs = std::filesystem;
-
-// Throws Failure with the error of the last operation, if it failed.
-void CheckOperation(const std::string& subject) {
-  if (LxGetError() == LX_OK) return;
-  throw Failure(kOperationFailed, subject + ": " + catalogue::ErrorName(LxGetError()));
-}
 
 ImageValue ReadGrey(const std::string& path) {
   ImageValue image = ReadImage(path);

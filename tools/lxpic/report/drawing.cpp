@@ -38,6 +38,30 @@ cairo_surface_t* MakeSurface(std::string* content, bool isSvg, const Size& size)
   return cairo_image_surface_create(CAIRO_FORMAT_RGB24, size.width, size.height);
 }
 
+// The level at which an image of 16 bits is shown.
+unsigned char HighByte(const unsigned char* word) { return word[1]; }
+
+// The pixels as Cairo holds them: blue, green, red and a byte that does not count.
+SurfacePointer PixelsOf(const ImageValue& image) {
+  SurfacePointer surface(
+      cairo_image_surface_create(CAIRO_FORMAT_RGB24, image.Width(), image.Height()));
+  unsigned char* const data = cairo_image_surface_get_data(surface.get());
+  if (data == nullptr) return surface;
+  const auto stride = static_cast<std::size_t>(cairo_image_surface_get_stride(surface.get()));
+  const std::size_t bytes = image.RowBytes() / static_cast<std::size_t>(image.Width());
+  for (int y = 0; y < image.Height(); ++y) {
+    const unsigned char* from = image.Row(y);
+    unsigned char* to = data + stride * static_cast<std::size_t>(y);
+    for (int x = 0; x < image.Width(); ++x, from += bytes, to += 4) {
+      const bool isColour = bytes == 3;
+      const unsigned char grey = bytes == 2 ? HighByte(from) : from[0];
+      for (int k = 0; k < 3; ++k) to[k] = isColour ? from[k] : grey;
+    }
+  }
+  cairo_surface_mark_dirty(surface.get());
+  return surface;
+}
+
 }  // namespace
 
 std::optional<DrawingFormat> DrawingFormatOf(const std::string& path) {
@@ -65,6 +89,23 @@ void Drawing::SetPen(const Colour& colour, double width) {
   cairo_stroke(context.get());
   SetColour(context.get(), colour);
   cairo_set_line_width(context.get(), width);
+}
+
+void Drawing::SetOrigin(int x, int y) {
+  cairo_stroke(context.get());
+  cairo_identity_matrix(context.get());
+  cairo_translate(context.get(), x, y);
+}
+
+void Drawing::Picture(const ImageValue& image, const Size& size) {
+  const SurfacePointer pixels = PixelsOf(image);
+  Check(cairo_surface_status(pixels.get()));
+  cairo_stroke(context.get());
+  cairo_save(context.get());
+  cairo_scale(context.get(), 1.0 * size.width / image.Width(), 1.0 * size.height / image.Height());
+  cairo_set_source_surface(context.get(), pixels.get(), 0, 0);
+  cairo_paint(context.get());
+  cairo_restore(context.get());
 }
 
 void Drawing::MoveTo(int x, int y) { cairo_move_to(context.get(), x + kMiddle, y + kMiddle); }

@@ -8,6 +8,7 @@
 #include "tools/lxpic/common/cairo.h"
 #include "tools/lxpic/common/words.h"
 #include "tools/lxpic/report/drawing_format.h"
+#include "tools/lxpic/value/image_value.h"
 
 namespace lx::tool {
 
@@ -19,6 +20,10 @@ class Drawing : public LxDrawTarget {
 
   /// Chooses what later lines are drawn with.
   void SetPen(const Colour& colour, double width);
+  /// Moves the origin of all that is drawn later, from where the drawing begins.
+  void SetOrigin(int x, int y);
+  /// The image, of bw8, bw16 or c24, in a rectangle of `size` pixels at the origin.
+  void Picture(const ImageValue& image, const Size& size);
   /// Whether later texts are written.
   void SetTextShown(bool shown) { textShown = shown; }
 

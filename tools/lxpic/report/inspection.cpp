@@ -28,6 +28,7 @@ constexpr const char* kSeen = "seen.png";
 constexpr const char* kDifference = "difference.png";
 constexpr const char* kAmplified = "amplified.png";
 constexpr const char* kMask = "mask.png";
+constexpr const char* kOutlined = "outlined.png";
 
 // Amplified differences above kLevel, that is differences above 24 grey levels of smoothed images,
 // are defects.
@@ -231,6 +232,18 @@ std::string AddAlignStep(Inspection& inspection, const Samples& samples, const s
   return kAligned;
 }
 
+// Follows the contour of each piece of the mask, and draws it on the picture `shown`.
+void AddOutlineStep(const Inspection& inspection, const std::string& shown, Page& page) {
+  const ImageValue ground = ReadImage(inspection.PathOf(shown));
+  WriteImage(inspection.PathOf(kOutlined), PaintOutlines(ground, page.objects));
+  page.steps.push_back({"Outline",
+                        "A contour goes around each piece; its box, its area and its centre of "
+                        "gravity stand in the table below.",
+                        kOutlined,
+                        {std::string("lxpic contour ") + kDefects + " --on " + shown + " -o " +
+                         kOutlined}});
+}
+
 }  // namespace
 
 Page Inspect(const Samples& samples, const std::string& folder) {
@@ -268,6 +281,9 @@ Page Inspect(const Samples& samples, const std::string& folder) {
   AddStep(inspection, page, {"Show", "The overlay colour is painted where the mask is not black."},
           shown, Concatenated(std::array{paint, Words{"oper", "overlay", kDefects}}), kResult);
 
+  page.objects = FindObjects(ReadImage(inspection.PathOf(kDefects)), {});
+  AddOutlineStep(inspection, shown, page);
+
   const Words keep = {"store", "shown"};
   const Words grey = GreySteps(samples.part);
   const Words find =
@@ -294,6 +310,7 @@ std::vector<std::string> InspectionFiles() {
           kDifference,
           kAmplified,
           kMask,
+          kOutlined,
           kDefects,
           kResult};
 }

@@ -156,6 +156,21 @@ std::string StepCard(const PageStep& step, std::size_t number) {
          Figure(step.image, "after") + "</div>\n</div>\n";
 }
 
+// What was found, piece by piece.
+std::string ObjectTable(const Page& page) {
+  if (page.objects.empty()) return "";
+  std::string text =
+      "<h2>What was found</h2>\n<table class=\"found\"><tr><th>at</th><th>extent</th>"
+      "<th>area</th><th>centre of gravity</th><th>outline</th></tr>\n";
+  for (const Outlined& each : page.objects) {
+    text += Format("<tr><td>%d, %d</td><td>%d &times; %d</td>", each.x, each.y, each.width,
+                   each.height) +
+            Format("<td>%u</td><td>%.2f, %.2f</td><td>%zu pixels</td></tr>\n", each.area,
+                   double{each.centreX}, double{each.centreY}, each.outline.size());
+  }
+  return text + "</table>\n";
+}
+
 // A window of `image` with the defect in its middle.
 std::string View(const std::string& image, const Defect& defect) {
   constexpr int kWidth = 105;
@@ -187,7 +202,8 @@ std::string DefectViews(const Page& page) {
 void WritePage(const std::string& path, const Page& page) {
   std::string text = kHead + Summary(page) + "<h2>Step by step</h2>\n";
   for (std::size_t i = 0; i < page.steps.size(); ++i) text += StepCard(page.steps[i], i + 1);
-  text += "<h2>All in one line</h2>\n" + CommandText(page.wholeCommand) + DefectViews(page) +
+  text += "<h2>All in one line</h2>\n" + CommandText(page.wholeCommand) +
+          ObjectTable(page) + DefectViews(page) +
           "</main>\n</body>\n</html>\n";
   WriteText(path, text);
 }

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "tools/lxpic/report/objects.h"
 #include "tools/lxpic/scene/defect.h"
 
 namespace lx::tool {
@@ -41,6 +42,7 @@ struct Page {
   std::optional<long> inUnevenLight = {};  ///< how many there would be without a flat field
   std::vector<PageStep> steps;
   std::string wholeCommand;
+  std::vector<Outlined> objects;     ///< what is marked, piece by piece
   std::vector<FoundDefect> defects;  ///< known only when the part was drawn
 };
 

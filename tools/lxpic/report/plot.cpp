@@ -14,7 +14,6 @@ namespace lx::tool {
 
 namespace {
 
-constexpr Size kSize{760, 420};
 // The rectangle of the annotated axes; to its left is room for long numbers.
 struct Rectangle {
   int x, y, width, height;
@@ -192,21 +191,6 @@ void DrawLegend(Drawing& drawing, const Numbers& numbers, int right, int baselin
   }
 }
 
-void DrawProfile(Drawing& drawing, const NamedNumbers& profile) {
-  const Numbers& numbers = profile.numbers;
-  const auto drawLines = [&](const LxPlot& plot) {
-    for (std::size_t field = 0; field < numbers.fields.size(); ++field) {
-      drawing.SetPen(PenOf(numbers, field), 1.5);
-      DrawField(drawing, plot, numbers, field);
-    }
-  };
-  DrawOnAxes(drawing, IndexRange(numbers), Widened(ValueRange(numbers)), "Index",
-             profile.name.c_str(), drawLines);
-  if (numbers.fields.size() > 1) {
-    DrawLegend(drawing, numbers, kArea.x + kArea.width, kArea.y + kLineHeight);
-  }
-}
-
 // The pixels that the path touches, whole.
 Range PixelRange(const Numbers& path, std::size_t field) {
   Range range = kNothing;
@@ -249,16 +233,36 @@ void DrawPath(Drawing& drawing, const NamedNumbers& named) {
 
 }  // namespace
 
+void DrawProfile(Drawing& drawing, const NamedNumbers& profile, const std::vector<double>& marks) {
+  const Numbers& numbers = profile.numbers;
+  const auto drawLines = [&](const LxPlot& plot) {
+    drawing.SetPen(kPens.front(), 1);
+    for (const double mark : marks) {
+      drawing.MoveTo(plot.XView(mark), kArea.y);
+      drawing.LineTo(plot.XView(mark), kArea.y + kArea.height);
+    }
+    for (std::size_t field = 0; field < numbers.fields.size(); ++field) {
+      drawing.SetPen(PenOf(numbers, field), 1.5);
+      DrawField(drawing, plot, numbers, field);
+    }
+  };
+  DrawOnAxes(drawing, IndexRange(numbers), Widened(ValueRange(numbers)), "Index",
+             profile.name.c_str(), drawLines);
+  if (numbers.fields.size() > 1) {
+    DrawLegend(drawing, numbers, kArea.x + kArea.width, kArea.y + kLineHeight);
+  }
+}
+
 void WritePlot(const std::string& path, const NamedNumbers& vector,
                std::optional<DrawingFormat> format) {
   if (!format) format = DrawingFormatOf(path).value_or(DrawingFormat::kPng);
-  Drawing drawing(path, *format, kSize);
+  Drawing drawing(path, *format, kPlotSize);
   switch (vector.numbers.drawing) {
     case Numbers::Drawing::kBars:
       DrawBars(drawing, vector);
       break;
     case Numbers::Drawing::kLine:
-      DrawProfile(drawing, vector);
+      DrawProfile(drawing, vector, {});
       break;
     case Numbers::Drawing::kPath:
     case Numbers::Drawing::kClosedPath:

@@ -241,6 +241,19 @@ std::string JsonText(const std::vector<TableRow>& rows) {
 
 }  // namespace
 
+std::vector<TableRow> RowsOf(const std::string& file, const Numbers& records) {
+  std::vector<TableRow> rows;
+  for (std::size_t i = 0; i < records.Count(); ++i) {
+    TableRow row{file, {}};
+    for (std::size_t field = 0; field < records.fields.size(); ++field) {
+      row.numbers.push_back({records.fields[field],
+                             {false, Numbers::Drawing::kNone, {""}, {records.At(i, field)}}});
+    }
+    rows.push_back(std::move(row));
+  }
+  return rows;
+}
+
 std::string TableText(const std::vector<TableRow>& rows, TableFormat format) {
   if (NamesOf(rows).empty()) return "";
   switch (format) {

@@ -20,6 +20,9 @@ struct TableRow {
   std::vector<NamedNumbers> numbers;
 };
 
+/// A row for each element of a vector, under the names of its fields.
+std::vector<TableRow> RowsOf(const std::string& file, const Numbers& records);
+
 /// Nothing when the rows have no numbers.
 std::string TableText(const std::vector<TableRow>& rows, TableFormat format);
 

@@ -33,15 +33,65 @@ struct Fields<LxC24> {
 };
 
 template <>
+struct Fields<LxPath> {
+  static std::vector<std::string> Names() { return {"x", "y"}; }
+  static void Load(const LxPath& point, std::vector<double>& values) {
+    values.insert(values.end(), {1.0 * point.m_n16X, 1.0 * point.m_n16Y});
+  }
+  static LxPath Made(const unsigned* entries) { return {Short(entries[0]), Short(entries[1])}; }
+
+  static std::int16_t Short(unsigned entry) { return static_cast<std::int16_t>(entry); }
+};
+
+template <>
+struct Fields<LxBW8Path> {
+  static std::vector<std::string> Names() { return {"x", "y", "level"}; }
+  static void Load(const LxBW8Path& point, std::vector<double>& values) {
+    values.insert(values.end(),
+                  {1.0 * point.m_n16X, 1.0 * point.m_n16Y, 1.0 * point.m_bw8Pixel.value});
+  }
+  static LxBW8Path Made(const unsigned* entries) {
+    const LxPath point = Fields<LxPath>::Made(entries);
+    return {point.m_n16X, point.m_n16Y, static_cast<std::uint8_t>(entries[2])};
+  }
+};
+
+template <>
+struct Fields<LxBW16Path> {
+  static std::vector<std::string> Names() { return {"x", "y", "level"}; }
+  static void Load(const LxBW16Path& point, std::vector<double>& values) {
+    values.insert(values.end(),
+                  {1.0 * point.m_n16X, 1.0 * point.m_n16Y, 1.0 * point.m_bw16Pixel.value});
+  }
+  static LxBW16Path Made(const unsigned* entries) {
+    const LxPath point = Fields<LxPath>::Made(entries);
+    return {point.m_n16X, point.m_n16Y, static_cast<std::uint16_t>(entries[2])};
+  }
+};
+
+template <>
+struct Fields<LxC24Path> {
+  static std::vector<std::string> Names() { return {"x", "y", "red", "green", "blue"}; }
+  static void Load(const LxC24Path& point, std::vector<double>& values) {
+    values.insert(values.end(), {1.0 * point.m_n16X, 1.0 * point.m_n16Y});
+    Fields<LxC24>::Load(point.m_c24Pixel, values);
+  }
+  static LxC24Path Made(const unsigned* entries) {
+    const LxPath point = Fields<LxPath>::Made(entries);
+    const auto byte = [&](std::size_t i) { return static_cast<std::uint8_t>(entries[i]); };
+    return {point.m_n16X, point.m_n16Y, {byte(4), byte(3), byte(2)}};
+  }
+};
+
+template <>
 struct Fields<LxPeak> {
   static std::vector<std::string> Names() {
-    return {"start", "length", "center", "amplitude", "area"};
+    return {"start", "length", "centre", "amplitude", "area"};
   }
   static void Load(const LxPeak& peak, std::vector<double>& values) {
-    const auto add = [&values](auto... fields) {
-      (values.push_back(static_cast<double>(fields)), ...);
-    };
-    add(peak.m_un32Start, peak.m_un32Length, peak.m_f32Center, peak.m_n32Amplitude, peak.m_n32Area);
+    values.insert(values.end(),
+                  {1.0 * peak.m_un32Start, 1.0 * peak.m_un32Length, double{peak.m_f32Center},
+                   1.0 * peak.m_n32Amplitude, 1.0 * peak.m_n32Area});
   }
 };
 
@@ -50,6 +100,9 @@ Numbers ReadVector(const Vector& vector, Numbers::Drawing drawing) {
   using Element = std::remove_reference_t<decltype(vector[0])>;
   Numbers numbers{true, drawing, Fields<Element>::Names(), {}};
   for (const Element& element : vector) Fields<Element>::Load(element, numbers.values);
+  if constexpr (requires { vector.m_bClosed; }) {
+    if (vector.m_bClosed != 0) numbers.drawing = Numbers::Drawing::kClosedPath;
+  }
   return numbers;
 }
 
@@ -85,6 +138,10 @@ constexpr std::array kVectorKinds = {
     VectorKind{Kind::kDoubleWordVector, MakeTyped<LxBW32Vector, Numbers::Drawing::kLine>},
     VectorKind{Kind::kColourVector, MakeTyped<LxC24Vector, Numbers::Drawing::kLine>},
     VectorKind{Kind::kHistogramVector, MakeTyped<LxBWHistogramVector, Numbers::Drawing::kBars>},
+    VectorKind{Kind::kPathVector, MakeTyped<LxPathVector, Numbers::Drawing::kPath>},
+    VectorKind{Kind::kBytePathVector, MakeTyped<LxBW8PathVector, Numbers::Drawing::kPath>},
+    VectorKind{Kind::kWordPathVector, MakeTyped<LxBW16PathVector, Numbers::Drawing::kPath>},
+    VectorKind{Kind::kColourPathVector, MakeTyped<LxC24PathVector, Numbers::Drawing::kPath>},
     VectorKind{Kind::kPeaksVector, MakeTyped<LxPeaksVector, Numbers::Drawing::kNone>},
     VectorKind{Kind::kVector, MakeUntyped}};
 
@@ -170,6 +227,29 @@ Value MakeColours(const std::vector<unsigned>& entries) {
   return {vector.get(), vector, [vector] { return ReadVector(*vector, Numbers::Drawing::kLine); }};
 }
 
+template <class Vector>
+Value MakePath(const std::vector<unsigned>& entries) {
+  using Point = std::remove_reference_t<decltype(std::declval<Vector&>()[0])>;
+  const std::size_t fields = Fields<Point>::Names().size();
+  if (entries.size() % fields != 0) {
+    throw Failure(kWrongUsage, "points are " + std::to_string(fields) + " numbers each, not " +
+                                   std::to_string(entries.size()) + " in all");
+  }
+  LxOk();
+  auto vector = MakeEmpty<Vector>();
+  for (std::size_t i = 0; i < entries.size(); i += fields) {
+    const Point point = Fields<Point>::Made(&entries[i]);
+    std::vector<double> made;
+    Fields<Point>::Load(point, made);
+    if (!std::equal(made.begin(), made.end(), &entries[i])) {
+      throw Failure(kWrongUsage, "point " + std::to_string(i / fields) + " has a number too large");
+    }
+    vector->AddElement(point);
+  }
+  if (LxGetError() != LX_OK) throw Failure(kOperationFailed, "no memory for a path");
+  return {vector.get(), vector, [vector] { return ReadVector(*vector, Numbers::Drawing::kPath); }};
+}
+
 template <class Element>
 constexpr TableKind MakeTableKind(Kind kind, Value (*make)(const std::vector<unsigned>&)) {
   return {kind, kEntries<Element>, kMaximum<Element>, make};
@@ -181,6 +261,9 @@ constexpr std::array kTableKinds = {
     MakeTableKind<std::uint8_t>(Kind::kByteVector, MakeFilled<LxBW8Vector, std::uint8_t>),
     MakeTableKind<std::uint16_t>(Kind::kWordVector, MakeFilled<LxBW16Vector, std::uint16_t>),
     MakeTableKind<std::uint8_t>(Kind::kColourVector, MakeColours),
+    MakeTableKind<std::uint16_t>(Kind::kBytePathVector, MakePath<LxBW8PathVector>),
+    MakeTableKind<std::uint16_t>(Kind::kWordPathVector, MakePath<LxBW16PathVector>),
+    MakeTableKind<std::uint16_t>(Kind::kColourPathVector, MakePath<LxC24PathVector>),
     TableKind{Kind::kHistogramVector, kEntries<std::uint8_t>, std::numeric_limits<unsigned>::max(),
               MakeFilled<LxBWHistogramVector, unsigned, Numbers::Drawing::kBars>},
     MakeTableKind<std::uint8_t>(Kind::kByteFunction, MakeFunction<unsigned char>),
