@@ -164,8 +164,8 @@ TEST(CatalogueReach, HelpTellsEveryParameterAndError) {
       if (i == operation.DestinationIndex()) continue;
       EXPECT_TRUE(Contains(help, parameter)) << operation.signature << " " << parameter;
     }
-    for (const auto& [code, leaves] : operation.refusals) {
-      EXPECT_TRUE(Contains(help, std::string("(").append(std::to_string(code)) + ")"))
+    for (const catalogue::Refusal& each : operation.refusals) {
+      EXPECT_TRUE(Contains(help, std::string("(").append(std::to_string(each.code)) + ")"))
           << operation.signature;
     }
     EXPECT_TRUE(Contains(ListText(operation.name), operation.summary)) << operation.signature;
