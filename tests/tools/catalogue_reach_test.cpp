@@ -24,7 +24,8 @@ std::string HistogramName(const Parameter& parameter) {
   return holder + std::to_string(parameter.counts.back());
 }
 
-// "@profile7", the name of a vector of kind 7 with an element for each column of an image.
+// "@profile7", the name of a vector of kind 7 with an element for each column of an image, or of a
+// path in it.
 constexpr int kSide = 16;
 constexpr std::string_view kProfile = "@profile";
 // "@words9", the name of a vector of 9 words.
@@ -33,7 +34,7 @@ constexpr std::string_view kWords = "@words";
 Value NamedVector(const std::string& word) {
   if (word.starts_with(kProfile)) {
     const auto kind = static_cast<Kind>(std::stoi(word.substr(kProfile.size())));
-    const std::size_t fields = kind == Kind::kColourVector ? 3 : 1;
+    const std::size_t fields = MakeEmptyVector(kind).read().fields.size();
     return FindTableKind(kind)->make(std::vector<unsigned>(fields * kSide, 9));
   }
   const auto count =
@@ -57,10 +58,14 @@ Value NamedVector(const std::string& word) {
 }
 
 std::string WordFor(const Parameter& parameter) {
-  if (parameter.perColumn) {
-    return std::string(kProfile).append(std::to_string(static_cast<int>(parameter.kind)));
-  }
+  const std::string profile =
+      std::string(kProfile).append(std::to_string(static_cast<int>(parameter.kind)));
+  if (parameter.perColumn) return profile;
   switch (parameter.kind) {
+    case Kind::kBytePathVector:
+    case Kind::kWordPathVector:
+    case Kind::kColourPathVector:
+      return profile;
     case Kind::kWordVector: {
       const auto& counts = parameter.counts;
       const bool full = counts.empty() || counts.front() > 0xFFFF;
@@ -111,7 +116,9 @@ ImageValue NamedImage(const std::string& word) {
     if (word != NameOf(pixel)) continue;
     ImageValue image(pixel, kSide, kSide);
     image.Clear();
-    image.Row(0)[0] = 1;  // some measures ask for more than one level
+    image.Row(0)[0] = 1;                                // some measures ask for more than one level
+    const std::size_t bytes = image.RowBytes() / kSide;
+    for (std::size_t x = 2; x < 5; ++x) image.Row(2)[x * bytes] = 1;  // an object for contours
     return image;
   }
   throw Failure(kFileFailed, word);

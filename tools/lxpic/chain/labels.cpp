@@ -35,6 +35,10 @@ constexpr std::array kKindLabels = {KindLabels{Kind::kByteTable, "array", Pixel:
                                     KindLabels{Kind::kDoubleWordVector, "vector", Pixel::kBW32},
                                     KindLabels{Kind::kColourVector, "vector", Pixel::kC24},
                                     KindLabels{Kind::kHistogramVector, "vector", Pixel::kNone},
+                                    KindLabels{Kind::kPathVector, "points", Pixel::kNone},
+                                    KindLabels{Kind::kBytePathVector, "levels", Pixel::kBW8},
+                                    KindLabels{Kind::kWordPathVector, "levels", Pixel::kBW16},
+                                    KindLabels{Kind::kColourPathVector, "levels", Pixel::kC24},
                                     KindLabels{Kind::kVector, "untyped", Pixel::kNone},
                                     KindLabels{Kind::kByteFunction, "function", Pixel::kNone},
                                     KindLabels{Kind::kWordFunction, "function", Pixel::kNone}};

@@ -32,9 +32,55 @@ struct Fields<LxC24> {
   }
 };
 
+template <>
+struct Fields<LxPath> {
+  static std::vector<std::string> Names() { return {"x", "y"}; }
+  static void Load(const LxPath& point, std::vector<double>& values) {
+    values.insert(values.end(), {1.0 * point.m_n16X, 1.0 * point.m_n16Y});
+  }
+};
+
+template <>
+struct Fields<LxBW8Path> {
+  static std::vector<std::string> Names() { return {"x", "y", "level"}; }
+  static void Load(const LxBW8Path& point, std::vector<double>& values) {
+    values.insert(values.end(), {1.0 * point.m_n16X, 1.0 * point.m_n16Y, 1.0 * point.m_bw8Pixel});
+  }
+  static LxBW8Path Make(const unsigned* entries, LxPath at) {
+    return {at.m_n16X, at.m_n16Y, static_cast<std::uint8_t>(entries[0])};
+  }
+};
+
+template <>
+struct Fields<LxBW16Path> {
+  static std::vector<std::string> Names() { return {"x", "y", "level"}; }
+  static void Load(const LxBW16Path& point, std::vector<double>& values) {
+    values.insert(values.end(), {1.0 * point.m_n16X, 1.0 * point.m_n16Y, 1.0 * point.m_bw16Pixel});
+  }
+  static LxBW16Path Make(const unsigned* entries, LxPath at) {
+    return {at.m_n16X, at.m_n16Y, static_cast<std::uint16_t>(entries[0])};
+  }
+};
+
+template <>
+struct Fields<LxC24Path> {
+  static std::vector<std::string> Names() { return {"x", "y", "red", "green", "blue"}; }
+  static void Load(const LxC24Path& point, std::vector<double>& values) {
+    values.insert(values.end(), {1.0 * point.m_n16X, 1.0 * point.m_n16Y});
+    Fields<LxC24>::Load(point.m_c24Pixel, values);
+  }
+  static LxC24Path Make(const unsigned* entries, LxPath at) {
+    const auto byte = [=](int i) { return static_cast<std::uint8_t>(entries[i]); };
+    return {at.m_n16X, at.m_n16Y, {byte(2), byte(1), byte(0)}};
+  }
+};
+
 template <class Vector>
 Numbers ReadVector(const Vector& vector, Numbers::Drawing drawing) {
   using Element = std::remove_reference_t<decltype(vector[0])>;
+  if constexpr (requires { vector.m_bClosed; }) {
+    if (vector.m_bClosed != 0) drawing = Numbers::Drawing::kClosedPath;
+  }
   Numbers numbers{true, drawing, Fields<Element>::Names(), {}};
   for (const Element& element : vector) Fields<Element>::Load(element, numbers.values);
   return numbers;
@@ -72,6 +118,10 @@ constexpr std::array kVectorKinds = {
     VectorKind{Kind::kDoubleWordVector, MakeTyped<LxBW32Vector, Numbers::Drawing::kLine>},
     VectorKind{Kind::kColourVector, MakeTyped<LxC24Vector, Numbers::Drawing::kLine>},
     VectorKind{Kind::kHistogramVector, MakeTyped<LxBWHistogramVector, Numbers::Drawing::kBars>},
+    VectorKind{Kind::kPathVector, MakeTyped<LxPathVector, Numbers::Drawing::kPath>},
+    VectorKind{Kind::kBytePathVector, MakeTyped<LxBW8PathVector, Numbers::Drawing::kPath>},
+    VectorKind{Kind::kWordPathVector, MakeTyped<LxBW16PathVector, Numbers::Drawing::kPath>},
+    VectorKind{Kind::kColourPathVector, MakeTyped<LxC24PathVector, Numbers::Drawing::kPath>},
     VectorKind{Kind::kVector, MakeUntyped}};
 
 template <class Element>
@@ -156,6 +206,28 @@ Value MakeColours(const std::vector<unsigned>& entries) {
   return {vector.get(), vector, [vector] { return ReadVector(*vector, Numbers::Drawing::kLine); }};
 }
 
+// Column, row and what the image has there, of each point.
+template <class Vector>
+Value MakePath(const std::vector<unsigned>& entries) {
+  using Element = std::remove_reference_t<decltype(std::declval<Vector&>()[0])>;
+  const std::size_t fields = Fields<Element>::Names().size();
+  if (entries.size() % fields != 0) {
+    throw Failure(kWrongUsage, "points are " + std::to_string(fields) + " numbers each, not " +
+                                   std::to_string(entries.size()) + " in all");
+  }
+  LxOk();
+  auto path = MakeEmpty<Vector>();
+  const auto coordinate = [](unsigned entry) {
+    return static_cast<std::int16_t>(std::min(entry, 0x7FFFU));
+  };
+  for (std::size_t i = 0; i < entries.size(); i += fields) {
+    const LxPath at = {coordinate(entries[i]), coordinate(entries[i + 1])};
+    path->AddElement(Fields<Element>::Make(&entries[i + 2], at));
+  }
+  if (LxGetError() != LX_OK) throw Failure(kOperationFailed, "no memory for a path");
+  return {path.get(), path, [path] { return ReadVector(*path, Numbers::Drawing::kPath); }};
+}
+
 template <class Element>
 constexpr TableKind MakeTableKind(Kind kind, Value (*make)(const std::vector<unsigned>&)) {
   return {kind, kEntries<Element>, kMaximum<Element>, make};
@@ -169,6 +241,9 @@ constexpr std::array kTableKinds = {
     MakeTableKind<std::uint8_t>(Kind::kColourVector, MakeColours),
     TableKind{Kind::kHistogramVector, kEntries<std::uint8_t>, std::numeric_limits<unsigned>::max(),
               MakeFilled<LxBWHistogramVector, unsigned, Numbers::Drawing::kBars>},
+    MakeTableKind<std::uint16_t>(Kind::kBytePathVector, MakePath<LxBW8PathVector>),
+    MakeTableKind<std::uint16_t>(Kind::kWordPathVector, MakePath<LxBW16PathVector>),
+    MakeTableKind<std::uint16_t>(Kind::kColourPathVector, MakePath<LxC24PathVector>),
     MakeTableKind<std::uint8_t>(Kind::kByteFunction, MakeFunction<unsigned char>),
     MakeTableKind<std::uint16_t>(Kind::kWordFunction, MakeFunction<unsigned short>),
     MakeTableKind<std::uint8_t>(Kind::kBytePredicate, MakePredicate<LxBW8>),
