@@ -30,6 +30,8 @@ struct Form {
   bool inPlace = false;
   int divisor = 1;  ///< the destination's sides are this part of the source's
   test::Content content = test::Content::kNoise;
+  /// What images show instead.
+  void (*paint)(LxGenericROI& image) = nullptr;
   /// What a member is called on, made for images of a size.
   MadeObject (*object)(int width, int height) = nullptr;
 };
