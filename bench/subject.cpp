@@ -84,7 +84,9 @@ Subject::Subject(const Operation& described, const Form& selected, int w, int h)
     if (!parameter.IsRegion()) continue;
     const auto [wide, high] = SizeOf(parameter);
     images.push_back(test::MakeImage(parameter.pixel, wide, high));
-    if (parameter.meaning == catalogue::Meaning::kLevels) {
+    if (form.paint != nullptr) {
+      form.paint(*images.back());
+    } else if (parameter.meaning == catalogue::Meaning::kLevels) {
       Paint(*images.back(), form.content, random);
     } else {
       PaintTurned(*images.back(), parameter.meaning);

@@ -32,6 +32,8 @@ struct Form {
   test::Content content = test::Content::kNoise;
   /// Of vectors that may have any, filled with noise, or waves for a ramp; 0 for the usual one.
   std::size_t length = 0;
+  /// What images show instead.
+  void (*paint)(LxGenericROI& image) = nullptr;
   /// What a member is called on, made for images of a size.
   MadeObject (*object)(int width, int height) = nullptr;
 };

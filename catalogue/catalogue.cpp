@@ -62,6 +62,11 @@ bool Operation::Refuses(LX_ERRORS code) const {
   return std::find(checks.begin(), checks.end(), code) != checks.end();
 }
 
+bool Operation::Traces(LX_ERRORS code) const {
+  const Refusal* const known = FindRefusal(code);
+  return known == nullptr || known->traced;
+}
+
 const std::vector<Operation>& All() {
   static const std::vector<Operation> operations = [] {
     std::vector<Operation> all;

@@ -112,6 +112,7 @@ struct Reach {
 struct Refusal {
   LX_ERRORS code = LX_OK;
   std::string leaves = {};  ///< what it leaves behind; "" when every output is untouched
+  bool traced = true;       ///< whether the operation traces it
 };
 
 /// The values of one call: one for each parameter, and behind them the returned value.
@@ -165,6 +166,8 @@ struct Operation {
   const Refusal* FindRefusal(LX_ERRORS code) const;
   /// Whether it refuses with `code` at all.
   bool Refuses(LX_ERRORS code) const;
+  /// Whether it appends its trace when it refuses with `code`.
+  bool Traces(LX_ERRORS code) const;
 };
 
 /// A class with state. Its members are operations on the object.

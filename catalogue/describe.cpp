@@ -187,6 +187,8 @@ void DescribeParameters(Operation& operation, std::string_view text) {
   if (words.size() != operation.parameters.size()) throw std::logic_error("parameters");
   for (std::size_t i = 0; i < words.size(); ++i) {
     ParameterWord(words[i], operation.parameters[i]).Read();
+    const bool isChoice = operation.parameters[i].kind == Kind::kChoice;
+    if (isChoice && operation.parameters[i].choices.empty()) throw std::logic_error("choices");
   }
 }
 

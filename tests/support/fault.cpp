@@ -106,6 +106,9 @@ class Collector {
     Fault found{operation.parameters[index].name + " " + name, index, LX_OK, std::move(spoil)};
     const FaultyCall call(operation, choice, {&found});
     found.code = LxGetError();
+    // What is found half-way depends on all arguments.
+    const catalogue::Refusal* const known = operation.FindRefusal(found.code);
+    found.relates = known != nullptr && !known->leaves.empty();
     if (found.code != LX_OK) faults.push_back(std::move(found));
   }
 

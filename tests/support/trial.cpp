@@ -134,7 +134,9 @@ const Outcome& Trial::Expect(const Reference& reference) {
   expected = {};
   expected.values = before;
   reference.rule(call, expected);
-  if (expected.error != LX_OK) expected.trace.push_back(operation.trace);
+  if (expected.error != LX_OK && operation.Traces(expected.error)) {
+    expected.trace.push_back(operation.trace);
+  }
   std::erase(expected.trace, "");
   tolerance = reference.tolerance;
   for (const std::size_t i : regions) {
@@ -194,7 +196,7 @@ std::string Trial::Refusal(LX_ERRORS code) const {
 
 std::string Trial::TraceFault() const {
   std::vector<std::string> own;
-  if (!operation.trace.empty()) own.push_back(operation.trace);
+  if (!operation.trace.empty() && operation.Traces(LxGetError())) own.push_back(operation.trace);
   const auto seen = TraceNow();
   if (seen == own) return {};
   for (std::vector<std::string> inner : operation.innerTraces) {

@@ -133,7 +133,9 @@ ImageValue NamedImage(const std::string& word) {
     if (word != NameOf(pixel)) continue;
     ImageValue image(pixel, kSide, kSide);
     image.Clear();
-    image.Row(0)[0] = 1;  // some measures ask for more than one level
+    image.Row(0)[0] = 1;                                // some measures ask for more than one level
+    const std::size_t bytes = image.RowBytes() / kSide;
+    for (std::size_t x = 2; x < 5; ++x) image.Row(2)[x * bytes] = 1;  // an object for contours
     return image;
   }
   throw Failure(kFileFailed, word);
@@ -186,8 +188,8 @@ TEST(CatalogueReach, HelpTellsEveryParameterAndError) {
       if (i == operation.DestinationIndex()) continue;
       EXPECT_TRUE(Contains(help, parameter)) << operation.signature << " " << parameter;
     }
-    for (const auto& [code, leaves] : operation.refusals) {
-      EXPECT_TRUE(Contains(help, std::string("(").append(std::to_string(code)) + ")"))
+    for (const catalogue::Refusal& each : operation.refusals) {
+      EXPECT_TRUE(Contains(help, std::string("(").append(std::to_string(each.code)) + ")"))
           << operation.signature;
     }
     EXPECT_TRUE(Contains(ListText(operation.name), operation.summary)) << operation.signature;

@@ -31,3 +31,79 @@ enum CONNEXITY : int {
   CONNEXITY_4 = 0,  ///< those that share an edge
   CONNEXITY_8 = 1   ///< all eight
 };
+
+/// @name Contours
+/// Follows the boundary of the object that holds the pixel (`startX`, `startY`), which lies on that
+/// boundary, and records its pixels in order. An object are the pixels that pass `test` against
+/// `threshold`, joined by `connectivity`. Clockwise, the background lies to the left of each step.
+///
+/// From the start, neighbours are looked at in the order of the sense, the first two of them those
+/// from north on. The first step goes to an object pixel behind a background pixel; among eight
+/// neighbours one that shares an edge counts only behind two of them. Each next step goes to the
+/// first object pixel behind the one where the walk came from. The contour is closed when it is to
+/// leave the start in the direction of the first step again; a pixel that it passes several times is
+/// recorded each time.
+///
+/// Unless the mode runs along the border, a contour ends where it looks beyond it, at a pixel that
+/// is not recorded: LX_ERROR_POINT_OUTSIDE_IMAGE, and what was recorded stays. Modes with a second
+/// sense then empty the result and record the contour from that pixel on, in that sense, to where
+/// it reaches the border again. The code stays, even where the second walk closes or finds no first
+/// step.
+///
+/// A result starts empty, and keeps what was recorded when the walk fails. `m_bClosed` becomes 0
+/// when the first walk ended at the border, and 1 otherwise. A path ends, as at the border, at the
+/// last point before one whose coordinates do not fit 16 bits.
+///
+/// Codes, in this order: LX_ERROR_UNKNOWN_MODE for `mode`, then for `connectivity`;
+/// LX_ERROR_ROI_NOT_ATTACHED; LX_ERROR_VECTOR_NO_DATA for a null result; LX_ERROR_CONTOUR_START when
+/// the start is no object pixel of the region; when there is no first step,
+/// LX_ERROR_CONTOUR_START_ISOLATED if the last neighbour is background and
+/// LX_ERROR_CONTOUR_START_INSIDE_OBJECT if not; LX_ERROR_ALLOCATION_FAILED.
+/// @{
+
+/// Trace "PicContour ( LxPathVector)".
+LXPIC_API void PicContour(LxROI<LxBW8>* region, CONTOUR_MODE mode, int startX, int startY,
+                          CONTOUR_THRESHOLD test, unsigned threshold, CONNEXITY connectivity,
+                          LxPathVector* path);
+/// Points with their levels or, when `chainCode` is not 0, with the direction of the step that leaves
+/// them: 0 east, 1 north-east, and on anticlockwise to 7. Trace "PicContour ( LxBW8PathVector)".
+LXPIC_API void PicContour(LxROI<LxBW8>* region, CONTOUR_MODE mode, int startX, int startY,
+                          CONTOUR_THRESHOLD test, unsigned threshold, CONNEXITY connectivity,
+                          LxBW8PathVector* path, int chainCode);
+/// Groups of column, row and direction of the step that leaves the point. A vector of another kind
+/// becomes one of LX_VECTOR_CONTOUR; LX_ERROR_VECTOR_NO_DATA when one has no room at all. More
+/// points than an eighth of the region's pixels: LX_ERROR_CONTOUR_OVERFLOW.
+/// Trace "PicContour ( LxVector)".
+LXPIC_API void PicContour(LxROI<LxBW8>* region, CONTOUR_MODE mode, int startX, int startY,
+                          CONTOUR_THRESHOLD test, unsigned threshold, CONNEXITY connectivity,
+                          LxVector* vector);
+/// Trace "PicContour ( LxPathVector)(BW16)".
+LXPIC_API void PicContour(LxROI<LxBW16>* region, CONTOUR_MODE mode, int startX, int startY,
+                          CONTOUR_THRESHOLD test, unsigned threshold, CONNEXITY connectivity,
+                          LxPathVector* path);
+/// Like the 8-bit form with levels. Trace "PicContour ( LxBW16PathVector)(BW16)".
+LXPIC_API void PicContour(LxROI<LxBW16>* region, CONTOUR_MODE mode, int startX, int startY,
+                          CONTOUR_THRESHOLD test, unsigned threshold, CONNEXITY connectivity,
+                          LxBW16PathVector* path, int chainCode);
+/// @}
+
+/// @name Images along paths
+/// PicImageToPath() gives each point of the path the level of its pixel, PicPathToImage() each pixel
+/// the level of its point, in the order of the path. Points outside the region are left out, and set
+/// LX_ERROR_POINT_OUTSIDE_IMAGE without a trace. LX_ERROR_VECTOR_NO_DATA: a null path.
+/// @{
+
+/// Trace "PicImageToPath ( BW8)".
+LXPIC_API void PicImageToPath(LxROI<LxBW8>* region, LxBW8PathVector* path);
+/// Trace "PicImageToPath (BW16)".
+LXPIC_API void PicImageToPath(LxROI<LxBW16>* region, LxBW16PathVector* path);
+/// Trace "PicImageToPath ( C24)".
+LXPIC_API void PicImageToPath(LxROI<LxC24>* region, LxC24PathVector* path);
+
+/// Trace "PicPathToImage ( BW8)".
+LXPIC_API void PicPathToImage(LxROI<LxBW8>* region, LxBW8PathVector* path);
+/// Trace "PicPathToImage ( BW16)".
+LXPIC_API void PicPathToImage(LxROI<LxBW16>* region, LxBW16PathVector* path);
+/// Trace "PicPathToImage ( C24)".
+LXPIC_API void PicPathToImage(LxROI<LxC24>* region, LxC24PathVector* path);
+/// @}

@@ -130,8 +130,9 @@ std::string ErrorsText(const Operation& operation) {
     errors.push_back(catalogue::ErrorName(LX_ERROR_ROI_NOT_ATTACHED));
     errors.push_back(catalogue::ErrorName(LX_ERROR_SIZE_MISMATCH));
   }
-  for (const auto& [code, leaves] : operation.refusals) {
-    errors.push_back(catalogue::ErrorName(code) + (leaves.empty() ? "" : " leaves " + leaves));
+  for (const catalogue::Refusal& each : operation.refusals) {
+    const std::string leaves = each.leaves.empty() ? "" : " leaves " + each.leaves;
+    errors.push_back(catalogue::ErrorName(each.code) + leaves);
   }
   return Join(errors, "; ");
 }

@@ -109,7 +109,11 @@ Argument ReadConstant(const Parameter& parameter, const std::string& word) {
 }
 
 // A number goes to the library as it is, which judges it.
+// Some names are numbers.
 Argument ReadChoice(const Parameter& parameter, const std::string& word) {
+  if (const auto named = catalogue::ChoiceValue(parameter.choices, word)) {
+    return static_cast<double>(*named);
+  }
   if (const auto number = ReadNumber(word)) return Whole(*number, -1e9, 1e9);
   return ReadName(parameter, word);
 }

@@ -75,6 +75,8 @@ struct KindReader {
 };
 
 constexpr const char* kMarkForms = "a table that marks levels: threshold:N, or a file of numbers";
+constexpr const char* kPathForms =
+    "a path, as @NAME or a file of numbers: column, row and level of each point";
 
 constexpr std::array kReaders = {
     KindReader{Kind::kConstant, ReadScalar<ReadConstant>, ""},
@@ -87,11 +89,10 @@ constexpr std::array kReaders = {
     KindReader{Kind::kByteVector, ReadTableValue, kTableForms},
     KindReader{Kind::kWordVector, ReadTableValue, kTableForms},
     KindReader{Kind::kColourVector, ReadTableValue, "a file of numbers, three for each element"},
-    KindReader{Kind::kBytePathVector, ReadTableValue, "a file of x, y and level of each point"},
-    KindReader{Kind::kWordPathVector, ReadTableValue, "a file of x, y and level of each point"},
-    KindReader{Kind::kColourPathVector, ReadTableValue,
-               "a file of x, y, red, green and blue of each point"},
     KindReader{Kind::kHistogramVector, ReadTableValue, "a file of counts, or @NAME"},
+    KindReader{Kind::kBytePathVector, ReadTableValue, kPathForms},
+    KindReader{Kind::kWordPathVector, ReadTableValue, kPathForms},
+    KindReader{Kind::kColourPathVector, ReadTableValue, kPathForms},
     KindReader{Kind::kVector, ReadUntypedVector, "numbers like 1,2,3 or u8:1,2,3"},
     KindReader{Kind::kKernel, ReadKernelValue, kKernelForms},
     KindReader{Kind::kByteFunction, ReadTableValue, kTableForms},
