@@ -57,6 +57,7 @@ Value NamedVector(const std::string& word) {
 }
 
 std::string WordFor(const Parameter& parameter) {
+  if (parameter.meaning == catalogue::Meaning::kSegment) return "9,0,0,300,1,1";
   if (parameter.perColumn) {
     return std::string(kProfile).append(std::to_string(static_cast<int>(parameter.kind)));
   }
@@ -86,6 +87,7 @@ std::string WordFor(const Parameter& parameter) {
     case Kind::kColourPredicate:
       return "9,9,9";
     case Kind::kKernel:
+      if (parameter.meaning == catalogue::Meaning::kRow) return "1,2,1:gain=0.5";
       return parameter.trials.front() != 0 ? "thin" : "1,2,1/2,4,2/1,2,1:gain=0.0625";
     default:
       return "identity";
