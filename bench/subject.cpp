@@ -43,6 +43,33 @@ void PaintTurned(LxGenericROI& image, catalogue::Meaning meaning) {
   }
 }
 
+// A signal of 8-bit noise, or the pixels of a line.
+test::Elements UntypedNoise(const catalogue::Parameter& parameter, std::size_t length,
+                            Random& random) {
+  test::Elements made = test::UsualElements(parameter);
+  const bool isLine = parameter.meaning == catalogue::Meaning::kSegment;
+  made.groupLength = isLine ? 3 : static_cast<int>(length);
+  const std::int64_t least = made.dataType == LX_DATA_SIGNED && !isLine ? -128 : 0;
+  made.values.clear();
+  for (std::size_t i = 0; i < length; ++i) {
+    made.values.push_back(static_cast<double>(random.Between(least, least + 255)));
+    if (!isLine) continue;
+    made.values.push_back(static_cast<double>(i));
+    made.values.push_back(static_cast<double>(i / 2));
+  }
+  return made;
+}
+
+// No group, and room for some.
+test::Elements Room(std::size_t groups) {
+  test::Elements made;
+  made.dataSize = LX_DATA_SIZE_32;
+  made.dataType = LX_DATA_SIGNED;
+  made.groupLength = 2;
+  made.spare = static_cast<int>(groups);
+  return made;
+}
+
 }  // namespace
 
 Subject::Subject(const Operation& described, const Form& selected, int w, int h)
@@ -54,6 +81,11 @@ Subject::Subject(const Operation& described, const Form& selected, int w, int h)
     const catalogue::Parameter& parameter = described.parameters[i];
     if (parameter.kind == catalogue::Kind::kKernel && form.kernel != nullptr) {
       call.SetKernel(i, form.kernel);
+    }
+    if (form.length > 0 && parameter.kind == catalogue::Kind::kVector) {
+      const bool isResult = parameter.role == catalogue::Role::kWritten;
+      call.SetVector(i,
+                     isResult ? Room(form.length) : UntypedNoise(parameter, form.length, random));
     }
     if (!parameter.IsRegion()) continue;
     const auto [wide, high] = SizeOf(parameter);

@@ -30,6 +30,7 @@ struct Form {
   bool inPlace = false;
   int divisor = 1;  ///< the destination's sides are this part of the source's
   test::Content content = test::Content::kNoise;
+  std::size_t length = 0;  ///< of vectors that may have any, filled with noise; 0 for the usual one
   /// What a member is called on, made for images of a size.
   MadeObject (*object)(int width, int height) = nullptr;
 };
