@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "bench/vectors.h"
 #include "support/trial/region.h"
 
 namespace lx::bench {
@@ -43,28 +44,6 @@ void PaintTurned(LxGenericROI& image, catalogue::Meaning meaning) {
   }
 }
 
-bool TakesAnyLength(const catalogue::Parameter& parameter) {
-  return catalogue::IsVector(parameter.kind) && parameter.kind != catalogue::Kind::kVector &&
-         !parameter.IsWritten() && parameter.counts.empty() && !parameter.perColumn;
-}
-
-test::Elements Noise(std::size_t count, Random& random) {
-  test::Elements made;
-  made.values.resize(count);
-  for (double& value : made.values) value = static_cast<double>(random.Below(256));
-  return made;
-}
-
-// Up and down, 128 elements each.
-test::Elements Waves(std::size_t count) {
-  test::Elements made;
-  for (std::size_t i = 0; i < count; ++i) {
-    const std::size_t phase = i % 128;
-    made.values.push_back(static_cast<double>(4 * std::min(phase, 127 - phase)));
-  }
-  return made;
-}
-
 }  // namespace
 
 Subject::Subject(const Operation& described, const Form& selected, int w, int h)
@@ -77,10 +56,7 @@ Subject::Subject(const Operation& described, const Form& selected, int w, int h)
     if (parameter.kind == catalogue::Kind::kKernel && form.kernel != nullptr) {
       call.SetKernel(i, form.kernel);
     }
-    if (form.length > 0 && TakesAnyLength(parameter)) {
-      const std::size_t count = form.length * test::FieldsOf(parameter.kind);
-      call.SetVector(i, form.content == test::Content::kRamp ? Waves(count) : Noise(count, random));
-    }
+    SetLength(call, parameter, i, form, random);
     if (!parameter.IsRegion()) continue;
     const auto [wide, high] = SizeOf(parameter);
     images.push_back(test::MakeImage(parameter.pixel, wide, high));

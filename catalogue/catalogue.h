@@ -51,7 +51,10 @@ enum class Meaning {
   kPoints,   ///< a column in the low 16 bits, a row in the high ones
   kColumn,   ///< a column of the first region
   kRow,      ///< a row of it
-  kSegment   ///< an untyped vector of the pixels of a line: level, column and row of each
+  kSegment,  ///< an untyped vector of the pixels of a line: level, column and row of each
+  kGroup,    ///< an untyped vector of integers whose groups are signals
+  kSigned,   ///< the same of signed integers
+  kUnsigned  ///< of unsigned ones
 };
 
 /// What leaving a parameter out means.

@@ -113,8 +113,11 @@ class ParameterWord {
     static const std::map<std::string, SizeRule> sizes = {
         {"free", SizeRule::kFree}, {"follows", SizeRule::kFollows}, {"part", SizeRule::kPart}};
     static const std::map<std::string, Meaning> meanings = {
-        {"columns", Meaning::kColumns}, {"rows", Meaning::kRows}, {"points", Meaning::kPoints},
-        {"column", Meaning::kColumn},   {"row", Meaning::kRow},   {"segment", Meaning::kSegment}};
+        {"columns", Meaning::kColumns},  {"rows", Meaning::kRows},
+        {"points", Meaning::kPoints},    {"column", Meaning::kColumn},
+        {"row", Meaning::kRow},          {"segment", Meaning::kSegment},
+        {"group", Meaning::kGroup},      {"signed", Meaning::kSigned},
+        {"unsigned", Meaning::kUnsigned}};
     if (const auto size = sizes.find(word); size != sizes.end()) {
       parameter.size = size->second;
     } else if (const auto meaning = meanings.find(word); meaning != meanings.end()) {

@@ -44,6 +44,8 @@ struct Row {
   ///                      a region whose pixels are coordinates in the first source
   ///     (column) (row)   a number that is a coordinate in the first region
   ///     (segment)        an untyped vector of the pixels of a line
+  ///     (group) (signed) (unsigned)
+  ///                      an untyped vector of integers, of this sign, whose groups are signals
   std::string_view parameters = {};
   std::string_view summary = {};
   InPlace inPlace = InPlace::kNo;

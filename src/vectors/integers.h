@@ -2,6 +2,7 @@
 // Untyped vectors of integers: which they are, and their element types.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <type_traits>
 
@@ -18,6 +19,24 @@ inline bool HasIntegers(const LxVector& vector) {
                  LX_ERROR_UNSUPPORTED_DATA_SIZE) &&
          Require(type == LX_DATA_UNSIGNED || type == LX_DATA_SIGNED,
                  LX_ERROR_UNSUPPORTED_DATA_TYPE);
+}
+
+// The elements are integers of 8, 16 or 32 bits with this sign.
+inline bool HasIntegers(const LxVector& vector, LX_DATA_TYPES type) {
+  return HasIntegers(vector) &&
+         Require(vector.GetDataType() == type, LX_ERROR_UNSUPPORTED_DATA_TYPE);
+}
+
+// Whether groups `first`..`last` are in use.
+inline bool HoldsGroups(const LxVector& vector, int first, int last) {
+  return first >= 0 && first <= last && last < vector.GetNbGroup();
+}
+
+// The first element of a group.
+template <typename T>
+T* GroupOf(const LxVector& vector, int group) {
+  return static_cast<T*>(vector.GetDataPtr()) +
+         static_cast<std::ptrdiff_t>(group) * vector.GetGroupLength();
 }
 
 // Calls `visit` with a zero of the element type, of a vector that has integers with this sign.

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <type_traits>
 
 namespace lx::vectors {
 
@@ -39,7 +40,7 @@ class Line {
   // How many pixels there are; one at least.
   std::uint32_t Count() const { return static_cast<std::uint32_t>(steps_) + 1; }
 
-  // Calls `visit` with the coordinates of each pixel.
+  // Calls `visit` with the coordinates of each pixel. A visit that returns false is the last.
   template <class Visit>
   void ForEachPoint(const Visit& visit) const {
     Walk(from_, major_, Point{major_.x + minor_.x, major_.y + minor_.y}, visit);
@@ -57,7 +58,7 @@ class Line {
  private:
   template <class Position, class Visit>
   void Walk(Position position, Position straight, Position diagonal, const Visit& visit) const {
-    visit(position);
+    if (!GoesOn(visit, position)) return;
     std::uint32_t error = static_cast<std::uint32_t>(steps_) / 2;
     const auto whole = static_cast<std::uint32_t>(steps_);
     for (std::uint32_t i = 0; i < whole; ++i) {
@@ -65,7 +66,17 @@ class Line {
       const bool aside = error >= whole;
       error -= aside ? whole : 0;
       position += aside ? diagonal : straight;
+      if (!GoesOn(visit, position)) return;
+    }
+  }
+
+  template <class Visit, class Position>
+  static bool GoesOn(const Visit& visit, Position position) {
+    if constexpr (std::is_same_v<decltype(visit(position)), bool>) {
+      return visit(position);
+    } else {
       visit(position);
+      return true;
     }
   }
 

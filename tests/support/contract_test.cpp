@@ -22,7 +22,7 @@ namespace {
 using catalogue::InPlace;
 
 // Where the check stands that finds the fault. Where several refuse with one code, each belongs to a
-// parameter.
+// parameter, or the first to a pointer that is null and the next to what it points to.
 std::size_t CheckOf(const Operation& operation, const Fault& fault,
                     const std::vector<Fault>& faults) {
   std::set<std::size_t> earlier;
@@ -36,6 +36,11 @@ std::size_t CheckOf(const Operation& operation, const Fault& fault,
     if (next == checks.end()) break;
     found = next;
   }
+  const bool mayBeNull = std::any_of(faults.begin(), faults.end(), [&](const Fault& each) {
+    return each.isNull && each.code == fault.code && each.parameter == fault.parameter;
+  });
+  const auto behind = std::find(found + 1, checks.end(), fault.code);
+  if (mayBeNull && !fault.isNull && behind != checks.end()) found = behind;
   return static_cast<std::size_t>(found - checks.begin());
 }
 

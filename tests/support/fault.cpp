@@ -243,7 +243,9 @@ class Collector {
       const LX_ERRORS code = parameter.kind == Kind::kKernel ? LX_ERROR_KERNEL_NO_DATA
                              : vector                        ? LX_ERROR_VECTOR_NO_DATA
                                                              : OutOfRange(index);
-      Add("null", index, code).spoil = [index](Arguments& call) { call.SetNull(index); };
+      Fault& null = Add("null", index, code);
+      null.spoil = [index](Arguments& call) { call.SetNull(index); };
+      null.isNull = true;
     }
     if (parameter.kind == Kind::kKernel) AddKernels(index);
     AddThrowing<int>(index, LX_ERROR_INTERNAL);

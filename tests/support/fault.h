@@ -20,6 +20,7 @@ struct Fault {
   /// Compares regions with each other, so that a second such fault, or a region that is missing,
   /// may undo it.
   bool relates = false;
+  bool isNull = false;  ///< a pointer that is null
 };
 
 /// Whether all regions must have one size.

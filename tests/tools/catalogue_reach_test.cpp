@@ -30,20 +30,12 @@ constexpr int kSide = 16;
 constexpr std::string_view kProfile = "@profile";
 // "@words9", the name of a vector of 9 words.
 constexpr std::string_view kWords = "@words";
-// The pixels of a line.
-constexpr std::string_view kSegment = "@segment";
 
 Value NamedVector(const std::string& word) {
   if (word.starts_with(kProfile)) {
     const auto kind = static_cast<Kind>(std::stoi(word.substr(kProfile.size())));
     const std::size_t count = std::stoul(word.substr(word.find('x') + 1));
     return FindTableKind(kind)->make(std::vector<unsigned>(test::FieldsOf(kind) * count, 9));
-  }
-  if (word == kSegment) {
-    auto made = test::MakeVector(Kind::kVector,
-                                 {std::vector<double>(3 * kSide, 9), LX_VECTOR_SEGMENT,
-                                  LX_DATA_SIZE_32, LX_DATA_SIGNED, 3, 5});
-    return {made.argument, made.owner, [] { return Numbers{true, {}, {""}, {}}; }};
   }
   const auto count =
       static_cast<unsigned>(std::stoul(word.substr(word.find_first_of("0123456789"))));
@@ -74,7 +66,7 @@ std::string ProfileName(const Parameter& parameter, std::size_t count) {
 
 std::string WordFor(const Operation& operation, const Parameter& parameter) {
   if (parameter.perColumn) return ProfileName(parameter, kSide);
-  if (parameter.meaning == catalogue::Meaning::kSegment) return std::string(kSegment);
+  if (parameter.meaning == catalogue::Meaning::kSegment) return "9,0,0,300,1,1";
   if (parameter.counted) {
     return ProfileName(parameter, operation.count(test::Arguments(operation).values));
   }
@@ -108,6 +100,7 @@ std::string WordFor(const Operation& operation, const Parameter& parameter) {
     case Kind::kColourPredicate:
       return "9,9,9";
     case Kind::kKernel:
+      if (parameter.meaning == catalogue::Meaning::kRow) return "1,2,1:gain=0.5";
       return parameter.trials.front() != 0 ? "thin" : "1,2,1/2,4,2/1,2,1:gain=0.0625";
     default:
       return "identity";

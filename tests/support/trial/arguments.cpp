@@ -195,7 +195,10 @@ void Arguments::FitCounts() {
   constexpr std::size_t kMost = 100000;
   const std::size_t count = operation->count(values);
   for (std::size_t i = 0; i < values.size() && count <= kMost; ++i) {
-    if (operation->parameters[i].counted && slots[i].content != nullptr) FitVector(i, count);
+    if (!operation->parameters[i].counted || slots[i].content == nullptr) continue;
+    // These are one group, however many entries they have.
+    const int kind = slots[i].content->kind;
+    if (kind != LX_VECTOR_HISTOGRAM && kind != LX_VECTOR_TABLE) FitVector(i, count);
   }
 }
 

@@ -148,6 +148,8 @@ VectorObject MakeUntyped(const Elements& content) {
       made->SetType(content.kind, 1, count);
     } else if (content.kind != LX_VECTOR_NONE) {
       made->SetType(content.kind, groups + content.spare, content.groupLength);
+      // Kinds with room of their own are given as much as they need.
+      made->Reallocate(static_cast<int>(content.values.size() * sizeof(std::int32_t)));
       made->SetNbGroup(groups);
     } else {
       made->SetStructure(content.dataSize, groups + content.spare, content.groupLength,
@@ -262,6 +264,21 @@ Elements DrawLeftOver(Random& random) {
   return made;
 }
 
+// The sign that a parameter asks for, mostly.
+int DrawSign(const Parameter& parameter, Random& random) {
+  const bool any = parameter.meaning == catalogue::Meaning::kLevels ||
+                   parameter.meaning == catalogue::Meaning::kGroup || random.Below(12) == 0;
+  if (any) return random.Pick(kSigns);
+  return parameter.meaning == catalogue::Meaning::kSigned ? LX_DATA_SIGNED : LX_DATA_UNSIGNED;
+}
+
+// One group that goes up and down more often than results have room at first.
+void MakeRestless(Elements& made, double minimum, double maximum) {
+  made.groupLength = 5000;
+  made.values.assign(5000, minimum);
+  for (std::size_t i = 1; i < made.values.size(); i += 2) made.values[i] = maximum;
+}
+
 // A histogram or a table where the parameter has a count, else groups of any layout.
 Elements DrawUntyped(const Parameter& parameter, Random& random) {
   Elements made;
@@ -271,7 +288,7 @@ Elements DrawUntyped(const Parameter& parameter, Random& random) {
   const bool entries = !parameter.counts.empty() && random.Below(8) != 0;
   made.kind = entries ? LX_VECTOR_HISTOGRAM : LX_VECTOR_NONE;
   made.dataSize = entries ? LX_DATA_SIZE_32 : random.Pick(kSizes);
-  made.dataType = entries ? LX_DATA_UNSIGNED : random.Pick(kSigns);
+  made.dataType = entries ? LX_DATA_UNSIGNED : DrawSign(parameter, random);
   if (!entries && random.Below(10) == 0) {
     made.dataSize = LX_DATA_SIZE_32;
     made.dataType = LX_DATA_FLOAT;
@@ -286,8 +303,11 @@ Elements DrawUntyped(const Parameter& parameter, Random& random) {
   const int bits = 4 * made.dataSize;
   const bool isSigned = made.dataType == LX_DATA_SIGNED;
   const double maximum = std::exp2(isSigned ? bits - 1 : bits) - 1;
-  DrawValues(made.values, isSigned ? -maximum - 1 : 0,
-             made.dataType == LX_DATA_FLOAT ? 1 << 20 : maximum, random);
+  const double minimum = isSigned ? -maximum - 1 : 0;
+  const bool isFloat = made.dataType == LX_DATA_FLOAT;
+  DrawValues(made.values, minimum, isFloat ? 1 << 20 : maximum, random);
+  const bool isSignal = !isFloat && parameter.meaning != catalogue::Meaning::kLevels;
+  if (isSignal && random.Below(40) == 0) MakeRestless(made, minimum, maximum);
   return made;
 }
 
@@ -342,6 +362,7 @@ Elements DrawElements(const Parameter& parameter, Random& random) {
 
 Elements UsualElements(const Parameter& parameter) {
   Random random(parameter.name);
+  const bool isSigned = parameter.meaning == catalogue::Meaning::kSigned;
   Elements made;
   made.values.resize(TypeOf(parameter.kind).fields *
                      (parameter.counts.empty() ? 64 : parameter.counts.back()));
@@ -349,8 +370,10 @@ Elements UsualElements(const Parameter& parameter) {
     const bool entries = !parameter.counts.empty();
     made.kind = entries ? LX_VECTOR_HISTOGRAM : LX_VECTOR_NONE;
     made.dataSize = entries ? LX_DATA_SIZE_32 : LX_DATA_SIZE_8;
-    made.dataType = LX_DATA_UNSIGNED;
-    made.groupLength = entries ? static_cast<int>(made.values.size()) : 1;
+    made.dataType = isSigned ? LX_DATA_SIGNED : LX_DATA_UNSIGNED;
+    const bool isOne = entries || isSigned || parameter.meaning == catalogue::Meaning::kUnsigned ||
+                       parameter.meaning == catalogue::Meaning::kGroup;
+    made.groupLength = isOne ? static_cast<int>(made.values.size()) : 1;
   }
   if (parameter.meaning == catalogue::Meaning::kSegment) {
     made.values.resize(12);
@@ -360,7 +383,7 @@ Elements UsualElements(const Parameter& parameter) {
     made.groupLength = 3;
     made.use = 5;
   }
-  const double maximum = std::min(TypeOf(parameter.kind).maximum, 255.0);
+  const double maximum = std::min(TypeOf(parameter.kind).maximum, isSigned ? 127.0 : 255.0);
   for (double& value : made.values) {
     value = static_cast<double>(random.Between(0, static_cast<std::int64_t>(maximum)));
   }

@@ -53,6 +53,8 @@ void AddLabels(std::vector<std::string>& labels, const Parameter& parameter, boo
       std::find_if(kKindLabels.begin(), kKindLabels.end(),
                    [&](const KindLabels& each) { return each.kind == parameter.kind; });
   if (found != kKindLabels.end()) AddOnce(labels, found->holder);
+  if (parameter.meaning == catalogue::Meaning::kSigned) AddOnce(labels, "signed");
+  if (parameter.meaning == catalogue::Meaning::kUnsigned) AddOnce(labels, "unsigned");
   if (writesImage || parameter.IsRegion()) return;
   if (parameter.kind == Kind::kReal) AddOnce(labels, "real");
   AddPixel(labels, parameter.pixel);

@@ -16,6 +16,8 @@ namespace lx::tool {
 
 namespace {
 
+using catalogue::Meaning;
+
 constexpr std::size_t kMaxEntries = 65536;
 
 // Entry of a named table from `in`, its index as a part of 1.
@@ -97,6 +99,23 @@ constexpr std::array kElementTypes = {MakeElementType<std::int32_t>("s32", LX_DA
                                       MakeElementType<std::uint8_t>("u8", LX_DATA_UNSIGNED),
                                       MakeElementType<float>("f32", LX_DATA_FLOAT)};
 
+// Lays a vector out for elements that stand for something.
+void LayOut(LxVector& vector, const ElementType& type, int count, Meaning meaning) {
+  LxOk();
+  if (meaning == Meaning::kSegment) {
+    constexpr int kPixelsUse = 5;
+    if (type.name != "s32" || count % 3 != 0) {
+      throw Failure(kWrongUsage, "a line is level,column,row of each pixel");
+    }
+    vector.SetType(LX_VECTOR_SEGMENT, count / 3, 3);
+    vector.SetUse(kPixelsUse);
+    return;
+  }
+  const bool isSignal =
+      meaning == Meaning::kGroup || meaning == Meaning::kSigned || meaning == Meaning::kUnsigned;
+  vector.SetStructure(type.dataSize, isSignal ? 1 : count, isSignal ? count : 1, type.dataType);
+}
+
 }  // namespace
 
 std::string ReadTableText(const std::string& path) {
@@ -126,9 +145,10 @@ std::vector<unsigned> ReadTable(const std::string& word, std::size_t size, unsig
   return MakeTable(*found, *argument, size, maximum);
 }
 
-std::shared_ptr<LxVector> ReadVector(const std::string& word) {
+std::shared_ptr<LxVector> ReadVector(const std::string& word, Meaning meaning) {
   const std::size_t colon = word.find(':');
-  const std::string typeName = colon == std::string::npos ? "s32" : word.substr(0, colon);
+  const char* const usual = meaning == Meaning::kUnsigned ? "u32" : "s32";
+  const std::string typeName = colon == std::string::npos ? usual : word.substr(0, colon);
   const auto* const type = std::find_if(kElementTypes.begin(), kElementTypes.end(),
                                         [&](const auto& each) { return each.name == typeName; });
   const auto numbers =
@@ -136,9 +156,8 @@ std::shared_ptr<LxVector> ReadVector(const std::string& word) {
   if (type == kElementTypes.end() || !numbers) {
     throw Failure(kWrongUsage, "'" + word + "' is not a vector like 1,2,3 or u8:1,2,3");
   }
-  LxOk();
   auto vector = std::make_shared<LxVector>();
-  vector->SetStructure(type->dataSize, static_cast<int>(numbers->size()), 1, type->dataType);
+  LayOut(*vector, *type, static_cast<int>(numbers->size()), meaning);
   if (LxGetError() != LX_OK) throw Failure(kOperationFailed, "no memory for a vector");
   for (std::size_t i = 0; i < numbers->size(); ++i) {
     const double number = (*numbers)[i];
@@ -165,7 +184,9 @@ Numbers VectorNumbers(const LxVector& vector) {
   const bool isHistogram = vector.IsSameVectType(LX_VECTOR_HISTOGRAM) != 0;
   if (isHistogram) numbers.drawing = Numbers::Drawing::kBars;
   if (isHistogram || vector.IsSameVectType(LX_VECTOR_TABLE) != 0) return numbers;
-  if (vector.GetGroupLength() == 1) return numbers;
+  const bool isSignal =
+      vector.GetVectType() == LX_VECTOR_NONE && vector.GetUse() == 0 && vector.GetNbGroup() == 1;
+  if (isSignal || vector.GetGroupLength() == 1) return numbers;
   numbers.fields.clear();
   for (int i = 1; i <= vector.GetGroupLength(); ++i) numbers.fields.push_back(std::to_string(i));
   return numbers;

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "catalogue/catalogue.h"
 #include "lxpic/lxpic.h"
 #include "tools/lxpic/value/numbers.h"
 
@@ -29,8 +30,9 @@ std::vector<unsigned> ReadTable(const std::string& word, std::size_t size, unsig
                                 const ReadFileText& readText);
 
 /// "1,2,3" as signed 32-bit elements; a prefix "u8:", "s8:", "u16:", "s16:", "u32:", "s32:" or
-/// "f32:" names another type. Throws Failure.
-std::shared_ptr<LxVector> ReadVector(const std::string& word);
+/// "f32:" names another type. What it stands for says how elements make up groups: signals are one
+/// group, and three elements are a pixel of a line. Throws Failure.
+std::shared_ptr<LxVector> ReadVector(const std::string& word, catalogue::Meaning meaning);
 
 /// The elements, of which each holds a group. Nothing for a layout that is not known.
 Numbers VectorNumbers(const LxVector& vector);

@@ -38,9 +38,9 @@ Value ReadTableValue(const Parameter& parameter, const std::string& word,
   return table.make(ReadTable(word, size, table.maximum, readText));
 }
 
-Value ReadUntypedVector(const Parameter& /*parameter*/, const std::string& word,
+Value ReadUntypedVector(const Parameter& parameter, const std::string& word,
                         const ReadFileText& /*readText*/) {
-  auto vector = ReadVector(word);
+  auto vector = ReadVector(word, parameter.meaning);
   return {vector.get(), vector, [vector] { return VectorNumbers(*vector); }};
 }
 
