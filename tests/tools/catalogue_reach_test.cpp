@@ -58,7 +58,7 @@ Value NamedVector(const std::string& word) {
 }
 
 std::string WordFor(const Parameter& parameter) {
-  const std::string profile =
+  std::string profile =
       std::string(kProfile).append(std::to_string(static_cast<int>(parameter.kind)));
   if (parameter.perColumn) return profile;
   switch (parameter.kind) {
@@ -116,7 +116,7 @@ ImageValue NamedImage(const std::string& word) {
     if (word != NameOf(pixel)) continue;
     ImageValue image(pixel, kSide, kSide);
     image.Clear();
-    image.Row(0)[0] = 1;                                // some measures ask for more than one level
+    image.Row(0)[0] = 1;  // some measures ask for more than one level
     const std::size_t bytes = image.RowBytes() / kSide;
     for (std::size_t x = 2; x < 5; ++x) image.Row(2)[x * bytes] = 1;  // an object for contours
     return image;
