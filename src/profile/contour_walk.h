@@ -3,22 +3,20 @@
 //
 // Directions are numbered anticlockwise from east, in steps of 45 degrees, y pointing down.
 //
-// Why every walk ends. Its state is a pixel and the direction in which it will be left, of which
-// there are eight for each pixel of the object, and the next state follows from the state alone. It
-// has also one predecessor at most, so that states cannot repeat before the first one does: the walk
-// either stops at the border or comes back to its start, in fewer steps than there are states. The
-// predecessor, clockwise (anticlockwise is its mirror image), of the state (p, d):
+// Why every walk ends. Its state is an object pixel and the direction in which it will be left; there
+// are eight states for each pixel, and the next follows from the state alone. Each has at most one
+// predecessor, so that no state can come again before the first one does: within eight steps for
+// each pixel of the region, a walk stops at the border or is back where it started. The predecessor
+// of the state (p, d), clockwise (anticlockwise is its mirror image):
 //
-// - Eight neighbours. The direction before d is background, and where d is even, the one before that
-//   too. The first step is chosen so. A later one is behind background that the turn saw; where that
-//   is not two neighbours, or none, the rest were neighbours of the pixel before, and known from its
-//   own step. So are those between the pixel before and the first one that is looked at. Going back
-//   from d around p, all is therefore background up to the pixel where the walk came from, which is
-//   part of the object: the first one that is not background.
-// - Four neighbours. If the one to the left of d is part of the object, the walk came from there, as
-//   it looks to the left first. Else that one was looked at and is background; then came the others
-//   in turn, and the walk came from the first, going back from the one to the left, that is part of
-//   the object.
+// - Eight neighbours. The neighbour of p before d is background, and where d is even the one before
+//   that too: so the first step is chosen. Of a later one, the turn has seen those that it passed;
+//   the others lie between them and the pixel q where the walk came from, and are neighbours of q
+//   that its own step was behind. So all neighbours of p from q on to d are background, and q is the
+//   first that is not, going back from d.
+// - Four neighbours. A turn looks to the left first. If the neighbour to the left of d belongs to the
+//   object, it was not passed: the walk came from there. If not, it was passed, and the walk came from
+//   the first neighbour, going back from there, that belongs to the object.
 #pragma once
 
 #include <array>
@@ -36,8 +34,8 @@ using vectors::Point;
 // A place in the order in which a walk looks around. As wide as an address: the walk waits for it.
 using Place = std::ptrdiff_t;
 
-// That order: directions from north on, twice around and more. Places in
-// this order stand for directions, so that looking on is counting.
+// That order: directions from north on, at least twice around. Places in it stand for directions, so
+// that looking on is counting.
 class Turns {
  public:
   static constexpr int kPlaces = 16;

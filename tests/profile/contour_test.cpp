@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <memory>
 #include <string>
 #include <utility>
 
@@ -44,40 +43,30 @@ class Drawing {
   Rows rows;
 };
 
-// The drawing in the middle of an image whose other pixels are object, and look like it.
+// The drawing in the middle of an image whose other pixels look like the object.
 template <class T>
 class Region {
  public:
-  Region(const Drawing& drawing, bool above) {
-    const int width = drawing.Width();
-    const int height = drawing.Height();
-    image_.SetSize(width + 5, height + 4);
-    for (int y = 0; y < height + 4; ++y) {
-      for (int x = 0; x < width + 5; ++x) image_.SetPixel(LevelOf('#', above, x + y), x, y);
-    }
-    region_ = std::make_unique<LxROI<T>>(&image_, 3, 2, width, height);
-    for (int y = 0; y < height; ++y) {
-      for (int x = 0; x < width; ++x) {
-        region_->SetPixel(LevelOf(drawing.At(x, y), above, x + y), x, y);
+  Region(const Drawing& drawing, bool above)
+      : image_(drawing.Width() + 5, drawing.Height() + 4),
+        region_(&image_, 3, 2, drawing.Width(), drawing.Height()) {
+    for (int y = 0; y < drawing.Height() + 4; ++y) {
+      for (int x = 0; x < drawing.Width() + 5; ++x) {
+        const bool object = !drawing.Contains(x - 3, y - 2) || drawing.At(x - 3, y - 2) == '#';
+        const int beside = object ? x % 2 : -1 - x % 2;
+        const int level = int{kThreshold} + (above ? beside : -beside);
+        image_.SetPixel(T(static_cast<decltype(T::value)>(level)), x, y);
       }
     }
   }
 
-  LxROI<T>* operator&() { return region_.get(); }
+  LxROI<T>* Get() { return &region_; }
 
   static constexpr unsigned kThreshold = sizeof(T) == 1 ? 100 : 30000;
 
  private:
-  static T LevelOf(char drawn, bool above, int place) {
-    const auto beside = static_cast<unsigned>(place % 3);
-    const bool isHigh = (drawn == '#') == above;
-    const unsigned level =
-        isHigh ? kThreshold + (above ? 0 : 1) + beside : kThreshold - (above ? 1 : 0) - beside;
-    return T(static_cast<decltype(T::value)>(level));
-  }
-
   LxImage<T> image_;
-  std::unique_ptr<LxROI<T>> region_;
+  LxROI<T> region_;
 };
 
 Scene SceneOf(const Drawing& drawing) {
@@ -110,7 +99,7 @@ void ExpectAsDefined(const Drawing& drawing, bool above) {
     const auto connectivity = static_cast<CONNEXITY>(i / 6 % 2);
     const DefinedContour defined = DefineContour(scene, mode, x, y, connectivity == CONNEXITY_8);
     path.m_bClosed = 7;
-    PicContour(&region, mode, x, y,
+    PicContour(region.Get(), mode, x, y,
                above ? CONTOUR_ABOVE_THRESHOLD : static_cast<CONTOUR_THRESHOLD>(5),
                Region<T>::kThreshold, connectivity, &path, 1);
     ASSERT_EQ(LxGetError(), defined.error) << x << ' ' << y << " mode " << mode;
@@ -174,21 +163,20 @@ TEST(PicContour, ClosedContoursFilledAreTheirObjects) {
   for (int turn = 0; turn < 300; ++turn) {
     Drawing drawing = DrawAnything(random);
     const bool eight = turn % 2 == 0;
-    std::size_t first = std::string::npos;
-    int y = 0;
-    for (; y < drawing.Height(); ++y) {
-      first = drawing.rows[static_cast<std::size_t>(y)].find('#');
-      if (first != std::string::npos) break;
+    int start = 0;
+    const int pixels = drawing.Width() * drawing.Height();
+    while (start < pixels && drawing.At(start % drawing.Width(), start / drawing.Width()) != '#') {
+      ++start;
     }
-    if (first == std::string::npos) continue;
-    const int x = static_cast<int>(first);
+    if (start == pixels) continue;
+    const int x = start % drawing.Width();
+    const int y = start / drawing.Width();
+    const auto mode =
+        turn % 4 < 2 ? CONTOUR_CLOCKWISE_ALONG_BORDER : CONTOUR_ANTICLOCKWISE_ALONG_BORDER;
     Region<LxBW8> region(drawing, true);
     LxPathVector path(0);
-    PicContour(
-        &region,
-        turn / 2 % 2 == 0 ? CONTOUR_CLOCKWISE_ALONG_BORDER : CONTOUR_ANTICLOCKWISE_ALONG_BORDER, x,
-        y, CONTOUR_ABOVE_THRESHOLD, Region<LxBW8>::kThreshold, eight ? CONNEXITY_8 : CONNEXITY_4,
-        &path);
+    PicContour(region.Get(), mode, x, y, CONTOUR_ABOVE_THRESHOLD, 100,
+               eight ? CONNEXITY_8 : CONNEXITY_4, &path);
     if (LxGetError() == LX_ERROR_CONTOUR_START_ISOLATED) continue;
     ASSERT_EQ(LxGetError(), LX_OK);
     points += path.GetNumElements();
@@ -220,13 +208,9 @@ TEST(PicContour, ClockwiseIsAsDisplayed) {
   LxBW8PathVector path(0);
   const std::vector<ContourPoint> clockwise = {{1, 1, 0}, {2, 1, 0}, {3, 1, 6}, {3, 2, 6},
                                                {3, 3, 4}, {2, 3, 4}, {1, 3, 2}, {1, 2, 2}};
-  PicContour(&region, CONTOUR_CLOCKWISE, 1, 1, CONTOUR_ABOVE_THRESHOLD, 100, CONNEXITY_8, &path,
-             -1);
+  PicContour(region.Get(), CONTOUR_CLOCKWISE, 1, 1, CONTOUR_ABOVE_THRESHOLD, 100, CONNEXITY_8,
+             &path, -1);
   EXPECT_EQ(PointsOf(path), clockwise);
-  PicContour(&region, CONTOUR_ANTICLOCKWISE, 1, 1, CONTOUR_ABOVE_THRESHOLD, 100, CONNEXITY_8, &path,
-             -1);
-  ASSERT_EQ(path.GetNumElements(), 8U);
-  EXPECT_EQ(PointsOf(path)[1], (ContourPoint{1, 2, 6}));
 }
 
 // A comb has more points than the vector has room for at first, and fewer than an eighth of the
@@ -238,7 +222,7 @@ TEST(PicContour, UntypedVectorsGrow) {
   }
   Region<LxBW8> region(comb, true);
   LxVector groups;
-  PicContour(&region, CONTOUR_CLOCKWISE, 10, 10, CONTOUR_ABOVE_THRESHOLD, 100, CONNEXITY_4,
+  PicContour(region.Get(), CONTOUR_CLOCKWISE, 10, 10, CONTOUR_ABOVE_THRESHOLD, 100, CONNEXITY_4,
              &groups);
   ASSERT_EQ(LxGetError(), LX_OK);
   std::vector<ContourPoint> points;
@@ -250,46 +234,35 @@ TEST(PicContour, UntypedVectorsGrow) {
   EXPECT_EQ(points, DefineContour(SceneOf(comb), CONTOUR_CLOCKWISE, 10, 10, false).points);
 }
 
-// Two long rows: the walk comes to the last column that fits 16 bits, and the other way to the
-// border.
-TEST(PicContour, PathsEndWhereCoordinatesDoNotFit) {
-  constexpr int kLast = 32767;
-  Drawing stripe(kLast + 9, 4);
-  for (const int y : {1, 2})
-    std::ranges::replace(stripe.rows[static_cast<std::size_t>(y)], '.', '#');
-  Region<LxBW8> region(stripe, true);
+// What a walk from row 1 leaves that ends at the border, or where coordinates do not fit 16 bits.
+std::vector<ContourPoint> OpenContour(const Drawing& drawing, CONTOUR_MODE mode, int x,
+                                      CONNEXITY connectivity) {
+  Region<LxBW8> region(drawing, true);
   LxPathVector path(0);
-  const auto follow = [&](CONTOUR_MODE mode, int x) {
-    PicContour(&region, mode, x, 1, CONTOUR_ABOVE_THRESHOLD, 100, CONNEXITY_8, &path);
-    EXPECT_EQ(LxGetError(), LX_ERROR_POINT_OUTSIDE_IMAGE);
-    EXPECT_EQ(path.m_bClosed, 0);
-    return path.GetNumElements();
-  };
-  ASSERT_EQ(follow(CONTOUR_CLOCKWISE_ALONG_BORDER, kLast - 4), 5U);
-  EXPECT_EQ(path[4].m_n16X, kLast);
-  ASSERT_EQ(follow(CONTOUR_CLOCKWISE_THEN_ANTICLOCKWISE, kLast - 4), unsigned{kLast});
-  EXPECT_EQ(path[0].m_n16X, kLast);
-  EXPECT_EQ(path[kLast - 1].m_n16X, 1);
-  EXPECT_EQ(follow(CONTOUR_CLOCKWISE, kLast + 1), 0U);
+  PicContour(region.Get(), mode, x, 1, CONTOUR_ABOVE_THRESHOLD, 100, connectivity, &path);
+  EXPECT_EQ(LxGetError(), LX_ERROR_POINT_OUTSIDE_IMAGE);
+  EXPECT_EQ(path.m_bClosed, 0);
+  return PointsOf(path);
 }
 
-// The last point that fits lies in an inner corner, where no edge neighbour is background.
-TEST(PicContour, SecondWalksWithoutAFirstStepStayOpen) {
+TEST(PicContour, PathsEndWhereCoordinatesDoNotFit) {
   constexpr int kLast = 32767;
-  Drawing step(kLast + 9, 5);
-  for (int x = kLast - 6; x < kLast + 6; ++x) {
-    step.At(x, 1) = x <= kLast ? '#' : '.';
-    step.At(x, 2) = step.At(x, 3) = '#';
-  }
-  Region<LxBW8> region(step, true);
-  LxPathVector path(0);
-  const auto follow = [&](CONTOUR_MODE mode) {
-    PicContour(&region, mode, kLast - 6, 1, CONTOUR_ABOVE_THRESHOLD, 100, CONNEXITY_4, &path);
-    EXPECT_EQ(LxGetError(), LX_ERROR_POINT_OUTSIDE_IMAGE);
-    return path.GetNumElements();
-  };
-  EXPECT_EQ(follow(CONTOUR_CLOCKWISE), 8U);
-  EXPECT_EQ(follow(CONTOUR_CLOCKWISE_THEN_ANTICLOCKWISE), 0U);
+  constexpr CONTOUR_MODE kBothWays = CONTOUR_CLOCKWISE_THEN_ANTICLOCKWISE;
+  Drawing stripe(kLast + 9, 4);
+  stripe.rows[1] = stripe.rows[2] = std::string(kLast + 9, '#');
+  const auto along = OpenContour(stripe, CONTOUR_CLOCKWISE_ALONG_BORDER, kLast - 4, CONNEXITY_8);
+  ASSERT_EQ(along.size(), 5U);
+  EXPECT_EQ(along[4].x, kLast);
+  const auto back = OpenContour(stripe, kBothWays, kLast - 4, CONNEXITY_8);
+  ASSERT_EQ(back.size(), std::size_t{kLast});
+  EXPECT_EQ(back.front().x, kLast);
+  EXPECT_EQ(back.back().x, 1);
+  EXPECT_TRUE(OpenContour(stripe, CONTOUR_CLOCKWISE, kLast + 1, CONNEXITY_8).empty());
+  // The last point lies in an inner corner: from there nothing is behind background.
+  stripe.rows[3] = stripe.rows[2];
+  stripe.rows[1].replace(kLast + 1, 8, 8, '.');
+  ASSERT_EQ(OpenContour(stripe, CONTOUR_CLOCKWISE, kLast - 6, CONNEXITY_4).size(), 8U);
+  EXPECT_TRUE(OpenContour(stripe, kBothWays, kLast - 6, CONNEXITY_4).empty());
 }
 
 }  // namespace

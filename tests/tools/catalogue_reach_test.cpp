@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <regex>
 
+#include "support/trial/arguments.h"
 #include "tools/lxpic/chain/execute.h"
 #include "tools/lxpic/command/listing.h"
-#include "support/trial/arguments.h"
 #include "tools/lxpic/value/vectors.h"
 #include "tools/tool_fixture.h"
 
@@ -57,6 +57,7 @@ Value NamedVector(const std::string& word) {
   return filled(untyped);
 }
 
+<<<<<<< HEAD
 std::string ProfileName(const Parameter& parameter, std::size_t count) {
   return std::string(kProfile)
       .append(std::to_string(static_cast<int>(parameter.kind)))
@@ -70,6 +71,12 @@ std::string WordFor(const Operation& operation, const Parameter& parameter) {
   if (parameter.counted) {
     return ProfileName(parameter, operation.count(test::Arguments(operation).values));
   }
+=======
+std::string WordFor(const Parameter& parameter) {
+  std::string profile =
+      std::string(kProfile).append(std::to_string(static_cast<int>(parameter.kind)));
+  if (parameter.perColumn) return profile;
+>>>>>>> h2
   switch (parameter.kind) {
     case Kind::kWordVector: {
       const auto& counts = parameter.counts;
@@ -126,7 +133,7 @@ ImageValue NamedImage(const std::string& word) {
     if (word != NameOf(pixel)) continue;
     ImageValue image(pixel, kSide, kSide);
     image.Clear();
-    image.Row(0)[0] = 1;                                // some measures ask for more than one level
+    image.Row(0)[0] = 1;  // some measures ask for more than one level
     const std::size_t bytes = image.RowBytes() / kSide;
     for (std::size_t x = 2; x < 5; ++x) image.Row(2)[x * bytes] = 1;  // an object for contours
     return image;

@@ -50,12 +50,11 @@ TEST_F(LineTool, PeaksAndTransitionsAreRows) {
 
 // A ring, a dot that touches its corner, and a dot alone.
 constexpr int kSide = 9;
-const std::vector<int> kObjects = {
-    0,   0,   0,   0,   0,   0,   0, 0, 0,    //
-    0,   200, 200, 200, 200, 0,   0, 0, 0,    //
-    0,   200, 0,   0,   200, 0,   0, 0, 0,    //
-    0,   200, 200, 200, 200, 0,   0, 0, 130,  //
-    0,   0,   0,   0,   0,   200, 0, 0, 0};
+const std::vector<int> kObjects = {0, 0,   0,   0,   0,   0,   0, 0, 0,    //
+                                   0, 200, 200, 200, 200, 0,   0, 0, 0,    //
+                                   0, 200, 0,   0,   200, 0,   0, 0, 0,    //
+                                   0, 200, 200, 200, 200, 0,   0, 0, 130,  //
+                                   0, 0,   0,   0,   0,   200, 0, 0, 0};
 
 TEST_F(LineTool, ObjectsAreOutlinedAndMeasured) {
   const std::string in = WriteGrey("objects.png", kSide, kObjects);

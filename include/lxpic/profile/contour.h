@@ -33,16 +33,15 @@ enum CONNEXITY : int {
 };
 
 /// @name Contours
-/// Follows the boundary of the object that holds the pixel (`startX`, `startY`), which lies on that
-/// boundary, and records its pixels in order. An object are the pixels that pass `test` against
-/// `threshold`, joined by `connectivity`. Clockwise, the background lies to the left of each step.
+/// Follows the boundary of an object from the pixel (`startX`, `startY`) on it, and records its
+/// pixels in order. Pixels that pass `test` against `threshold` belong to objects, and `connectivity`
+/// says which neighbours belong together. Clockwise, the background lies to the left of each step.
 ///
-/// From the start, neighbours are looked at in the order of the sense, the first two of them those
-/// from north on. The first step goes to an object pixel behind a background pixel; among eight
-/// neighbours one that shares an edge counts only behind two of them. Each next step goes to the
-/// first object pixel behind the one where the walk came from. The contour is closed when it is to
-/// leave the start in the direction of the first step again; a pixel that it passes several times is
-/// recorded each time.
+/// The neighbours of the start are looked at from north on, in the order of the sense. The first step
+/// goes to an object pixel that comes behind a background pixel; of eight neighbours, one that shares
+/// an edge must come behind two of them. Each later step goes to the first object pixel behind the
+/// one where the walk came from. The contour is closed when it is to leave the start in the direction
+/// of the first step again; a pixel that it passes several times is recorded each time.
 ///
 /// Unless the mode runs along the border, a contour ends where it looks beyond it, at a pixel that
 /// is not recorded: LX_ERROR_POINT_OUTSIDE_IMAGE, and what was recorded stays. Modes with a second

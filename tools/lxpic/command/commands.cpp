@@ -154,11 +154,16 @@ struct Command {
   ExitCode (*run)(const Arguments&);
 };
 
-constexpr std::array kCommands = {Command{"list", RunList},        Command{"help", RunHelp},
-                                  Command{"info", RunInfo},        Command{"synth", RunSynth},
-                                  Command{"demo", RunDemoCommand}, Command{"pyramid", RunPyramid},
-                                  Command{"noise", RunNoise},      Command{"average", RunAverage},
-                                  Command{"profile", RunProfile},  Command{"peaks", RunPeaks},
+constexpr std::array kCommands = {Command{"list", RunList},
+                                  Command{"help", RunHelp},
+                                  Command{"info", RunInfo},
+                                  Command{"synth", RunSynth},
+                                  Command{"demo", RunDemoCommand},
+                                  Command{"pyramid", RunPyramid},
+                                  Command{"noise", RunNoise},
+                                  Command{"average", RunAverage},
+                                  Command{"profile", RunProfile},
+                                  Command{"peaks", RunPeaks},
                                   Command{"transitions", RunTransitions},
                                   Command{"contour", RunContour}};
 

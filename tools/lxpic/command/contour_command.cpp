@@ -50,9 +50,9 @@ Numbers MeasuresOf(const Outlines& objects) {
                   {"x", "y", "width", "height", "area", "centre-x", "centre-y", "outline"},
                   {}};
   for (const Outlined& each : objects) {
-    for (const double value :
-         {1.0 * each.x, 1.0 * each.y, 1.0 * each.width, 1.0 * each.height, 1.0 * each.area,
-          double{each.centreX}, double{each.centreY}, 1.0 * static_cast<double>(each.outline.size())}) {
+    for (const double value : {1.0 * each.x, 1.0 * each.y, 1.0 * each.width, 1.0 * each.height,
+                               1.0 * each.area, double{each.centreX}, double{each.centreY},
+                               1.0 * static_cast<double>(each.outline.size())}) {
       numbers.values.push_back(value);
     }
   }

@@ -44,8 +44,8 @@ struct LineOptions {
 };
 
 int ReadCoordinate(const std::string& word, double number) {
-  const bool fits = number == std::floor(number) && number >= 0 &&
-                    number <= std::numeric_limits<int>::max();
+  const bool fits =
+      number == std::floor(number) && number >= 0 && number <= std::numeric_limits<int>::max();
   if (fits) return static_cast<int>(number);
   throw Failure(kWrongUsage, "'" + word + "' is not a pixel like 10,20");
 }
@@ -171,8 +171,9 @@ ExitCode RunPeaks(const Arguments& arguments) {
   if (!Parse(app, arguments)) return kFine;
   const LineReport report(options);
   report.RequireGrey();
-  const Value peaks = report.Picture().PixelType() == Pixel::kBW8 ? PeaksOf<LxBW8Vector>(report, limits)
-                                                        : PeaksOf<LxBW16Vector>(report, limits);
+  const Value peaks = report.Picture().PixelType() == Pixel::kBW8
+                          ? PeaksOf<LxBW8Vector>(report, limits)
+                          : PeaksOf<LxBW16Vector>(report, limits);
   const Numbers found = peaks.read();
   const auto centre = std::find(found.fields.begin(), found.fields.end(), "centre");
   const auto field = static_cast<std::size_t>(centre - found.fields.begin());
@@ -181,9 +182,10 @@ ExitCode RunPeaks(const Arguments& arguments) {
 }
 
 ExitCode RunTransitions(const Arguments& arguments) {
-  CLI::App app("The pixels where the levels along a line cross a threshold, edge 1 upwards and 2 "
-               "downwards",
-               "lxpic transitions");
+  CLI::App app(
+      "The pixels where the levels along a line cross a threshold, edge 1 upwards and 2 "
+      "downwards",
+      "lxpic transitions");
   LineOptions options;
   int threshold = 128;
   int maximum = 0;
@@ -204,8 +206,8 @@ ExitCode RunTransitions(const Arguments& arguments) {
   }
   const Segment line = report.line;
   const Value crossings = MakeEmptyVector(Kind::kVector);
-  PicTransitionScan(edge, &image.As<LxBW8>(), line.x0, line.y0, line.x1, line.y1, threshold, maximum,
-                    std::get<LxVector*>(crossings.argument));
+  PicTransitionScan(edge, &image.As<LxBW8>(), line.x0, line.y0, line.x1, line.y1, threshold,
+                    maximum, std::get<LxVector*>(crossings.argument));
   CheckOperation(options.input);
   Numbers found{true, Numbers::Drawing::kNone, {"x", "y", "edge"}, crossings.read().values};
   std::vector<double> positions;

@@ -236,12 +236,12 @@ std::string AddAlignStep(Inspection& inspection, const Samples& samples, const s
 void AddOutlineStep(const Inspection& inspection, const std::string& shown, Page& page) {
   const ImageValue ground = ReadImage(inspection.PathOf(shown));
   WriteImage(inspection.PathOf(kOutlined), PaintOutlines(ground, page.objects));
-  page.steps.push_back({"Outline",
-                        "A contour goes around each piece; its box, its area and its centre of "
-                        "gravity stand in the table below.",
-                        kOutlined,
-                        {std::string("lxpic contour ") + kDefects + " --on " + shown + " -o " +
-                         kOutlined}});
+  page.steps.push_back(
+      {"Outline",
+       "A contour goes around each piece; its box, its area and its centre of "
+       "gravity stand in the table below.",
+       kOutlined,
+       {std::string("lxpic contour ") + kDefects + " --on " + shown + " -o " + kOutlined}});
 }
 
 }  // namespace

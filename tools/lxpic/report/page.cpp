@@ -202,9 +202,8 @@ std::string DefectViews(const Page& page) {
 void WritePage(const std::string& path, const Page& page) {
   std::string text = kHead + Summary(page) + "<h2>Step by step</h2>\n";
   for (std::size_t i = 0; i < page.steps.size(); ++i) text += StepCard(page.steps[i], i + 1);
-  text += "<h2>All in one line</h2>\n" + CommandText(page.wholeCommand) +
-          ObjectTable(page) + DefectViews(page) +
-          "</main>\n</body>\n</html>\n";
+  text += "<h2>All in one line</h2>\n" + CommandText(page.wholeCommand) + ObjectTable(page) +
+          DefectViews(page) + "</main>\n</body>\n</html>\n";
   WriteText(path, text);
 }
 

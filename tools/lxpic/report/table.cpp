@@ -246,8 +246,8 @@ std::vector<TableRow> RowsOf(const std::string& file, const Numbers& records) {
   for (std::size_t i = 0; i < records.Count(); ++i) {
     TableRow row{file, {}};
     for (std::size_t field = 0; field < records.fields.size(); ++field) {
-      row.numbers.push_back({records.fields[field],
-                             {false, Numbers::Drawing::kNone, {""}, {records.At(i, field)}}});
+      row.numbers.push_back(
+          {records.fields[field], {false, Numbers::Drawing::kNone, {""}, {records.At(i, field)}}});
     }
     rows.push_back(std::move(row));
   }
