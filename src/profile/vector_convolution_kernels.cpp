@@ -55,14 +55,15 @@ HWY_INLINE hn::Vec<D> Clamped(D d, hn::Vec<D> v, double low, double high) {
   return hn::Max(hn::Min(v, hn::Set(d, high)), hn::Set(d, low));
 }
 
-// Truncated to 32 bits, or 0 when it is no number; what follows is exact.
+// Truncated, or 0 when it is no number; what follows is exact up to what no element holds.
 template <typename T, class D>
 HWY_INLINE hn::Vec<D> Filtered(D d, const VectorFilter& filter, hn::Vec<D> left, hn::Vec<D> element,
                                hn::Vec<D> right) {
   const auto tap = [&](int i, auto v) HWY_ATTR { return hn::Mul(hn::Set(d, filter.taps[i]), v); };
   const auto sum = hn::Add(hn::Add(tap(0, left), tap(1, element)), tap(2, right));
   const auto number = hn::IfThenElseZero(hn::Eq(sum, sum), sum);
-  const auto value = hn::Trunc(Clamped(d, number, INT32_MIN, INT32_MAX));
+  constexpr double kFar = 0x1p52;
+  const auto value = hn::Trunc(Clamped(d, number, -kFar, kFar));
   const auto side = hn::IfThenElse(hn::Gt(value, hn::Zero(d)), hn::Set(d, filter.positive),
                                    hn::Set(d, filter.negative));
   const auto moved = hn::Add(hn::Mul(value, side), hn::Set(d, filter.offset));

@@ -31,7 +31,8 @@ std::vector<unsigned> SamplesOf(const Vector& vector) {
 bool IsFilter(const Operation& operation) {
   const auto& parameters = operation.parameters;
   return operation.family == "profile" && parameters.size() > 1 &&
-         catalogue::IsVector(parameters[0].kind) && parameters[0].kind == parameters[1].kind;
+         catalogue::IsVector(parameters[0].kind) && parameters[0].kind == parameters[1].kind &&
+         parameters[0].kind != catalogue::Kind::kVector;
 }
 
 // A call on a profile of noise, with a third argument that it takes.

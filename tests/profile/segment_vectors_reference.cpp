@@ -195,7 +195,7 @@ double Convolved(LxKernel& kernel, double left, double middle, double right, con
   if (gain == 0) gain = 1;
   const double taps[] = {k[0] * gain, k[1] * gain, k[2] * gain};
   double v = taps[0] * left + taps[1] * middle + taps[2] * right;
-  v = std::isnan(v) ? 0 : std::trunc(std::clamp(v, -2147483648.0, 2147483647.0));
+  v = std::isnan(v) ? 0 : std::trunc(std::clamp(v, -1e15, 1e15));
   switch (kernel.GetRectifier()) {
     case 1:
       v = v > 0 ? 0 : -v;

@@ -57,7 +57,6 @@ Value NamedVector(const std::string& word) {
   return filled(untyped);
 }
 
-<<<<<<< HEAD
 std::string ProfileName(const Parameter& parameter, std::size_t count) {
   return std::string(kProfile)
       .append(std::to_string(static_cast<int>(parameter.kind)))
@@ -71,12 +70,6 @@ std::string WordFor(const Operation& operation, const Parameter& parameter) {
   if (parameter.counted) {
     return ProfileName(parameter, operation.count(test::Arguments(operation).values));
   }
-=======
-std::string WordFor(const Parameter& parameter) {
-  std::string profile =
-      std::string(kProfile).append(std::to_string(static_cast<int>(parameter.kind)));
-  if (parameter.perColumn) return profile;
->>>>>>> h2
   switch (parameter.kind) {
     case Kind::kWordVector: {
       const auto& counts = parameter.counts;

@@ -184,7 +184,7 @@ TEST_F(Outputs, TheDemonstrationKeepsItsInputs) {
   WriteImage(Path("deep.png"), deep);
   ASSERT_EQ(Tool({"demo", Path("deep.png"), Path("deep.png"), "-o", Path("d")}).code, kFine);
   const auto made = fs::directory_iterator(Path("d"));
-  EXPECT_EQ(std::distance(begin(made), end(made)), 12);
+  EXPECT_EQ(std::distance(begin(made), end(made)), 13);
   for (const auto& each : fs::directory_iterator(Path("d"))) {
     const std::string name = each.path().filename().string();
     const std::string golden = Linked("e/" + name, a, false);

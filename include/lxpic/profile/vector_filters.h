@@ -13,8 +13,8 @@
 /// The coefficients weigh the left neighbour, the element and the right neighbour; where there is
 /// none the kernel's outside value stands. They are multiplied by the gain, which is divided by
 /// their sum unless that is 0; a gain of 0 leaves them as they are. The weighted sum has double
-/// precision, is truncated and clamped to signed 32-bit integers (0 when it is not a number),
-/// rectified, moved by the kernel's offset as a signed number, and clamped to the element's range.
+/// precision, is truncated (0 when it is not a number), rectified, moved by the kernel's offset as a
+/// signed number, and clamped to the element's range.
 ///
 /// Errors, in this order: LX_ERROR_VECTOR_NO_DATA: a null vector; LX_ERROR_DESTINATION_IS_SOURCE;
 /// LX_ERROR_INVALID_GROUP_RANGE: `first` or `last` outside the source, or `first` above `last`;
