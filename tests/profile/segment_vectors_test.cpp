@@ -146,8 +146,10 @@ TEST(VectorConvolution, NumbersThatNoElementHolds) {
   EXPECT_EQ(Convolved<int>({kSmallest}, {0, 1, 0}, 1, RECTIFIER_NEGATIVE), (Ints{kLargest}));
   EXPECT_EQ(Convolved<int>({kSmallest}, {0, 1, 0}, 1, RECTIFIER_ABSOLUTE, 0xFFFFFFFF),
             (Ints{kLargest}));
-  // Clamped first, and then moved.
-  EXPECT_EQ(Convolved<std::uint32_t>({0xFFFFFFFF}, {0, 1, 0}, 1, 2, 0x7FFFFFFF),
+  // Beyond signed numbers, and moved before it is clamped.
+  EXPECT_EQ(Convolved<std::uint32_t>({0xFFFFFFFF}, {0, 2, 0}, 2, 2, 0x80000000),
+            (Words{0xFFFFFFFF}));
+  EXPECT_EQ(Convolved<std::uint32_t>({0xFFFFFFFF}, {0, 1, 0}, 1, 2, 0xFFFFFFFF),
             (Words{0xFFFFFFFE}));
   for (const float odd : {NAN, INFINITY, -INFINITY}) {
     const int whole = std::isnan(odd) ? 0 : odd > 0 ? kLargest : kSmallest;
