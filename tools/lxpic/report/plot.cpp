@@ -235,19 +235,19 @@ void DrawPath(Drawing& drawing, const NamedNumbers& named) {
 
 void DrawProfile(Drawing& drawing, const NamedNumbers& profile, const std::vector<double>& marks) {
   const Numbers& numbers = profile.numbers;
+  const Range levels = Widened(ValueRange(numbers));
   const auto drawLines = [&](const LxPlot& plot) {
     drawing.SetPen(kPens.front(), 1);
     for (const double mark : marks) {
-      drawing.MoveTo(plot.XView(mark), kArea.y);
-      drawing.LineTo(plot.XView(mark), kArea.y + kArea.height);
+      drawing.MoveTo(plot.XView(mark), plot.YView(levels.low));
+      drawing.LineTo(plot.XView(mark), plot.YView(levels.high));
     }
     for (std::size_t field = 0; field < numbers.fields.size(); ++field) {
       drawing.SetPen(PenOf(numbers, field), 1.5);
       DrawField(drawing, plot, numbers, field);
     }
   };
-  DrawOnAxes(drawing, IndexRange(numbers), Widened(ValueRange(numbers)), "Index",
-             profile.name.c_str(), drawLines);
+  DrawOnAxes(drawing, IndexRange(numbers), levels, "Index", profile.name.c_str(), drawLines);
   if (numbers.fields.size() > 1) {
     DrawLegend(drawing, numbers, kArea.x + kArea.width, kArea.y + kLineHeight);
   }
