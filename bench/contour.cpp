@@ -19,7 +19,9 @@ namespace {
 // The corner of the blob, at which contours start.
 constexpr int kCorner = 8;
 
-// A quarter of an ellipse with a wavy rim, which reaches most of the image.
+// A quarter of an ellipse over most of the image. Waves of its rim, in percent of its radius, make the
+// outline longer.
+template <int kWaves>
 void PaintBlob(LxGenericROI& image) {
   const double width = image.GetWidth() - 2 * kCorner;
   const double height = image.GetHeight() - 2 * kCorner;
@@ -29,7 +31,7 @@ void PaintBlob(LxGenericROI& image) {
     for (int x = 0; x < static_cast<int>(image.GetWidth()); ++x) {
       const double across = (x - kCorner) / width;
       const double down = (y - kCorner) / height;
-      const double rim = 0.9 + 0.1 * std::sin(60 * std::atan2(down, across));
+      const double rim = 0.9 + 0.01 * kWaves * std::sin(60 * std::atan2(down, across));
       const bool inside = across >= 0 && down >= 0 && std::hypot(across, down) <= rim;
       std::memset(row + static_cast<std::size_t>(x) * bytes, inside ? 0xFF : 0, bytes);
     }
@@ -38,9 +40,13 @@ void PaintBlob(LxGenericROI& image) {
 
 std::vector<Form> FormsOf(const Operation& operation) {
   if (operation.function != "PicContour") return {};
-  return {{.label = "blob",
-           .numbers = {{"start-x", kCorner}, {"start-y", kCorner}, {"connectivity", CONNEXITY_8}},
-           .paint = PaintBlob}};
+  Form blob{.label = "blob",
+            .numbers = {{"start-x", kCorner}, {"start-y", kCorner}, {"connectivity", CONNEXITY_8}},
+            .paint = PaintBlob<0>};
+  Form wavy = blob;
+  wavy.label = "wavy blob";
+  wavy.paint = PaintBlob<10>;
+  return {blob, wavy};
 }
 
 Target TargetOf(const Subject& /*subject*/) { return {0.2, 0.2}; }

@@ -208,7 +208,7 @@ LX_ERRORS Follow(const Ground& ground, const Turns& turns, Point& start,
                                      : LX_ERROR_CONTOUR_START_INSIDE_OBJECT;
   }
   if (!record.Fits(start)) return LX_ERROR_POINT_OUTSIDE_IMAGE;
-  const Point origin = start;
+  const Spot origin = spot;
   const int first = turns.Direction(place);
   for (;;) {
     const LX_ERRORS code = record.Add(spot.at, view.Load(spot.pixel), turns.Direction(place));
@@ -218,8 +218,10 @@ LX_ERRORS Follow(const Ground& ground, const Turns& turns, Point& start,
     spot = next;
     place = view.FirstObject(spot, turns.After(place));
     if (place < 0) break;
-    const bool isBack = spot.at.x == origin.x && spot.at.y == origin.y;
-    if (isBack && turns.Direction(place) == first) return record.Close();
+    // Rows may share their memory: the address alone does not tell.
+    const bool isBack = spot.pixel == origin.pixel && spot.at.x == origin.at.x &&
+                        spot.at.y == origin.at.y && turns.Direction(place) == first;
+    if (isBack) return record.Close();
   }
   start = spot.at;
   return LX_ERROR_POINT_OUTSIDE_IMAGE;
