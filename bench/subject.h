@@ -30,6 +30,7 @@ struct Form {
   bool inPlace = false;
   int divisor = 1;  ///< the destination's sides are this part of the source's
   test::Content content = test::Content::kNoise;
+  std::string size = {};  ///< "512x512", of an operation that does not take the usual ones
   /// What a member is called on, made for images of a size.
   MadeObject (*object)(int width, int height) = nullptr;
 };
