@@ -21,7 +21,7 @@ std::vector<Form> FormsOf(const Operation& operation) {
   return {};
 }
 
-constexpr Targets kTransform = {{0.32, 0}, {1, 1}};
+constexpr Targets kTransform = {{0.32, 0}, {0.32, 0}};
 
 Target TargetOf(const Subject& subject) {
   return subject.operation->function == "PicFastDFT" ? kTransform.Here() : Target{1, 1};

@@ -99,28 +99,37 @@ HWY_INLINE Real Levels(const std::uint8_t* bytes) {
 
 #endif
 
-// Calls put(x, samples) for each column: the scaled pixels of the rows from `y` on, of which every
-// other one is negative. Lanes without a row are 0.
-template <class Put>
-HWY_INLINE void ForEachSample(const Transform& work, std::size_t y, const Put& put) {
-  const Reals d;
-  HWY_ALIGN float signs[kBatch];
-  for (std::size_t r = 0; r < kBatch; ++r) signs[r] = ((y + r) & 1) != 0 ? -work.scale : work.scale;
-  const Real scales[2] = {hn::Load(d, signs), hn::Neg(hn::Load(d, signs))};
-  const std::size_t rows = std::min(kBatch, work.height - y);
-  HWY_ALIGN std::uint8_t columns[kBatch * kColumns];
-  for (std::size_t x = 0; x < work.width; x += kColumns) {
-    const std::size_t count = std::min(kColumns, work.width - x);
-    if (count == kColumns) {
-      TakeColumns(work.source, y, rows, x, WholeVector{}, columns);
-    } else {
-      TakeColumns(work.source, y, rows, x, PartVector{count}, columns);
+// The samples of the rows from `y` on: scaled pixels, of which every other one is negative. Lanes
+// without a row are 0.
+class Samples {
+ public:
+  // `pixels` are PixelBytes() of scratch memory.
+  HWY_INLINE Samples(const Transform& work, std::size_t y, std::uint8_t* pixels) : pixels_(pixels) {
+    const Reals d;
+    HWY_ALIGN float scales[kBatch];
+    for (std::size_t r = 0; r < kBatch; ++r) {
+      scales[r] = ((y + r) & 1) != 0 ? -work.scale : work.scale;
     }
-    for (std::size_t i = 0; i < count; ++i) {
-      put(x + i, hn::Mul(scales[(x + i) % 2], Levels(columns + kBatch * i)));
+    even_ = hn::Load(d, scales);
+    const std::size_t rows = std::min(kBatch, work.height - y);
+    std::size_t x = 0;
+    for (; x + kColumns <= work.width; x += kColumns) {
+      TakeColumns(work.source, y, rows, x, WholeVector{}, pixels + kBatch * x);
+    }
+    if (x < work.width) {
+      TakeColumns(work.source, y, rows, x, PartVector{work.width - x}, pixels + kBatch * x);
     }
   }
-}
+
+  HWY_INLINE Real operator()(std::size_t x) const {
+    const Real scale = x % 2 == 0 ? even_ : hn::Neg(even_);
+    return hn::Mul(scale, Levels(pixels_ + kBatch * x));
+  }
+
+ private:
+  const std::uint8_t* pixels_;
+  Real even_;  // the scales of columns 0, 2, ...
+};
 
 #if LX_HAS_LANES
 

@@ -5,8 +5,6 @@
 #include <cmath>
 #include <numbers>
 
-#include "foundation/scratch.h"
-
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "frequency/fast_transform_kernels.cpp"
 #include "hwy/foreach_target.h"
@@ -35,87 +33,116 @@ HWY_INLINE void Butterfly(Complex& a, Complex& b, Twiddle w) {
   a = {hn::Add(a.re, re), hn::Add(a.im, im)};
 }
 
+// The batch, as where elements come from and go to.
+struct Batch {
+  HWY_INLINE Complex operator()(std::size_t i) const { return Get(Element(elements, i)); }
+  HWY_INLINE void operator()(std::size_t i, Complex value) const {
+    Put(value, Element(elements, i));
+  }
+
+  float* elements;
+};
+
 // The stage of span 1.
-HWY_INLINE void RunFirst(const FastPlan& plan, std::size_t count) {
-  const Twiddle w = TwiddleAt(plan.twiddles, 1);
+template <class From, class To>
+HWY_INLINE void RunFirst(const float* twiddles, std::size_t count, const From& from, const To& to) {
+  const Twiddle w = TwiddleAt(twiddles, 1);
   for (std::size_t i = 0; i < count; i += 2) {
-    float* const element = Element(plan.batch, i);
-    Complex a = Get(element);
-    Complex b = Get(element + 2 * kBatch);
+    Complex a = from(i);
+    Complex b = from(i + 1);
     Butterfly(a, b, w);
-    Put(a, element);
-    Put(b, element + 2 * kBatch);
+    to(i, a);
+    to(i + 1, b);
   }
 }
 
 // The stages of `span` and of twice that: four elements meet nobody else in them.
-HWY_INLINE void RunTwo(const FastPlan& plan, std::size_t count, std::size_t span) {
-  const std::size_t step = 2 * kBatch * span;
+template <class From, class To>
+HWY_INLINE void RunTwo(const float* twiddles, std::size_t count, std::size_t span, const From& from,
+                       const To& to) {
   for (std::size_t first = 0; first < count; first += 4 * span) {
-    float* element = Element(plan.batch, first);
-    for (std::size_t m = 0; m < span; ++m, element += 2 * kBatch) {
-      const Twiddle one = TwiddleAt(plan.twiddles, span + m);
-      Complex a = Get(element);
-      Complex b = Get(element + step);
-      Complex c = Get(element + 2 * step);
-      Complex d = Get(element + 3 * step);
+    for (std::size_t m = 0; m < span; ++m) {
+      const std::size_t i = first + m;
+      const Twiddle one = TwiddleAt(twiddles, span + m);
+      Complex a = from(i);
+      Complex b = from(i + span);
+      Complex c = from(i + 2 * span);
+      Complex d = from(i + 3 * span);
       Butterfly(a, b, one);
       Butterfly(c, d, one);
-      Butterfly(a, c, TwiddleAt(plan.twiddles, 2 * span + m));
-      Butterfly(b, d, TwiddleAt(plan.twiddles, 3 * span + m));
-      Put(a, element);
-      Put(b, element + step);
-      Put(c, element + 2 * step);
-      Put(d, element + 3 * step);
+      Butterfly(a, c, TwiddleAt(twiddles, 2 * span + m));
+      Butterfly(b, d, TwiddleAt(twiddles, 3 * span + m));
+      to(i, a);
+      to(i + span, b);
+      to(i + 2 * span, c);
+      to(i + 3 * span, d);
     }
   }
 }
 
-// Transforms the batch, whose elements stand in reversed order. Which butterflies there are and what
-// they compute is defined; in which order those run that do not meet is not.
-HWY_INLINE void RunStages(const FastPlan& plan, std::size_t count) {
-  std::size_t span = 1;
-  if (std::countr_zero(count) % 2 != 0) {
-    RunFirst(plan, count);
-    span = 2;
+// Transforms `count` elements, which `from` knows by their reversed positions. Which butterflies
+// there are and what they compute is defined; in which order those run that do not meet is not, so
+// that elements are touched as seldom as can be. All are read before the first result is written.
+template <class From, class To>
+HWY_INLINE void RunStages(const FastPlan& plan, std::size_t count, const From& from, const To& to) {
+  const Batch batch{plan.batch};
+  if (count == 1) return to(0, from(0));
+  if (count == 2) return RunFirst(plan.twiddles, count, from, to);
+  if (count == 4) return RunTwo(plan.twiddles, count, 1, from, to);
+  const bool isOdd = std::countr_zero(count) % 2 != 0;
+  if (isOdd) {
+    RunFirst(plan.twiddles, count, from, batch);
+  } else {
+    RunTwo(plan.twiddles, count, 1, from, batch);
   }
-  for (; span < count; span *= 4) RunTwo(plan, count, span);
+  std::size_t span = isOdd ? 2 : 4;
+  for (; 4 * span < count; span *= 4) RunTwo(plan.twiddles, count, span, batch, batch);
+  RunTwo(plan.twiddles, count, span, batch, to);
 }
 
-// Where the elements of `count` go.
-struct Order {
-  Order(const FastPlan& plan, std::size_t count)
-      : reversed(plan.reversed), step(plan.longest / count) {}
-  // The bits of a short position are the high ones of a long position in reverse.
-  HWY_INLINE std::size_t operator()(std::size_t i) const { return reversed[i] / step; }
+// Where the elements of `count` come from: the bits of a short position are the high ones of a long
+// position in reverse.
+class Order {
+ public:
+  HWY_INLINE Order(const FastPlan& plan, std::size_t count)
+      : reversed_(plan.reversed), shift_(std::countr_zero(plan.longest / count)) {}
+  HWY_INLINE std::size_t operator()(std::size_t i) const { return reversed_[i] >> shift_; }
 
-  const std::uint32_t* reversed;
-  std::size_t step;
+ private:
+  const std::uint32_t* reversed_;
+  int shift_;
 };
 
-void Fast(const Transform& work, const FastPlan& plan) {
-  const Reals d;
-  const Order across(plan, work.width);
+void TransformRows(const Transform& work, const FastPlan& plan) {
+  const Order order(plan, work.width);
   for (std::size_t y = 0; y < work.height; y += kBatch) {
-    ForEachSample(work, y, [&](std::size_t x, Real v) HWY_ATTR {
-      Put({v, hn::Zero(d)}, Element(plan.batch, across(x)));
-    });
-    RunStages(plan, work.width);
+    const Samples samples(work, y, plan.pixels);
+    const auto from = [&](std::size_t i) HWY_ATTR {
+      return Complex{samples(order(i)), hn::Zero(Reals())};
+    };
+    RunStages(plan, work.width, from, Batch{plan.batch});
     StoreRows(plan.batch, work, y);
   }
-  const Order down(plan, work.height);
+}
+
+void TransformColumns(const Transform& work, const FastPlan& plan) {
+  const Order order(plan, work.height);
   for (std::size_t x = 0; x < work.width; x += kBatch) {
+    const auto pixels = [&](std::size_t y)
+                            HWY_ATTR { return work.destination.Row<float>(y) + 2 * x; };
     WithColumns(work, x, [&](const auto& access) HWY_ATTR {
-      for (std::size_t y = 0; y < work.height; ++y) {
-        Put(LoadPixels(work.destination.Row<float>(y) + 2 * x, access),
-            Element(plan.batch, down(y)));
-      }
-      RunStages(plan, work.height);
-      for (std::size_t y = 0; y < work.height; ++y) {
-        StorePixels(Get(Element(plan.batch, y)), work.destination.Row<float>(y) + 2 * x, access);
-      }
+      const auto from = [&](std::size_t i)
+                            HWY_ATTR { return LoadPixels(pixels(order(i)), access); };
+      const auto to = [&](std::size_t y, Complex value)
+                          HWY_ATTR { StorePixels(value, pixels(y), access); };
+      RunStages(plan, work.height, from, to);
     });
   }
+}
+
+void Fast(const Transform& work, const FastPlan& plan) {
+  TransformRows(work, plan);
+  if (work.height > 1) TransformColumns(work, plan);
 }
 
 }  // namespace
@@ -163,11 +190,13 @@ void TransformFast(const Transform& transform) {
   const std::size_t longest = std::max(transform.width, transform.height);
   const Scratch<float> twiddles(2 * longest);
   const Scratch<std::uint32_t> reversed(longest);
-  const Scratch<float> batch(2 * longest * kLargestVector / sizeof(float));
-  if (!twiddles || !reversed || !batch) return;
+  const Scratch<std::uint8_t> pixels(PixelBytes(transform.width));
+  const Scratch<float> batch(BatchFloats(longest));
+  if (!twiddles || !reversed || !pixels || !batch) return;
   MakeTwiddles(longest, twiddles.get());
   ReversePositions(longest, reversed.get());
-  LX_CALL(transform.path, Fast, transform, {longest, twiddles.get(), reversed.get(), batch.get()});
+  LX_CALL(transform.path, Fast, transform,
+          {longest, twiddles.get(), reversed.get(), pixels.get(), batch.get()});
 }
 
 }  // namespace lx::frequency

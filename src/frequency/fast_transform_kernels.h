@@ -13,6 +13,7 @@ struct FastPlan {
   std::size_t longest;
   const float* twiddles;          // of the stage of span s, complex, from element s on
   const std::uint32_t* reversed;  // positions with their bits in reverse, of `longest` elements
+  std::uint8_t* pixels;
   float* batch;
 };
 

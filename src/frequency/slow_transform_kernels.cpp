@@ -4,8 +4,6 @@
 #include <cmath>
 #include <numbers>
 
-#include "foundation/scratch.h"
-
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "frequency/slow_transform_kernels.cpp"
 #include "hwy/foreach_target.h"
@@ -17,18 +15,18 @@ HWY_BEFORE_NAMESPACE();
 namespace lx::frequency::HWY_NAMESPACE {
 namespace {
 
-enum class Samples {
+enum class Parts {
   kReal,  // the imaginary parts are 0: what they would add is no change to any bit
   kComplex
 };
 
-template <Samples kSamples>
+template <Parts kParts>
 HWY_INLINE void AddProduct(const float* sample, const float* twiddle, Complex& sum) {
   const Reals d;
   const auto c = hn::Set(d, twiddle[0]);
   const auto s = hn::Set(d, twiddle[1]);
   const auto re = hn::Load(d, sample);
-  if constexpr (kSamples == Samples::kReal) {
+  if constexpr (kParts == Parts::kReal) {
     sum = {hn::Add(sum.re, hn::Mul(re, c)), hn::Add(sum.im, hn::Mul(re, s))};
   } else {
     const auto im = hn::Load(d, sample + kBatch);
@@ -38,7 +36,7 @@ HWY_INLINE void AddProduct(const float* sample, const float* twiddle, Complex& s
 }
 
 // Sums k to k + kSums - 1: several, as each one waits for its own last addition.
-template <Samples kSamples, std::size_t kSums>
+template <Parts kParts, std::size_t kSums>
 HWY_INLINE void Sum(const SlowPlan& plan, const float* twiddles, std::size_t count, std::size_t k) {
   const Reals d;
   Complex sums[kSums];
@@ -49,7 +47,7 @@ HWY_INLINE void Sum(const SlowPlan& plan, const float* twiddles, std::size_t cou
     const float* const sample = Element(plan.samples, n);
     LX_UNROLL
     for (std::size_t i = 0; i < kSums; ++i) {
-      AddProduct<kSamples>(sample, twiddles + 2 * at[i], sums[i]);
+      AddProduct<kParts>(sample, twiddles + 2 * at[i], sums[i]);
       const std::size_t next = at[i] + k + i;
       at[i] = next < count ? next : next - count;
     }
@@ -59,21 +57,22 @@ HWY_INLINE void Sum(const SlowPlan& plan, const float* twiddles, std::size_t cou
 }
 
 // The batch of samples becomes the batch of sums.
-template <Samples kSamples>
+template <Parts kParts>
 HWY_INLINE void SumAll(const SlowPlan& plan, const float* twiddles, std::size_t count) {
   constexpr std::size_t kAtOnce = 4;
   std::size_t k = 0;
-  for (; k + kAtOnce <= count; k += kAtOnce) Sum<kSamples, kAtOnce>(plan, twiddles, count, k);
-  for (; k < count; ++k) Sum<kSamples, 1>(plan, twiddles, count, k);
+  for (; k + kAtOnce <= count; k += kAtOnce) Sum<kParts, kAtOnce>(plan, twiddles, count, k);
+  for (; k < count; ++k) Sum<kParts, 1>(plan, twiddles, count, k);
 }
 
 void Slow(const Transform& work, const SlowPlan& plan) {
   const Reals d;
   for (std::size_t y = 0; y < work.height; y += kBatch) {
-    ForEachSample(work, y, [&](std::size_t x, Real v) HWY_ATTR {
-      hn::Store(v, d, Element(plan.samples, x));
-    });
-    SumAll<Samples::kReal>(plan, plan.across, work.width);
+    const Samples samples(work, y, plan.pixels);
+    for (std::size_t x = 0; x < work.width; ++x) {
+      hn::Store(samples(x), d, Element(plan.samples, x));
+    }
+    SumAll<Parts::kReal>(plan, plan.across, work.width);
     StoreRows(plan.sums, work, y);
   }
   for (std::size_t x = 0; x < work.width; x += kBatch) {
@@ -81,7 +80,7 @@ void Slow(const Transform& work, const SlowPlan& plan) {
       for (std::size_t y = 0; y < work.height; ++y) {
         Put(LoadPixels(work.destination.Row<float>(y) + 2 * x, access), Element(plan.samples, y));
       }
-      SumAll<Samples::kComplex>(plan, plan.down, work.height);
+      SumAll<Parts::kComplex>(plan, plan.down, work.height);
       for (std::size_t y = 0; y < work.height; ++y) {
         StorePixels(Get(Element(plan.sums, y)), work.destination.Row<float>(y) + 2 * x, access);
       }
@@ -123,12 +122,14 @@ void TransformSlowly(const Transform& transform) {
   const std::size_t longest = std::max(transform.width, transform.height);
   const Scratch<float> across(2 * transform.width);
   const Scratch<float> down(2 * transform.height);
-  const Scratch<float> samples(2 * longest * kLargestVector / sizeof(float));
-  const Scratch<float> sums(2 * longest * kLargestVector / sizeof(float));
-  if (!across || !down || !samples || !sums) return;
+  const Scratch<std::uint8_t> pixels(PixelBytes(transform.width));
+  const Scratch<float> samples(BatchFloats(longest));
+  const Scratch<float> sums(BatchFloats(longest));
+  if (!across || !down || !pixels || !samples || !sums) return;
   MakePowers(transform.width, across.get());
   MakePowers(transform.height, down.get());
-  LX_CALL(transform.path, Slow, transform, {across.get(), down.get(), samples.get(), sums.get()});
+  LX_CALL(transform.path, Slow, transform,
+          {across.get(), down.get(), pixels.get(), samples.get(), sums.get()});
 }
 
 }  // namespace lx::frequency

@@ -2,6 +2,8 @@
 // The Fourier transform by its sums.
 #pragma once
 
+#include <cstdint>
+
 #include "frequency/transform.h"
 
 namespace lx::frequency {
@@ -9,8 +11,9 @@ namespace lx::frequency {
 struct SlowPlan {
   const float* across;  // twiddles of the rows, complex
   const float* down;    // and of the columns
-  float* samples;       // a batch
-  float* sums;          // another one
+  std::uint8_t* pixels;
+  float* samples;  // a batch
+  float* sums;     // another one
 };
 
 // Of any sides. Sets LX_ERROR_ALLOCATION_FAILED, and writes nothing, when there is no scratch

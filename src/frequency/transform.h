@@ -6,6 +6,7 @@
 
 #include "foundation/path.h"
 #include "foundation/rows.h"
+#include "foundation/scratch.h"
 
 namespace lx::frequency {
 
@@ -18,5 +19,12 @@ struct Transform {
   float scale;  // of the pixels
   Path path = CurrentPath();
 };
+
+// Scratch memory of a batch of rows or columns that are transformed side by side, as many as the
+// largest vector has lanes.
+inline constexpr std::size_t kLargestBatch = kLargestVector / sizeof(float);
+inline std::size_t BatchFloats(std::size_t longest) { return 2 * kLargestBatch * longest; }
+// Of their pixels, 16 columns at a time.
+inline std::size_t PixelBytes(std::size_t width) { return kLargestBatch * (width + 15); }
 
 }  // namespace lx::frequency
