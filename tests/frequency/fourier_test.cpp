@@ -186,15 +186,6 @@ TEST(Fourier, SpectraOfSimpleImages) {
   EXPECT_EQ(Spectrum(PicFastDFT, single, -3), Numbers(1, -21.0));
 }
 
-// An image that moves by a pixel turns the phase of frequency 1 by -2 pi / W.
-TEST(Fourier, ExponentsAreNegative) {
-  for (const Transform transform : {PicSlowDFT, PicFastDFT}) {
-    Painted impulse({8, 1}, [](int x, int) { return x == 1 ? 10 : 0; });
-    const Number turned = Spectrum(transform, impulse)[4 + 1];
-    EXPECT_NEAR(std::arg(turned), -std::acos(-1.0) / 4, 1e-5);
-  }
-}
-
 TEST(Fourier, KeepsTheSumOfSquares) {
   const auto expectKept = [](Transform transform, Size size, double bound) {
     Painted image = Noise(size);
