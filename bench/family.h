@@ -9,7 +9,7 @@ namespace lx::bench {
 
 /// The share of OpenCV's time that an operation may take; 0 where nothing is asked.
 struct Target {
-  double computing = 0;  ///< at 640 × 480, where all is in cache
+  double computing = 0;  ///< at 640 × 480 or 512 × 512, where all is in cache
   double memory = 0;     ///< at 1920 × 1080
 };
 

@@ -72,7 +72,7 @@ Job MakeJob(Subject& subject, int fast) {
 }
 
 double TargetAt(const std::string& size, const Target& target) {
-  if (size == "640x480") return target.computing;
+  if (size == "640x480" || size == "512x512") return target.computing;
   return size == "1920x1080" ? target.memory : 0;
 }
 
@@ -157,7 +157,8 @@ class Table {
   }
 
   void Add(const Operation& operation, const Form& form) {
-    for (const std::string& size : options.sizes) {
+    const auto own = std::vector<std::string>(1, form.size);
+    for (const std::string& size : form.size.empty() ? options.sizes : own) {
       const auto [width, height] = ParseSize(size);
       Subject subject(operation, form, width, height);
       if (const std::string why = subject.WhyNot(); !why.empty()) {

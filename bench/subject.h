@@ -34,6 +34,7 @@ struct Form {
   std::size_t length = 0;
   /// What images show instead.
   void (*paint)(LxGenericROI& image) = nullptr;
+  std::string size = {};  ///< "512x512", of an operation that does not take the usual ones
   /// What a member is called on, made for images of a size.
   MadeObject (*object)(int width, int height) = nullptr;
 };

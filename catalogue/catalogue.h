@@ -143,6 +143,7 @@ struct Operation {
   Extent (*part)(const Arguments&, Extent agreed) = nullptr;
   /// How many elements, or groups of an untyped vector, vectors must have whose count follows.
   std::size_t (*count)(const Arguments&) = nullptr;
+  bool powersOfTwo = false;       ///< the sides of its regions must be powers of two
   bool followsRuns = false;       ///< only the pixels of the source's run list count
   std::string pathsDiffer;        ///< how the plain path's result differs; "" when it does not
   bool hasKernel = true;          ///< the fast path dispatches on the instruction set

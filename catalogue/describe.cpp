@@ -253,6 +253,7 @@ Operation DescribeOne(std::string_view family, const Group& group, const Row& ro
   made.worksInPlace = row.worksInPlace;
   made.reach = ReadReach(made, row.reach);
   made.unattached = row.unattached;
+  made.powersOfTwo = row.powersOfTwo;
   made.followsRuns = row.followsRuns;
   made.follows = row.follows;
   made.part = row.part;

@@ -55,6 +55,7 @@ struct Row {
   std::string_view pathsDiffer = {};
   /// "all", or the choices that run without a kernel.
   std::string_view withoutKernel = {};
+  bool powersOfTwo = false;  ///< sides of regions that are not are refused
   bool followsRuns = false;
   /// What a region that is not attached is refused with: regions are then not checked apart.
   LX_ERRORS unattached = LX_ERROR_ROI_NOT_ATTACHED;

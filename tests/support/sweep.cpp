@@ -73,6 +73,8 @@ class Sweeper {
   // The small axes are drawn anew for each case: some two thousand cases a choice meet every pair
   // of their values.
   void RunRandom(Size size) {
+    // What must be refused is drawn, too.
+    if (operation.powersOfTwo && random.Below(8) != 0) size = Fitting(operation, size);
     SweepCase drawn{size, random.Pick(kContents), {}, random.Pick(kOntos), random.Pick(kAliases)};
     for (std::size_t i = 0; i < RegionCount(operation); ++i) {
       const bool guarded = random.Below(2) == 0;

@@ -2,6 +2,7 @@
 #include "support/trial.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 
 #include "support/trial/content.h"
@@ -39,6 +40,14 @@ std::vector<std::string> TraceNow() {
   return names;
 }
 
+Size Fitting(const Operation& operation, Size size) {
+  if (!operation.powersOfTwo) return size;
+  const auto cut = [](int side) {
+    return static_cast<int>(std::bit_floor(static_cast<unsigned>(side)));
+  };
+  return {cut(size.width), cut(size.height)};
+}
+
 Trial::Trial(const Operation& described, Arguments arguments)
     : call(std::move(arguments)),
       operation(described),
@@ -62,7 +71,7 @@ Trial::Trial(const Operation& described, Arguments arguments, Size size)
   for (const std::size_t i : regions) {
     const Parameter& parameter = described.parameters[i];
     const int more = parameter.size == catalogue::SizeRule::kFree ? 5 : 0;
-    const Size own = SizeOf(i, size);
+    const Size own = SizeOf(i, Fitting(described, size));
     Picture picture(parameter.pixel, own.width + more, own.height + more);
     if (!FillWithCoordinates(i, picture, false, random)) {
       Fill(picture, Content::kNoise, 0, 0, random);

@@ -23,6 +23,9 @@ enum class Alias {
   kNull          ///< a null destination, where it is allowed
 };
 
+/// Each side of a region of the operation cut to a power of two, where it must be one; 0 stays.
+Size Fitting(const Operation& operation, Size size);
+
 class Trial {
  public:
   /// The regions have still to be placed.
