@@ -157,7 +157,7 @@ class Table {
   }
 
   void Add(const Operation& operation, const Form& form) {
-    const auto own = std::vector<std::string>(1, form.size);
+    const std::vector<std::string> own = {form.size};
     for (const std::string& size : form.size.empty() ? options.sizes : own) {
       const auto [width, height] = ParseSize(size);
       Subject subject(operation, form, width, height);
