@@ -59,12 +59,6 @@ Numbers MeasuresOf(const Outlines& objects) {
   return numbers;
 }
 
-ImageValue ReadGrey(const std::string& path) {
-  ImageValue image = ReadImage(path);
-  if (image.PixelType() == Pixel::kBW8) return image;
-  throw Failure(kWrongUsage, path + " is " + image.TypeName() + ", not bw8");
-}
-
 // The picture that outlines are drawn on.
 ImageValue ReadGround(const std::string& path, const ImageValue& image) {
   if (path.empty()) return image;

@@ -218,22 +218,34 @@ std::string StatisticsText(const char* name, const Statistics& statistics, doubl
   return line.data();
 }
 
+// The forms of an operation that belong to a family, below its name; nothing when there are none.
+std::string FormsText(const std::string& name, const std::string& family) {
+  std::string text;
+  std::string last;
+  for (const Operation* each : OverloadsOf(name)) {
+    if (each->family != family) continue;
+    std::string line = "    ";
+    line = Padded(line.append(FormText(*each)), 30);
+    line.append(each->summary).append("\n");
+    // Forms that differ in how a table is passed look the same here.
+    if (line != last) text += line;
+    last = line;
+  }
+  return text.empty() ? "" : "  " + name + "\n" + text;
+}
+
 }  // namespace
 
 std::string ListText(const std::string& part) {
+  std::vector<std::string> families;
+  for (const Operation& each : catalogue::All()) AddOnce(families, each.family);
   std::string text;
-  for (const std::string& name : OperationNames()) {
-    if (name.find(part) == std::string::npos) continue;
-    text += name + "\n";
-    std::string last;
-    for (const Operation* each : OverloadsOf(name)) {
-      std::string line = "  ";
-      line = Padded(line.append(FormText(*each)), 28);
-      line.append(each->summary).append("\n");
-      // Forms that differ in how a table is passed look the same here.
-      if (line != last) text += line;
-      last = line;
+  for (const std::string& family : families) {
+    std::string operations;
+    for (const std::string& name : OperationNames()) {
+      if (name.find(part) != std::string::npos) operations += FormsText(name, family);
     }
+    if (!operations.empty()) text += Capitals(family) + "\n" + operations;
   }
   if (!text.empty()) return text;
   throw Failure(kWrongUsage,

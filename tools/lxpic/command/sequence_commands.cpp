@@ -20,13 +20,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-ImageValue ReadGrey(const std::string& path) {
-  ImageValue image = ReadImage(path);
-  if (image.PixelType() == Pixel::kBW8) return image;
-  throw Failure(kWrongUsage,
-                path + " is " + image.TypeName() + ", not bw8: convert it to bw8 first");
-}
-
 // One file for each of `count` results; no input is written over.
 std::vector<std::string> ChooseNumbered(const std::string& output, int count,
                                         const std::vector<std::string>& inputs) {

@@ -170,6 +170,13 @@ FileContent ReadFile(const std::string& path) {
 
 ImageValue ReadImage(const std::string& path) { return ReadFile(path).image; }
 
+ImageValue ReadGrey(const std::string& path) {
+  ImageValue image = ReadImage(path);
+  if (image.PixelType() == Pixel::kBW8) return image;
+  throw Failure(kWrongUsage,
+                path + " is " + image.TypeName() + ", not bw8: convert it to bw8 first");
+}
+
 void WriteImage(const std::string& path, const ImageValue& image, const std::string& format) {
   const Extension& extension = ChooseFormat(path, format);
   try {

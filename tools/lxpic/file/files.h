@@ -20,6 +20,8 @@ struct FileContent {
 FileContent ReadFile(const std::string& path);
 /// The image alone.
 ImageValue ReadImage(const std::string& path);
+/// One of bw8. Throws Failure for any other.
+ImageValue ReadGrey(const std::string& path);
 
 /// Writes `image` in the format `format`, an extension without its dot; or left out in that of the
 /// name's own extension, or PNG to standard output, pipes and devices. Packed colours and colours
