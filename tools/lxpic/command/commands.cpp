@@ -17,6 +17,7 @@
 #include "tools/lxpic/command/listing.h"
 #include "tools/lxpic/command/parsing.h"
 #include "tools/lxpic/command/sequence_commands.h"
+#include "tools/lxpic/command/spectrum_commands.h"
 #include "tools/lxpic/common/failure.h"
 #include "tools/lxpic/common/words.h"
 #include "tools/lxpic/file/files.h"
@@ -125,6 +126,8 @@ ExitCode RunChain(const Arguments& arguments) {
                          "  peaks IMAGE       bright and dark places along a line\n"
                          "  transitions IMAGE the edges along a line\n"
                          "  contour IMAGE     outlines and measures of objects\n"
+                         "  fourier IMAGE     its spectrum\n"
+                         "  gradient IMAGE    how steep it is, and which way\n"
                          "  pyramid IMAGE     half the size, again and again\n"
                          "  noise FRAME...    measures the noise of a camera\n"
                          "  average FRAME...  averages each frame with those before it\n"
@@ -165,7 +168,9 @@ constexpr std::array kCommands = {Command{"list", RunList},
                                   Command{"profile", RunProfile},
                                   Command{"peaks", RunPeaks},
                                   Command{"transitions", RunTransitions},
-                                  Command{"contour", RunContour}};
+                                  Command{"contour", RunContour},
+                                  Command{"fourier", RunFourier},
+                                  Command{"gradient", RunGradient}};
 
 ExitCode Dispatch(const Arguments& arguments) {
   if (arguments.empty()) return RunChain({"--help"});
