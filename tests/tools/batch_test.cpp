@@ -99,7 +99,8 @@ TEST_F(Batch, HelpVersionAndInfoArePrinted) {
   EXPECT_TRUE(Contains(Tool({"help"}).out, "A chain is"));
   EXPECT_TRUE(Contains(Tool({"help", "oper"}).out, "PicOper ( BW8 Image to Image)"));
   EXPECT_EQ(Tool({"list", "set-over"}).out,
-            "set-overlay-color\n  constant                  Sets the overlay colour of the calling "
+            "POINT\n  set-overlay-color\n    constant                  Sets the overlay colour of "
+            "the calling "
             "thread\n");
   EXPECT_EQ(Tool({"info", b}).out, b + ": TIFF, 2x1, bw8\n  grey   3..4, mean 3.50\n");
 }

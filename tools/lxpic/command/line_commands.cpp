@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdio>
 #include <limits>
+#include <utility>
 
 #include "tools/lxpic/command/clashes.h"
 #include "tools/lxpic/common/operation.h"
@@ -60,7 +61,7 @@ Segment ReadSegment(const LineOptions& options) {
 // What lies along a line, and what was found there.
 class LineReport {
  public:
-  explicit LineReport(const LineOptions& given) : options(given) {
+  explicit LineReport(LineOptions given) : options(std::move(given)) {
     format = ReadFormat(options.format);
     line = ReadSegment(options);
     if (!options.plot.empty() && !DrawingFormatOf(options.plot)) {

@@ -175,13 +175,13 @@ long CountWhite(const ImageValue& mask) {
 }
 
 // The largest value of an image of 8 or 16 bits.
-unsigned Brightest(const ImageValue& image) {
-  unsigned most = 0;
+int Brightest(const ImageValue& image) {
+  int most = 0;
   const bool isDeep = image.PixelType() == Pixel::kBW16;
   for (int y = 0; y < image.Height(); ++y) {
     const auto row = std::span(image.Row(y), image.RowBytes());
     for (std::size_t i = 0; i < row.size(); ++i) {
-      const unsigned value = isDeep ? row[i] | row[i + 1] << 8 : row[i];
+      const int value = isDeep ? row[i] | row[i + 1] << 8 : row[i];
       most = std::max(most, value);
       if (isDeep) ++i;
     }

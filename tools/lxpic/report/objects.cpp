@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "tools/lxpic/common/operation.h"
 
@@ -22,7 +23,7 @@ struct Stretch {
 // Takes objects out of a mask, one after the other.
 class Finder {
  public:
-  explicit Finder(const ImageValue& marked) : mask(marked) {}
+  explicit Finder(ImageValue marked) : mask(std::move(marked)) {}
 
   Outlined Take(int x, int y) {
     Outlined found{};
