@@ -127,6 +127,15 @@ TEST(ComplexModulus, ValuesOfEverySize) {
   }
 }
 
+TEST(ComplexModulus, OnlyThePlainFormRoundsItsSquares) {
+  const float below = std::nextafter(std::sqrt(399.0F), 0.0F);
+  ASSERT_LT(199.0 * 199 + double{below} * double{below}, 40000);
+  const auto plain = [](auto* s, auto* d) { PicComplexModulus(s, d, 1, 0, 0); };
+  const auto weighted = [](auto* s, auto* d) { PicComplexRescaledModulus(s, d, 1, 0, 0); };
+  EXPECT_EQ(Rendered(plain, 199, below), 200);
+  EXPECT_EQ(Rendered(weighted, 199, below), 199);  // the weight of a single pixel is 1
+}
+
 TEST(ComplexModulus, TheCentreHasNoWeight) {
   Filled<LxComplex64> spectrum(6, 4, {kLargest, 1});
   LxImage<LxBW8> image(6, 4);
