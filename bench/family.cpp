@@ -41,6 +41,12 @@ const Family& FamilyOf(const Operation& operation) {
           "PicConvolVect", "PicGetVectExtremes", "PicVectDataShift"}) {
       made[name] = &kSegmentVectorFamily;
     }
+    for (const char* const name :
+         {"PicModulusImage", "PicArgumentImage", "PicGradientVector", "PicGradientScalar",
+          "PicComplexModulus", "PicComplexRescaledModulus", "PicComplexArgument",
+          "PicComplexDiscEnergy"}) {
+      made[name] = &kGradientImageFamily;
+    }
     return made;
   }();
   static const std::map<std::string, const Family*> families = {

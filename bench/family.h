@@ -71,5 +71,6 @@ extern const Family kProfileFamily;
 extern const Family kContourFamily;
 extern const Family kSegmentVectorFamily;
 extern const Family kFrequencyFamily;
+extern const Family kGradientImageFamily;
 
 }  // namespace lx::bench

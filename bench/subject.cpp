@@ -83,6 +83,7 @@ catalogue::Extent Subject::SizeOf(const catalogue::Parameter& parameter) const {
   if (parameter.size == catalogue::SizeRule::kPart) {
     return operation->part(call.values, {width, height});
   }
+  if (parameter.size == catalogue::SizeRule::kFixed) return parameter.fixed;
   const int divisor = parameter.IsWritten() ? form.divisor : 1;
   return {width / divisor, height / divisor};
 }

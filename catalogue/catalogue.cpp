@@ -75,7 +75,7 @@ const std::vector<Operation>& All() {
           MorphologyOperations, NonlinearOperations, HistogramOperations, ThresholdingOperations,
           ResamplingOperations, GeometryOperations, StatisticsOperations, MeasureOperations,
           CorrectionOperations, SequenceOperations, ProfileOperations, ContourOperations,
-          SegmentVectorOperations, FrequencyOperations}) {
+          SegmentVectorOperations, FrequencyOperations, GradientImageOperations}) {
       for (Operation& each : family()) all.push_back(std::move(each));
     }
     return all;

@@ -35,7 +35,8 @@ enum class SizeRule {
   kEqual,    ///< all regions that do not say otherwise have one size
   kFree,     ///< any size
   kFollows,  ///< the operation gives its result a size, which Operation::follows knows
-  kPart      ///< that of a part of the others, which Operation::part knows
+  kPart,     ///< that of a part of the others, which Operation::part knows
+  kFixed     ///< Parameter::fixed, refused with the code that is named for the argument otherwise
 };
 
 struct Extent {
@@ -46,15 +47,16 @@ struct Extent {
 /// What the pixels of a region, a number or a vector stand for.
 enum class Meaning {
   kLevels,
-  kColumns,  ///< signed columns of the first source
-  kRows,     ///< signed rows of it
-  kPoints,   ///< a column in the low 16 bits, a row in the high ones
-  kColumn,   ///< a column of the first region
-  kRow,      ///< a row of it
-  kSegment,  ///< an untyped vector of the pixels of a line: level, column and row of each
-  kGroup,    ///< an untyped vector of integers whose groups are signals
-  kSigned,   ///< the same of signed integers
-  kUnsigned  ///< of unsigned ones
+  kColumns,   ///< signed columns of the first source
+  kRows,      ///< signed rows of it
+  kPoints,    ///< a column in the low 16 bits, a row in the high ones
+  kColumn,    ///< a column of the first region
+  kRow,       ///< a row of it
+  kSegment,   ///< an untyped vector of the pixels of a line: level, column and row of each
+  kGroup,     ///< an untyped vector of integers whose groups are signals
+  kSigned,    ///< the same of signed integers
+  kUnsigned,  ///< of unsigned ones
+  kEnergy     ///< an untyped vector of energies of discs
 };
 
 /// What leaving a parameter out means.
@@ -82,6 +84,7 @@ struct Parameter {
   bool perColumn = false;        ///< a vector with one element for each column of the destination
   bool counted = false;          ///< a vector whose element count Operation::count knows
   SizeRule size = SizeRule::kEqual;
+  Extent fixed{};
   Meaning meaning = Meaning::kLevels;
 
   bool IsRegion() const { return kind == Kind::kRegion; }

@@ -113,15 +113,18 @@ class ParameterWord {
     static const std::map<std::string, SizeRule> sizes = {
         {"free", SizeRule::kFree}, {"follows", SizeRule::kFollows}, {"part", SizeRule::kPart}};
     static const std::map<std::string, Meaning> meanings = {
-        {"columns", Meaning::kColumns},  {"rows", Meaning::kRows},
-        {"points", Meaning::kPoints},    {"column", Meaning::kColumn},
-        {"row", Meaning::kRow},          {"segment", Meaning::kSegment},
-        {"group", Meaning::kGroup},      {"signed", Meaning::kSigned},
-        {"unsigned", Meaning::kUnsigned}};
+        {"columns", Meaning::kColumns},   {"rows", Meaning::kRows},
+        {"points", Meaning::kPoints},     {"column", Meaning::kColumn},
+        {"row", Meaning::kRow},           {"segment", Meaning::kSegment},
+        {"group", Meaning::kGroup},       {"signed", Meaning::kSigned},
+        {"unsigned", Meaning::kUnsigned}, {"energy", Meaning::kEnergy}};
     if (const auto size = sizes.find(word); size != sizes.end()) {
       parameter.size = size->second;
     } else if (const auto meaning = meanings.find(word); meaning != meanings.end()) {
       parameter.meaning = meaning->second;
+    } else if (const std::size_t by = word.find('x'); by != std::string::npos) {
+      parameter.size = SizeRule::kFixed;
+      parameter.fixed = {std::stoi(word), std::stoi(word.substr(by + 1))};
     } else {
       throw std::logic_error("unknown property");
     }

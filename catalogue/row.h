@@ -40,12 +40,14 @@ struct Row {
   ///     (free)           a region of any size
   ///     (follows)        a result whose size `follows` knows
   ///     (part)           a region whose size `part` knows from that of the others
+  ///     (512x512)        a region of this size
   ///     (columns) (rows) (points)
   ///                      a region whose pixels are coordinates in the first source
   ///     (column) (row)   a number that is a coordinate in the first region
   ///     (segment)        an untyped vector of the pixels of a line
   ///     (group) (signed) (unsigned)
   ///                      an untyped vector of integers, of this sign, whose groups are signals
+  ///     (energy)         an untyped vector of energies of discs
   std::string_view parameters = {};
   std::string_view summary = {};
   InPlace inPlace = InPlace::kNo;
@@ -110,6 +112,7 @@ std::vector<Operation> ProfileOperations();
 std::vector<Operation> ContourOperations();
 std::vector<Operation> SegmentVectorOperations();
 std::vector<Operation> FrequencyOperations();
+std::vector<Operation> GradientImageOperations();
 Object KernelObject();
 Object PyramidObject();
 Object MovingAverageObject();

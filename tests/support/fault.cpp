@@ -152,8 +152,10 @@ class Collector {
       };
       null.relates = apart;
     }
-    if (follows || parameter.size == catalogue::SizeRule::kPart) {
-      AddOtherSizes(index, usual.SizeOf(index, kSize));
+    if (parameter.size == catalogue::SizeRule::kFixed) {
+      AddOtherSizes(index, usual.SizeOf(index, kSize), OutOfRange(index));
+    } else if (follows || parameter.size == catalogue::SizeRule::kPart) {
+      AddOtherSizes(index, usual.SizeOf(index, kSize), LX_ERROR_SIZE_MISMATCH);
     } else if (MustAgree(index)) {
       AddSizes(index);
     }
@@ -174,11 +176,11 @@ class Collector {
   }
 
   // Views of memory, which keep their size.
-  void AddOtherSizes(std::size_t index, Size right) {
+  void AddOtherSizes(std::size_t index, Size right, LX_ERRORS code) {
     const Pixel pixel = operation.parameters[index].pixel;
     for (const Size size :
          {Size{right.width + 1, right.height}, Size{right.width, right.height + 1}, Size{0, 0}}) {
-      Fault& fault = Add(std::to_string(size.width) + " wide", index, LX_ERROR_SIZE_MISMATCH);
+      Fault& fault = Add(std::to_string(size.width) + " wide", index, code);
       fault.misplace = [=](Trial& trial) {
         trial.Place(index, Picture(pixel, size.width, size.height), {});
       };

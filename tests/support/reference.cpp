@@ -87,14 +87,15 @@ const Reference* FindReference(std::string_view signature) {
   static const auto references = [] {
     std::map<std::string, Reference, std::less<>> made;
     for (const auto family :
-         {ColourReferences,     ArithmeticReferences,       ConvertReferences,
-          LookupReferences,     VectorArithmeticReferences, FilterReferences,
-          SmoothingReferences,  KernelReferences,           HistogramReferences,
-          ThresholdReferences,  BoxAndDiskReferences,       NonlinearReferences,
-          ThinningReferences,   ThresholdingReferences,     ResamplingReferences,
-          GeometryReferences,   StatisticsReferences,       MeasureReferences,
-          CorrectionReferences, SequenceReferences,         ProfileReferences,
-          ContourReferences,    SegmentVectorReferences,    FrequencyReferences}) {
+         {ColourReferences,       ArithmeticReferences,       ConvertReferences,
+          LookupReferences,       VectorArithmeticReferences, FilterReferences,
+          SmoothingReferences,    KernelReferences,           HistogramReferences,
+          ThresholdReferences,    BoxAndDiskReferences,       NonlinearReferences,
+          ThinningReferences,     ThresholdingReferences,     ResamplingReferences,
+          GeometryReferences,     StatisticsReferences,       MeasureReferences,
+          CorrectionReferences,   SequenceReferences,         ProfileReferences,
+          ContourReferences,      SegmentVectorReferences,    FrequencyReferences,
+          GradientImageReferences}) {
       for (Reference& each : family()) made.emplace(each.signature, std::move(each));
     }
     return made;

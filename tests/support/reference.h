@@ -92,5 +92,6 @@ std::vector<Reference> ProfileReferences();
 std::vector<Reference> ContourReferences();
 std::vector<Reference> SegmentVectorReferences();
 std::vector<Reference> FrequencyReferences();
+std::vector<Reference> GradientImageReferences();
 
 }  // namespace lx::test

@@ -67,6 +67,7 @@ class CaseBuilder {
     const auto& parameters = trial.Described().parameters;
     return destination < parameters.size() && Shares(sweepCase.onto, source) &&
            parameters[index].pixel == parameters[destination].pixel &&
+           parameters[index].size != catalogue::SizeRule::kFixed &&
            !trial.Described().Has(catalogue::SizeRule::kPart) &&
            trial.Described().WorksInPlace(trial.call.values);
   }

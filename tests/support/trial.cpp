@@ -85,6 +85,10 @@ Trial::Trial(const Operation& described, int choice, Size size)
 
 Size Trial::SizeOf(std::size_t index, Size agreed) const {
   const catalogue::SizeRule rule = operation.parameters[index].size;
+  if (rule == catalogue::SizeRule::kFixed) {
+    const catalogue::Extent fixed = operation.parameters[index].fixed;
+    return {fixed.width, fixed.height};
+  }
   if (rule != catalogue::SizeRule::kFollows && rule != catalogue::SizeRule::kPart) return agreed;
   const catalogue::Extent extent = rule == catalogue::SizeRule::kFollows
                                        ? operation.follows(call.values)

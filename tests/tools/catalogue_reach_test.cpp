@@ -28,6 +28,7 @@ std::string HistogramName(const Parameter& parameter) {
 // "@profile7x9", the name of a vector of kind 7 with 9 elements.
 constexpr int kSide = 16;
 constexpr std::string_view kProfile = "@profile";
+constexpr const char* kTable = "@table";
 // "@words9", the name of a vector of 9 words.
 constexpr std::string_view kWords = "@words";
 
@@ -67,6 +68,7 @@ std::string ProfileName(const Parameter& parameter, std::size_t count) {
 std::string WordFor(const Operation& operation, const Parameter& parameter) {
   if (parameter.perColumn) return ProfileName(parameter, kSide);
   if (parameter.meaning == catalogue::Meaning::kSegment) return "9,0,0,300,1,1";
+  if (parameter.size == catalogue::SizeRule::kFixed) return kTable;
   if (parameter.counted) {
     return ProfileName(parameter, operation.count(test::Arguments(operation).values));
   }
@@ -121,6 +123,11 @@ std::vector<std::string> WordsFor(const Operation& operation) {
 }
 
 ImageValue NamedImage(const std::string& word) {
+  if (word == kTable) {
+    ImageValue table(Pixel::kBW8, 512, 512);
+    table.Clear();
+    return table;
+  }
   for (int number = 1; number <= static_cast<int>(Pixel::kBinary); ++number) {
     const auto pixel = static_cast<Pixel>(number);
     if (word != NameOf(pixel)) continue;

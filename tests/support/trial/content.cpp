@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 
 namespace lx::test {
 
@@ -45,10 +46,8 @@ void FillEach(Picture& picture, Make make) {
   std::generate(picture.values.begin(), picture.values.end(), make);
 }
 
-}  // namespace
-
-void Fill(Picture& picture, Content content, int index, std::uint64_t level, Random& random) {
-  const Value maximum = FormatOf(picture.pixel).maximum;
+void FillLevels(Picture& picture, Value maximum, Content content, int index, std::uint64_t level,
+                Random& random) {
   const Value shared = static_cast<Value>(level >> 8) & maximum;
   const std::array<Value, 6> extremes = {0, 1, maximum / 2, maximum / 2 + 1, maximum - 1, maximum};
   switch (content) {
@@ -72,6 +71,19 @@ void Fill(Picture& picture, Content content, int index, std::uint64_t level, Ran
       return FillSparse(picture, maximum, random);
     case Content::kLargest:
       std::fill(picture.values.begin(), picture.values.end(), maximum);
+  }
+}
+
+}  // namespace
+
+void Fill(Picture& picture, Content content, int index, std::uint64_t level, Random& random) {
+  if (picture.pixel != Pixel::kComplex64) {
+    return FillLevels(picture, FormatOf(picture.pixel).maximum, content, index, level, random);
+  }
+  // Signed 16-bit levels, as floats with fractions.
+  FillLevels(picture, 0xFFFF, content, index, level, random);
+  for (Value& value : picture.values) {
+    value = std::bit_cast<std::uint32_t>(static_cast<float>(static_cast<std::int16_t>(value)) / 64);
   }
 }
 

@@ -264,6 +264,19 @@ Elements DrawLeftOver(Random& random) {
   return made;
 }
 
+// Energies that an earlier call may have left, of fewer or more discs.
+Elements DrawEnergies(Random& random) {
+  Elements made;
+  made.kind = random.Below(16) == 0 ? LX_VECTOR_NONE : LX_VECTOR_DISC_ENERGY;
+  made.dataSize = LX_DATA_SIZE_32;
+  made.dataType = LX_DATA_FLOAT;
+  made.groupLength = 1;
+  made.use = static_cast<int>(random.Between(0, 7));
+  made.spare = static_cast<int>(random.Below(30));
+  made.values.assign(random.Below(200), 5);
+  return made;
+}
+
 // The sign that a parameter asks for, mostly.
 int DrawSign(const Parameter& parameter, Random& random) {
   const bool any = parameter.meaning == catalogue::Meaning::kLevels ||
@@ -284,6 +297,7 @@ Elements DrawUntyped(const Parameter& parameter, Random& random) {
   Elements made;
   if (random.Below(10) == 0) return made;  // nothing laid out
   if (parameter.meaning == catalogue::Meaning::kSegment) return DrawSegment(random);
+  if (parameter.meaning == catalogue::Meaning::kEnergy) return DrawEnergies(random);
   if (parameter.IsWritten() && random.Below(2) == 0) return DrawLeftOver(random);
   const bool entries = !parameter.counts.empty() && random.Below(8) != 0;
   made.kind = entries ? LX_VECTOR_HISTOGRAM : LX_VECTOR_NONE;
@@ -382,6 +396,11 @@ Elements UsualElements(const Parameter& parameter) {
     made.dataType = LX_DATA_SIGNED;
     made.groupLength = 3;
     made.use = 5;
+  }
+  if (parameter.meaning == catalogue::Meaning::kEnergy) {
+    made.kind = LX_VECTOR_DISC_ENERGY;
+    made.dataSize = LX_DATA_SIZE_32;
+    made.dataType = LX_DATA_FLOAT;
   }
   const double maximum = std::min(TypeOf(parameter.kind).maximum, isSigned ? 127.0 : 255.0);
   for (double& value : made.values) {

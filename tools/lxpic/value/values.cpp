@@ -166,6 +166,9 @@ Value LeftOutValue(const Parameter& parameter) {
 
 Value MakeResult(const Parameter& parameter) {
   Value made = MakeEmptyVector(parameter.kind);
+  if (parameter.meaning == catalogue::Meaning::kEnergy) {
+    std::get<LxVector*>(made.argument)->SetType(LX_VECTOR_DISC_ENERGY, 0, 0);
+  }
   if (made.owner) return made;
   if (parameter.kind == Kind::kColour) return ScalarValue(LxColor{});
   const bool isColour = parameter.kind == Kind::kConstant && parameter.pixel == Pixel::kC24;
