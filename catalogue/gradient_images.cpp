@@ -13,18 +13,18 @@ Extent TableExtent(const Arguments& /*call*/) { return {512, 512}; }
           .parameters = ">table(follows) " words, .summary = (text), .reach = "all", \
           .withoutKernel = "all", .follows = TableExtent)
 
-#define LX_GRADIENT(pixel, text, how, range)                                                \
+#define LX_GRADIENT(pixel, text, how)                                                       \
   LX_FORM(PicGradientScalar, void(LxROI<pixel>*, LxROI<LxBW8>*, LxROI<LxBW8>*),             \
           .trace = "PicGradientScalar", .parameters = "source >destination table(512x512)", \
-          .summary = (text), .inPlace = (how), .reach = (range))
+          .summary = (text), .inPlace = (how), .reach = "all")
 
-#define LX_MODULUS(function, text)                                                    \
+#define LX_MODULUS(function, text, range)                                             \
   LX_FORM(function, void(LxROI<LxComplex64>*, LxROI<LxBW8>*, float, int, float),      \
           .trace = #function,                                                         \
           .parameters =                                                               \
               "source >destination gain~1,0.25,-1,0,1e30:-2..2 logarithmic~0,1:0..1 " \
               "log-gain~30,-3,0,1e30:-60..60",                                        \
-          .summary = (text), .reach = "all")
+          .summary = (text), .reach = (range))
 
 const std::vector<Group> kGroups = {
     {{{LX_ERROR_ROI_NOT_ATTACHED}, {LX_ERROR_SIZE_MISMATCH}, {LX_ERROR_ALLOCATION_FAILED}},
@@ -39,12 +39,12 @@ const std::vector<Group> kGroups = {
               .summary = "The horizontal and the vertical difference of neighbours",
               .reach = "1")}},
     {{{LX_ERROR_ARGUMENT_3_OUT_OF_RANGE}, {LX_ERROR_ALLOCATION_FAILED}},
-     {LX_GRADIENT(LxBW8, "What a table holds for the differences of neighbours", InPlace::kYes,
-                  "all"),
-      LX_GRADIENT(LxBW32, "What a table holds for differences", InPlace::kNo, "all")}},
+     {LX_GRADIENT(LxBW8, "What a table holds for the differences of neighbours", InPlace::kYes),
+      LX_GRADIENT(LxBW32, "What a table holds for differences", InPlace::kNo)}},
     {{},
-     {LX_MODULUS(PicComplexModulus, "Moduli of a spectrum"),
-      LX_MODULUS(PicComplexRescaledModulus, "Moduli weighted by the distance from the centre"),
+     {LX_MODULUS(PicComplexModulus, "Moduli of a spectrum", "0"),
+      LX_MODULUS(PicComplexRescaledModulus, "Moduli weighted by the distance from the centre",
+                 "all"),
       LX_FORM(PicComplexArgument, void(LxROI<LxComplex64>*, LxROI<LxBW8>*),
               .trace = "PicComplexArgument", .parameters = "source >destination",
               .summary = "Angles of a spectrum", .withoutKernel = "all")}},
