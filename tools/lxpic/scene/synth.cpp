@@ -120,8 +120,10 @@ Defect LaidStraight(const Defect& defect, const SynthOptions& options) {
   Point low{1e9, 1e9};
   Point high{-1e9, -1e9};
   for (const int corner : {0, 1, 2, 3}) {
-    const double x = defect.x + (corner % 2) * defect.width - centre.x - pose.shift.x;
-    const double y = defect.y + (corner / 2) * defect.height - centre.y - pose.shift.y;
+    const int column = defect.x + corner % 2 * defect.width;
+    const int row = defect.y + corner / 2 * defect.height;
+    const double x = column - centre.x - pose.shift.x;
+    const double y = row - centre.y - pose.shift.y;
     const Point straight{(x * std::cos(angle) - y * std::sin(angle)) / pose.scale + centre.x,
                          (x * std::sin(angle) + y * std::cos(angle)) / pose.scale + centre.y};
     low = {std::min(low.x, straight.x), std::min(low.y, straight.y)};
